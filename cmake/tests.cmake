@@ -1,0 +1,30 @@
+# One test program a room, out of tests/<room>/; what they share lies in tests/support/ and tests/plain/.
+
+find_package(GTest REQUIRED)
+include(GoogleTest)
+
+file(GLOB support CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/support/*.cc ${CMAKE_SOURCE_DIR}/tests/plain/*.cc)
+if(support)
+  add_library(rk_test_support STATIC ${support})
+  target_compile_options(rk_test_support PRIVATE ${RK_WARNINGS})
+  target_include_directories(rk_test_support PUBLIC ${CMAKE_SOURCE_DIR})
+  target_link_libraries(rk_test_support PUBLIC rk_classes GTest::gtest)
+else()
+  add_library(rk_test_support INTERFACE)
+  target_include_directories(rk_test_support INTERFACE ${CMAKE_SOURCE_DIR})
+endif()
+
+get_property(rooms GLOBAL PROPERTY RK_ROOMS)
+foreach(room IN LISTS rooms)
+  string(REPLACE "/" "_" id ${room})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${room}/*_test.cc)
+  if(sources)
+    add_executable(${id}_tests ${sources})
+    target_compile_options(${id}_tests PRIVATE ${RK_WARNINGS})
+    target_compile_definitions(${id}_tests PRIVATE RK_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
+    target_link_libraries(${id}_tests PRIVATE rk_${id} rk_test_support GTest::gtest_main)
+    # One ctest entry a room: start-up of a process a test would cost more than the tests.
+    add_test(NAME ${id} COMMAND ${id}_tests)
+    set_tests_properties(${id} PROPERTIES LABELS unit)
+  endif()
+endforeach()
