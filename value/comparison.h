@@ -22,8 +22,8 @@ std::optional<std::strong_ordering> compare_loosely(const Value& a, const Value&
 
 // As a number beside a numeric literal: nothing for Null; 13 for a text that is no number.
 std::optional<std::partial_ordering> compare_number(const Value& a, double literal);
-bool above(const Value& value, double literal);       // value > literal; false for Null
-bool equals(const Value& value, double literal);      // value = literal; false for Null
+bool above(const Value& value, double literal);         // value > literal; false for Null
+bool equals(const Value& value, double literal);        // value = literal; false for Null
 bool differs_from(const Value& value, double literal);  // value <> literal; false for Null
 
 // As text beside a text literal: false for Null.

@@ -29,7 +29,7 @@ std::int32_t to_long(const Value& value);
 float to_single(const Value& value);
 double to_double(const Value& value);
 std::int64_t to_currency(const Value& value);  // in ten-thousandths
-double to_date(const Value& value);            // in days; a text is read as a date, then as a number
+double to_date(const Value& value);  // in days; a text is read as a date, then as a number
 
 // The value of `value - 0`: a number of the kind that the language gives it; Null stays Null.
 Value to_number(const Value& value);

@@ -19,7 +19,8 @@ class RefCounted {
   RefCounted& operator=(const RefCounted&) = delete;
 
   void retain() const noexcept {
-    // OPTIMIZATION: an unshared count is seen by one thread only, so it needs no locked instruction.
+    // OPTIMIZATION: an unshared count is seen by one thread only, so it needs no locked
+    // instruction.
     if (shared_) {
       refs_.fetch_add(1, std::memory_order_relaxed);
     } else {

@@ -72,11 +72,11 @@ inline constexpr KnownError kNoCurrentRecord{
     3021,
     "Either BOF or EOF is True, or the current record has been deleted. Requested operation "
     "requires a current record."};
-inline constexpr KnownError kNotAllowedInContext{3219,
-                                                 "Operation is not allowed in this context."};
+inline constexpr KnownError kNotAllowedInContext{3219, "Operation is not allowed in this context."};
 inline constexpr KnownError kFeatureNotAvailable{
-    3251, "Current Recordset does not support updating or moving that way. This may be a "
-          "limitation of its cursor or lock type."};
+    3251,
+    "Current Recordset does not support updating or moving that way. This may be a "
+    "limitation of its cursor or lock type."};
 inline constexpr KnownError kItemNotFound{
     3265, "Item cannot be found in the collection corresponding to the requested name or ordinal."};
 inline constexpr KnownError kObjectClosed{3704,
@@ -105,7 +105,9 @@ class ScriptError : public std::exception {
   std::string source_;
 };
 
-[[noreturn]] inline void raise(const KnownError& known) { throw ScriptError(known); }
+[[noreturn]] inline void raise(const KnownError& known) {
+  throw ScriptError(known);
+}
 
 }  // namespace rk
 

@@ -4,8 +4,8 @@
 #include <atomic>
 #include <bit>
 #include <cstring>
-#include <utility>
 #include <new>
+#include <utility>
 
 #include "value/script_error.h"
 #include "value/text_buffer.h"
@@ -14,7 +14,9 @@ namespace rk {
 
 namespace {
 
-bool continues(char c) noexcept { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+bool continues(char c) noexcept {
+  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
 
 // Bytes of the character that begins with this one; a stray byte stands for itself.
 std::size_t sequence_length(unsigned char first) noexcept {
@@ -47,8 +49,12 @@ char32_t decode(std::string_view sequence) noexcept {
   }
 }
 
-bool is_high_half(char32_t unit) noexcept { return unit >= 0xD800 && unit < 0xDC00; }
-bool is_low_half(char32_t unit) noexcept { return unit >= 0xDC00 && unit < 0xE000; }
+bool is_high_half(char32_t unit) noexcept {
+  return unit >= 0xD800 && unit < 0xDC00;
+}
+bool is_low_half(char32_t unit) noexcept {
+  return unit >= 0xDC00 && unit < 0xE000;
+}
 
 constexpr std::size_t kHalfBytes = 3;  // a lone half in UTF-8 form
 
@@ -278,9 +284,13 @@ std::string_view Text::view() const noexcept {
   return buffer_ == nullptr ? std::string_view() : buffer_->view();
 }
 
-bool Text::empty() const noexcept { return byte_length() == 0; }
+bool Text::empty() const noexcept {
+  return byte_length() == 0;
+}
 
-std::size_t Text::length() const noexcept { return buffer_ == nullptr ? 0 : buffer_->length(); }
+std::size_t Text::length() const noexcept {
+  return buffer_ == nullptr ? 0 : buffer_->length();
+}
 
 std::size_t Text::byte_length() const noexcept {
   return 2 * length() + (trailing_byte().has_value() ? 1 : 0);
@@ -423,11 +433,12 @@ void Text::share() const noexcept {
   if (buffer_ != nullptr) buffer_->share();
 }
 
-TextBuffer* Text::detach() noexcept { return std::exchange(buffer_, nullptr); }
+TextBuffer* Text::detach() noexcept {
+  return std::exchange(buffer_, nullptr);
+}
 
 bool operator==(const Text& a, const Text& b) noexcept {
-  return a.buffer_ == b.buffer_ ||
-         (a.view() == b.view() && a.trailing_byte() == b.trailing_byte());
+  return a.buffer_ == b.buffer_ || (a.view() == b.view() && a.trailing_byte() == b.trailing_byte());
 }
 
 }  // namespace rk

@@ -5,7 +5,9 @@
 
 namespace rk {
 
-std::unique_ptr<Enumeration> Object::enumerate() { raise(errors::kNotACollection); }
+std::unique_ptr<Enumeration> Object::enumerate() {
+  raise(errors::kNotACollection);
+}
 
 Value Value::array(Ref<Array> array) noexcept {
   Value v(Kind::Array);
@@ -13,7 +15,9 @@ Value Value::array(Ref<Array> array) noexcept {
   return v;
 }
 
-Ref<Array> Value::array_ref() const noexcept { return Ref<Array>(payload_.array); }
+Ref<Array> Value::array_ref() const noexcept {
+  return Ref<Array>(payload_.array);
+}
 
 Array& Value::writable_array() {
   if (!payload_.array->unique()) *this = array(payload_.array->copy());
