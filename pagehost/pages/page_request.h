@@ -1,0 +1,58 @@
+// A request as the front read it, and the answer as a page made it. Plain data.
+#ifndef RK_PAGEHOST_PAGES_PAGE_REQUEST_H_
+#define RK_PAGEHOST_PAGES_PAGE_REQUEST_H_
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace rk::pagehost {
+
+using Headers = std::vector<std::pair<std::string, std::string>>;
+
+struct PageRequest {
+  std::string method = "GET";
+  // Virtual path of the page, percent-decoded once, beginning with "/", in the letter case of the
+  // request: the default document's path where a folder was asked for.
+  std::string path = "/";
+  std::string query;  // as sent, without "?"
+  std::string protocol = "HTTP/1.1";
+  Headers headers;  // as sent, in order; names in any letter case
+  std::string body;
+  bool secure = false;  // came by https
+  std::string remote_address = "127.0.0.1";
+  std::uint16_t remote_port = 0;
+  std::string local_address = "127.0.0.1";
+  std::uint16_t local_port = 80;
+
+  // The first header of this name (any letter case), or empty.
+  std::string_view header(std::string_view name) const;
+};
+
+struct PageAnswer {
+  int status = 200;
+  std::string reason = "OK";
+  // Without Content-Length, Date, Connection and Transfer-Encoding, which are the front's.
+  Headers headers;
+  std::string body;  // bytes, in the response's code page
+  // Status, headers and the first of the body went to the AnswerSink already; `body` is the rest.
+  bool streamed = false;
+};
+
+// Takes what a page sends before its end (Response.Flush, or a page without a buffer). Called on
+// the page's thread.
+class AnswerSink {
+ public:
+  virtual ~AnswerSink() = default;
+  // Once, before the first write: status and headers (the body there is empty).
+  virtual void begin(const PageAnswer& head) = 0;
+  virtual void write(std::string_view bytes) = 0;
+  // Response.IsClientConnected.
+  virtual bool connected() = 0;
+};
+
+}  // namespace rk::pagehost
+
+#endif  // RK_PAGEHOST_PAGES_PAGE_REQUEST_H_
