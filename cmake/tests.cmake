@@ -1,7 +1,13 @@
 # One test program a room, out of tests/<room>/; what they share lies in tests/support/ and tests/plain/.
+# Every test leaves its counts in results/<name>.json, from which script/test makes its sum.
 
 find_package(GTest REQUIRED)
 include(GoogleTest)
+
+set(RK_RESULTS ${CMAKE_BINARY_DIR}/results)
+file(MAKE_DIRECTORY ${RK_RESULTS})
+# Rooms whose code several threads run: their tests are run under ThreadSanitizer as well.
+set(RK_THREADED value adapters/sqlite pagehost/pages pagehost/components pagehost/http)
 
 file(GLOB support CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/support/*.cc ${CMAKE_SOURCE_DIR}/tests/plain/*.cc)
 if(support)
@@ -24,7 +30,27 @@ foreach(room IN LISTS rooms)
     target_compile_definitions(${id}_tests PRIVATE RK_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
     target_link_libraries(${id}_tests PRIVATE rk_${id} rk_test_support GTest::gtest_main)
     # One ctest entry a room: start-up of a process a test would cost more than the tests.
-    add_test(NAME ${id} COMMAND ${id}_tests)
-    set_tests_properties(${id} PROPERTIES LABELS unit)
+    add_test(NAME ${id} COMMAND ${id}_tests --gtest_output=json:${RK_RESULTS}/${id}.json)
+    set(labels unit)
+    if(room IN_LIST RK_THREADED)
+      list(APPEND labels threads)
+    endif()
+    set_tests_properties(${id} PROPERTIES LABELS "${labels}")
   endif()
 endforeach()
+
+# Tests of the program as a whole: transcripts of its commands, and pages in a browser.
+if(TARGET rkclient)
+  file(GLOB transcripts CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/cli/*.transcript)
+  if(transcripts)
+    add_test(NAME cli COMMAND ${CMAKE_SOURCE_DIR}/tests/cli/run_transcripts.py
+      --program $<TARGET_FILE:rkclient> --results ${RK_RESULTS}/cli.json)
+    set_tests_properties(cli PROPERTIES LABELS program)
+  endif()
+  file(GLOB browser CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/browser/*.test.mjs)
+  if(browser)
+    add_test(NAME browser COMMAND ${CMAKE_SOURCE_DIR}/tests/browser/run_browser.py
+      --program $<TARGET_FILE:rkclient> --results ${RK_RESULTS}/browser.json)
+    set_tests_properties(browser PROPERTIES LABELS browser)
+  endif()
+endif()
