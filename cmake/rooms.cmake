@@ -2,6 +2,10 @@
 # who links whom. A room without sources is an interface library, so that it may wait.
 
 set(RK_WARNINGS -Wall -Wextra -Wshadow -Wconversion)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # g++ 12 warns of "literal" + std::string in the standard library itself.
+  list(APPEND RK_WARNINGS -Wno-restrict)
+endif()
 if(RK_WERROR)
   list(APPEND RK_WARNINGS -Werror)
 endif()
