@@ -1,0 +1,23 @@
+<%@ Language="VBScript" CodePage="65001" %>
+<% Option Explicit %>
+<!--#include virtual="/include/storefront.inc"-->
+<%
+Dim Page_Title, Page_Section, Plan
+Page_Title = Say("联系我们", "Contact")
+Page_Section = "contact"
+Plan = ""
+If IsNumeric(Request.QueryString("plan")) Then Plan = CStr(CDbl(Request.QueryString("plan")))
+%>
+<!--#include virtual="/include/header.inc"-->
+<section class="wrap narrow">
+<h1><%= Page_Title %></h1>
+<% If Plan <> "" Then %>
+<p class="note"><%= Say("您选的是方案 ", "You picked plan ") %><strong><%= Plan %></strong><%= Say("，联系时请告诉我们这个编号。", ": please tell us this number.") %></p>
+<% End If %>
+<dl class="facts">
+<dt><%= Say("电话", "Telephone") %></dt><dd><a href="tel:+8602055500100">+86 20 5550 0100</a></dd>
+<dt><%= Say("邮件", "E-mail") %></dt><dd><a href="mailto:sales@shop.example">sales@shop.example</a></dd>
+<dt><%= Say("时间", "Hours") %></dt><dd><%= Say("每天 9:00 至 21:00", "Every day, 9:00 to 21:00 (UTC+8)") %></dd>
+</dl>
+</section>
+<!--#include virtual="/include/footer.inc"-->
