@@ -77,6 +77,8 @@ class Text {
   // A lone first half at the end and a lone second half at the start join.
   void append(std::string_view utf8);
   void append(const Text& other);
+  // Room for so many bytes more, so that appending them moves nothing.
+  void reserve(std::size_t bytes) { own(bytes); }
 
   void share() const noexcept;
   // Where the bytes lie; equal for two handles of one text.

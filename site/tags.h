@@ -1,0 +1,42 @@
+// Template text: tags ("{" + name + "}"), marker blocks and the cleaning of request values.
+//
+// Set_Tags and GetKey are pages' operations and pass over failures; the functions beneath them are
+// what the renderers use on texts that they hold. All texts are UTF-8 and compare byte by byte, so
+// letter case counts. Pure functions.
+#ifndef RK_SITE_TAGS_H_
+#define RK_SITE_TAGS_H_
+
+#include <string>
+#include <string_view>
+
+#include "value/value.h"
+
+namespace rk::site {
+
+// FileCon with every "{TagName}" replaced by TagCon; TagName becomes "{TagName}". Empty where one
+// of the three is Null or has no text.
+Text Set_Tags(const Value& FileCon, Value& TagName, const Value& TagCon);
+// The text between the first Start and the Last that follows it. Empty where Start does not occur;
+// up to the next Start or the end where Last does not.
+Text GetKey(const Value& HTML, const Value& Start, const Value& Last);
+// mystr without blanks, "'", "*" and "%". Raises 94 on Null.
+std::string ReStr(const Value& mystr);
+// "table" where chkStr1 without chkStr2 holds both table tags in any letter case, else "div".
+// Raises 94 on Null.
+std::string_view CheckTempType(const Value& chkStr1, const Value& chkStr2);
+
+// GetKey on texts; the result is a part of `html`.
+std::string_view cut(std::string_view html, std::string_view start, std::string_view last);
+
+// `text` with every `from` replaced by `to`; an empty `from` replaces nothing. A text without
+// `from` is the same text again, uncopied.
+Text replaced(const Text& text, std::string_view from, std::string_view to);
+void replace_all(std::string& text, std::string_view from, std::string_view to);
+
+// Fills a tag of a text in place, as Set_Tags does.
+void fill(std::string& text, std::string_view tag, std::string_view content);
+void fill(std::string& text, std::string_view tag, const Value& content);
+
+}  // namespace rk::site
+
+#endif  // RK_SITE_TAGS_H_
