@@ -17,6 +17,8 @@ inline constexpr long kTypeMismatch =
 inline constexpr long kOverflow = -2147217833;  // 80040E57: a value that its type cannot hold
 inline constexpr long kTableExists =
     -2147217857;  // 80040E3F: Create Table of a table that is there
+inline constexpr long kNotGrouped =
+    -2147217887;  // 80040E21: a column outside Group By and aggregates
 inline constexpr long kUnspecified = -2147467259;  // 80004005: what has no number of its own
 
 class SqlError : public std::runtime_error {

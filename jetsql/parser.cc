@@ -1,0 +1,39 @@
+#include "jetsql/parser.h"
+
+#include "jetsql/grammar.h"
+
+namespace rk::jetsql {
+
+void Grammar::statement() {
+  Statement& statement = tree_.statement;
+  if (tokens_.at_word("select") || tokens_.at_symbol('(')) {
+    statement.kind = Statement::Kind::Select;
+    statement.select = query();
+  } else if (tokens_.take_word("insert")) {
+    insert();
+  } else if (tokens_.take_word("update")) {
+    update();
+  } else if (tokens_.take_word("delete")) {
+    delete_rows();
+  } else if (tokens_.take_word("create")) {
+    create();
+  } else if (tokens_.take_word("drop")) {
+    drop();
+  } else if (tokens_.take_word("alter")) {
+    alter();
+  } else {
+    tokens_.fail("Invalid SQL statement; expected 'DELETE', 'INSERT', 'SELECT' or 'UPDATE'");
+  }
+  if (tokens_.take_symbol(';') && !tokens_.at_end()) {
+    tokens_.fail("Characters found after end of SQL statement");
+  }
+  if (!tokens_.at_end()) tokens_.fail("Syntax error (missing operator) in query expression");
+}
+
+std::unique_ptr<Tree> parse(std::string_view sql) {
+  auto tree = std::make_unique<Tree>();
+  Grammar(sql, *tree).statement();
+  return tree;
+}
+
+}  // namespace rk::jetsql
