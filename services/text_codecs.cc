@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "services/ignored_errors.h"
+#include "site/trapped.h"
 #include "value/array.h"
 #include "value/conversions.h"
 #include "value/script_error.h"
@@ -77,7 +77,7 @@ Value bytes2bstr(const Value& vin, const platform::CodePages& code_pages, int an
 
 Value URLEncodetoUTF8(const Value& url) {
   Text text;
-  if (!ran_without_error([&] { text = to_text(url); })) return Value();
+  if (site::trapped([&] { text = to_text(url); })) return Value();
   if (text.empty()) return url;
   std::string out;
   for (const char16_t unit : text.units()) encode_unit(out, unit);
