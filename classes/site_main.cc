@@ -1,0 +1,112 @@
+#include "classes/site_main.h"
+
+#include <array>
+
+#include "catalogue/host_list.h"
+#include "platform/page.h"
+#include "site/storefront.h"
+#include "site/tags.h"
+#include "site/template_cache.h"
+#include "value/conversions.h"
+#include "value/script_error.h"
+
+namespace rk::classes {
+
+namespace {
+
+constexpr std::array kOperations{
+    operation<&SiteMain::OnStartPage>("OnStartPage"),
+    operation<&SiteMain::OnEndPage>("OnEndPage"),
+    operation<&SiteMain::GetTempPath>("GetTempPath"),
+    operation<&SiteMain::GetScriptPath>("GetScriptPath"),
+    operation<&SiteMain::loadfile>("loadfile"),
+    operation<&SiteMain::loadfile_fromcache>("loadfile_fromcache"),
+    operation<&SiteMain::update_cache>("update_cache"),
+    operation<&SiteMain::Set_Tags>("Set_Tags"),
+    operation<&SiteMain::GetKey>("GetKey"),
+    operation<&SiteMain::ReStr>("ReStr"),
+    operation<&SiteMain::CheckTempType>("CheckTempType"),
+    operation<&SiteMain::Show_HostList>("Show_HostList"),
+};
+
+platform::ScriptingContext& scripting_context(const Value& mysc) {
+  if (!mysc.is_object()) raise(errors::kObjectRequired);
+  if (mysc.as_object() == nullptr) raise(errors::kObjectNotSet);
+  auto* context = dynamic_cast<platform::ScriptingContext*>(mysc.as_object());
+  if (context == nullptr) raise(errors::kNoSuchMember);
+  return *context;
+}
+
+}  // namespace
+
+std::span<const Operation<SiteMain>> SiteMain::operations() {
+  return kOperations;
+}
+
+MemberId SiteMain::member(std::string_view name) const {
+  return member_of(operations(), name);
+}
+
+Value SiteMain::invoke(MemberId id, CallKind kind, Arguments arguments) {
+  return call_operation(operations(), *this, id, kind, arguments);
+}
+
+// --- page and site ------------------------------------------------------------------------------
+
+void SiteMain::OnStartPage(Value& mysc) {
+  page_.start(scripting_context(mysc));
+}
+
+void SiteMain::OnEndPage() {
+  page_.end();
+}
+
+Value SiteMain::GetTempPath() {
+  return Value::text(site::GetTempPath(page_));
+}
+
+Value SiteMain::GetScriptPath() {
+  return Value::text(site::GetScriptPath(page_));
+}
+
+// --- templates ----------------------------------------------------------------------------------
+
+Value SiteMain::loadfile(Value& filename) {
+  return site::loadfile(page_, filename);
+}
+
+void SiteMain::loadfile_fromcache(Value& filename) {
+  site::loadfile_fromcache(page_, filename);
+}
+
+void SiteMain::update_cache(Value& filename) {
+  site::update_cache(page_, filename);
+}
+
+Value SiteMain::Set_Tags(Value& FileCon, Value& TagName, Value& TagCon) {
+  return Value::text(site::Set_Tags(FileCon, TagName, TagCon));
+}
+
+Value SiteMain::GetKey(Value& HTML, Value& Start, Value& Last) {
+  return Value::text(site::GetKey(HTML, Start, Last));
+}
+
+Value SiteMain::ReStr(Value& mystr) {
+  return Value::text(site::ReStr(mystr));
+}
+
+Value SiteMain::CheckTempType(Value& chkStr1, Value& chkStr2) {
+  return Value::text(site::CheckTempType(chkStr1, chkStr2));
+}
+
+// --- catalogue ----------------------------------------------------------------------------------
+
+Value SiteMain::Show_HostList(Value& Style, Value& ListNum, Value& NewLineNum, Value& LineCode,
+                              Value& OrderType, Value& ConLineHeight, Value& ListLineHeight,
+                              Value& PageSize, Value& Agent_User) {
+  return Value::text(
+      catalogue::Show_HostList(page_, {Style, ListNum, NewLineNum, LineCode, OrderType,
+                                       ConLineHeight, ListLineHeight, PageSize, Agent_User}));
+}
+
+}  // namespace rk::classes

@@ -1,0 +1,58 @@
+// SiteMain, the storefront's renderer, as pages see it: public names and order, every argument by
+// reference. What an operation does stands in the room that it forwards to.
+//
+// One object serves one page, on that page's thread. The page host calls OnStartPage before and
+// OnEndPage after everything else; operations that need the page raise 91 outside of the two.
+#ifndef RK_CLASSES_SITE_MAIN_H_
+#define RK_CLASSES_SITE_MAIN_H_
+
+#include <span>
+#include <string_view>
+
+#include "classes/equipment.h"
+#include "classes/operations.h"
+#include "site/page_context.h"
+#include "value/object.h"
+#include "value/value.h"
+
+namespace rk::classes {
+
+class SiteMain : public Object {
+ public:
+  explicit SiteMain(const Equipment& equipment) : equipment_(equipment) {}
+
+  // The table of the operations that scripts reach.
+  static std::span<const Operation<SiteMain>> operations();
+
+  std::string_view type_name() const override { return "SiteMain"; }
+  MemberId member(std::string_view name) const override;
+  Value invoke(MemberId id, CallKind kind, Arguments arguments) override;
+
+  // Page and site. OnStartPage raises 424, 91 or 438 for what is no scripting context.
+  void OnStartPage(Value& mysc);
+  void OnEndPage();
+  Value GetTempPath();
+  Value GetScriptPath();
+
+  // Templates
+  Value loadfile(Value& filename);
+  void loadfile_fromcache(Value& filename);
+  void update_cache(Value& filename);
+  Value Set_Tags(Value& FileCon, Value& TagName, Value& TagCon);
+  Value GetKey(Value& HTML, Value& Start, Value& Last);
+  Value ReStr(Value& mystr);
+  Value CheckTempType(Value& chkStr1, Value& chkStr2);
+
+  // Catalogue
+  Value Show_HostList(Value& Style, Value& ListNum, Value& NewLineNum, Value& LineCode,
+                      Value& OrderType, Value& ConLineHeight, Value& ListLineHeight,
+                      Value& PageSize, Value& Agent_User);
+
+ private:
+  const Equipment equipment_;
+  site::PageContext page_;
+};
+
+}  // namespace rk::classes
+
+#endif  // RK_CLASSES_SITE_MAIN_H_

@@ -1,0 +1,131 @@
+#include "classes/site_main.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "classes/program_ids.h"
+#include "tests/support/fake_page.h"
+#include "tests/support/fixed_clock.h"
+#include "tests/support/fixed_random.h"
+#include "value/conversions.h"
+
+namespace rk::classes {
+namespace {
+
+using tests::error_of;
+using tests::FakePage;
+using tests::text;
+
+// An object that is reached as pages reach it: made by its program identifier, called by name.
+class SiteMainObject : public testing::Test {
+ protected:
+  SiteMainObject() {
+    for (const ProgramId& id : program_ids()) {
+      if (equal_ignoring_case(id.name, "rkclient.sitemain")) object = id.make({clock, random});
+    }
+  }
+
+  Value call(std::string_view name, std::vector<Value> values, CallKind kind = CallKind::Get) {
+    std::vector<Value*> arguments;
+    for (Value& value : values) arguments.push_back(&value);
+    return object->invoke(object->member(name), kind, arguments);
+  }
+  std::string text_of(std::string_view name, std::vector<Value> values) {
+    return joined_text(call(name, std::move(values))).string();
+  }
+  void start() { call("OnStartPage", {Value::object(page.scripting)}); }
+
+  tests::FixedClock clock;
+  tests::FixedRandom random;
+  FakePage page;
+  Ref<Object> object;
+};
+
+TEST_F(SiteMainObject, IsMadeByItsProgramIdentifier) {
+  ASSERT_TRUE(object);
+  EXPECT_EQ(object->type_name(), "SiteMain");
+}
+
+TEST_F(SiteMainObject, FindsOperationsInAnyLetterCase) {
+  EXPECT_NE(object->member("Show_HostList"), kNoMember);
+  EXPECT_EQ(object->member("show_hostlist"), object->member("Show_HostList"));
+  EXPECT_EQ(object->member("Show_Host"), kNoMember);
+  EXPECT_EQ(object->member(""), kNoMember);
+}
+
+TEST_F(SiteMainObject, EveryOperationStandsOnceInTheTable) {
+  std::set<std::string> names;
+  for (const auto& row : SiteMain::operations()) {
+    EXPECT_TRUE(names.insert(lowered_ascii(row.name)).second) << row.name;
+  }
+}
+
+TEST_F(SiteMainObject, RendersAListThroughItsFace) {
+  page.put_template("Host-HostList-LitInfo.html",
+                    "<!--HostList Style1-->{Page}/{ListLineHeight}<!--End HostList Style1-->");
+  page.db.answer(
+      "Select Top 5 [Id],[HostSpace],[HostName],[Scriptmaps],[MaxConnections],[MaxBandwidth],"
+      "[Price],[MonPrice],[freeMail],[freeMsSql],[freeMySql] From [Rk_HostList] Where [AgentS]=1 "
+      "Order By [Price] Desc",
+      {{"Id"}, {}});
+  start();
+  EXPECT_EQ(text_of("Show_HostList", {text("1"), text("5"), text("3"), text("|"), text("Price"),
+                                      text("20"), text("30"), text("10"), text("green")}),
+            "1/30");
+}
+
+TEST_F(SiteMainObject, AssignsToTheCallersVariable) {
+  Value file = text("{a}");
+  Value name = text("a");
+  Value content = text("x");
+  Value* arguments[] = {&file, &name, &content};
+  const Value result = object->invoke(object->member("Set_Tags"), CallKind::Get, arguments);
+  EXPECT_EQ(result.as_view(), "x");
+  EXPECT_EQ(name.as_view(), "{a}");
+}
+
+TEST_F(SiteMainObject, OperationsWithoutAResultReturnEmpty) {
+  start();
+  EXPECT_TRUE(call("loadfile_fromcache", {text("/Template/blue/x.html")}).is_empty());
+  EXPECT_TRUE(call("OnEndPage", {}).is_empty());
+}
+
+TEST_F(SiteMainObject, WrongCountOfArgumentsRaises450) {
+  start();
+  EXPECT_EQ(error_of([&] { call("GetTempPath", {text("x")}); }), 450);
+  EXPECT_EQ(error_of([&] { call("GetKey", {text("x"), text("y")}); }), 450);
+  EXPECT_EQ(error_of([&] { call("ReStr", {Value::missing()}); }), 449);
+}
+
+TEST_F(SiteMainObject, UnknownMembersAndAssignmentsRaise438) {
+  EXPECT_EQ(error_of([&] { call("Show_Nothing", {}); }), 438);
+  EXPECT_EQ(error_of([&] { call("ReStr", {text("x")}, CallKind::Let); }), 438);
+  EXPECT_EQ(error_of([&] { object->invoke(kDefaultMember, CallKind::Get, {}); }), 438);
+  EXPECT_EQ(error_of([&] { object->invoke(1000, CallKind::Get, {}); }), 438);
+}
+
+TEST_F(SiteMainObject, NeedsThePageBeforeItShowsAnything) {
+  EXPECT_EQ(error_of([&] { call("GetTempPath", {}); }), 91);
+  EXPECT_EQ(error_of([&] { call("GetScriptPath", {}); }), 91);
+  EXPECT_EQ(error_of([&] { call("loadfile_fromcache", {text("x")}); }), 91);
+  EXPECT_EQ(error_of([&] { call("update_cache", {text("x")}); }), 91);
+  EXPECT_EQ(error_of([&] { call("Show_HostList", std::vector<Value>(9)); }), 91);
+  EXPECT_EQ(text_of("ReStr", {text("a b")}), "ab") << "which asks nothing of the page";
+}
+
+TEST_F(SiteMainObject, StartsWithAScriptingContextOnly) {
+  EXPECT_EQ(error_of([&] { call("OnStartPage", {text("x")}); }), 424);
+  EXPECT_EQ(error_of([&] { call("OnStartPage", {Value::nothing()}); }), 91);
+  EXPECT_EQ(error_of([&] { call("OnStartPage", {Value::object(object)}); }), 438);
+}
+
+TEST_F(SiteMainObject, LetsGoOfThePageWhenItEnds) {
+  start();
+  EXPECT_EQ(text_of("GetTempPath", {}), "/Template/blue/");
+  call("OnEndPage", {});
+  EXPECT_EQ(error_of([&] { call("GetTempPath", {}); }), 91);
+}
+
+}  // namespace
+}  // namespace rk::classes
