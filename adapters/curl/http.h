@@ -1,0 +1,44 @@
+// Fetches by libcurl: http and https, redirects only within the scheme they began with. Belongs to
+// one page's thread. The program calls start_curl() once before the first thread runs.
+#ifndef RK_ADAPTERS_CURL_HTTP_H_
+#define RK_ADAPTERS_CURL_HTTP_H_
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <string>
+
+#include "platform/http.h"
+
+namespace rk::curl {
+
+// A body past this reads as no answer; lookups answer in kilobytes, and a page holds the whole.
+inline constexpr std::size_t kMaxBodyBytes = std::size_t{16} << 20;
+// A redirect chain of honest servers is shorter.
+inline constexpr long kMaxRedirects = 10;
+
+struct FetchLimits {
+  // What is left for a fetch of the page's time; asked once when a fetch begins.
+  std::function<std::chrono::milliseconds()> time_left;
+  // Called while a fetch waits; throws where the page has ended.
+  std::function<void()> still_running;
+  std::string proxy;  // empty: none, whatever the environment says
+  std::size_t max_body_bytes = kMaxBodyBytes;
+};
+
+class CurlHttp final : public platform::Http {
+ public:
+  explicit CurlHttp(FetchLimits limits) : limits_(std::move(limits)) {}
+
+  std::optional<std::string> body_of(std::string_view address,
+                                     const platform::HttpTimeouts& timeouts) override;
+
+ private:
+  FetchLimits limits_;
+};
+
+void start_curl();
+
+}  // namespace rk::curl
+
+#endif  // RK_ADAPTERS_CURL_HTTP_H_

@@ -1,0 +1,134 @@
+#include "adapters/curl/http.h"
+
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "platform/page.h"
+
+namespace rk::curl {
+namespace {
+
+using std::chrono::milliseconds;
+
+// Answers each connection with the next text and hangs up.
+class LoopbackServer {
+ public:
+  explicit LoopbackServer(std::vector<std::string> answers)
+      : listener_(::socket(AF_INET, SOCK_STREAM, 0)) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    ::bind(listener_, reinterpret_cast<sockaddr*>(&address), sizeof address);
+    socklen_t size = sizeof address;
+    ::getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size);
+    port_ = ntohs(address.sin_port);
+    ::listen(listener_, 8);
+    thread_ = std::thread([this, answers = std::move(answers)] { serve(answers); });
+  }
+  ~LoopbackServer() {
+    ::shutdown(listener_, SHUT_RDWR);
+    thread_.join();
+    ::close(listener_);
+  }
+
+  std::string address(std::string_view path) const {
+    return "http://127.0.0.1:" + std::to_string(port_) + std::string(path);
+  }
+  std::vector<std::string> requests;
+
+ private:
+  void serve(const std::vector<std::string>& answers) {
+    for (const std::string& answer : answers) {
+      const int peer = ::accept(listener_, nullptr, nullptr);
+      if (peer < 0) return;
+      char bytes[4096];
+      const ssize_t size = ::recv(peer, bytes, sizeof bytes, 0);
+      requests.emplace_back(bytes, static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
+      ::send(peer, answer.data(), answer.size(), MSG_NOSIGNAL);
+      ::close(peer);
+    }
+  }
+
+  int listener_;
+  int port_ = 0;
+  std::thread thread_;
+};
+
+std::string answer(std::string_view status, std::string_view body) {
+  return "HTTP/1.1 " + std::string(status) + "\r\nContent-Length: " + std::to_string(body.size()) +
+         "\r\nConnection: close\r\n\r\n" + std::string(body);
+}
+
+FetchLimits limits() {
+  FetchLimits limits;
+  limits.time_left = [] { return milliseconds(10000); };
+  return limits;
+}
+
+TEST(CurlHttp, FetchesABodyWhateverItsStatus) {
+  LoopbackServer server({answer("200 OK", "one"), answer("404 Not Found", "no page")});
+  CurlHttp http(limits());
+  EXPECT_EQ(http.body_of(server.address("/"), {}), "one");
+  EXPECT_EQ(http.body_of(server.address("/none"), {}), "no page");
+}
+
+TEST(CurlHttp, ABodyOfBytesComesWhole) {
+  const std::string bytes("\x00\xC4\xE3\xFF", 4);
+  LoopbackServer server({answer("200 OK", bytes)});
+  EXPECT_EQ(CurlHttp(limits()).body_of(server.address("/"), {}), bytes);
+}
+
+TEST(CurlHttp, ABlankInTheAddressIsSentAsAServerTakesIt) {
+  LoopbackServer server({answer("200 OK", "")});
+  CurlHttp(limits()).body_of(server.address("/?domain=a b"), {});
+  EXPECT_TRUE(server.requests.at(0).starts_with("GET /?domain=a%20b HTTP/1.1\r\n"));
+}
+
+TEST(CurlHttp, NobodyThereIsNoAnswer) {
+  EXPECT_FALSE(CurlHttp(limits()).body_of("http://127.0.0.1:1/", {}).has_value());
+  EXPECT_FALSE(CurlHttp(limits()).body_of("http://no.such.host.invalid/", {}).has_value());
+}
+
+TEST(CurlHttp, OtherSchemesAreNoAnswer) {
+  for (const std::string_view address : {"file:///etc/hostname", "ftp://127.0.0.1/", "", "x"}) {
+    EXPECT_FALSE(CurlHttp(limits()).body_of(address, {}).has_value()) << address;
+  }
+}
+
+TEST(CurlHttp, ARedirectToAnotherSchemeIsNotFollowed) {
+  LoopbackServer server(
+      {"HTTP/1.1 302 Found\r\nLocation: file:///etc/hostname\r\nContent-Length: 0\r\n\r\n"});
+  EXPECT_FALSE(CurlHttp(limits()).body_of(server.address("/"), {}).has_value());
+}
+
+TEST(CurlHttp, ABodyPastTheCapIsNoAnswer) {
+  LoopbackServer server({answer("200 OK", std::string(101, 'x'))});
+  FetchLimits small = limits();
+  small.max_body_bytes = 100;
+  EXPECT_FALSE(CurlHttp(small).body_of(server.address("/"), {}).has_value());
+}
+
+TEST(CurlHttp, APageWithoutTimeFetchesNothing) {
+  FetchLimits none = limits();
+  none.time_left = [] { return milliseconds(0); };
+  LoopbackServer server({});
+  EXPECT_FALSE(CurlHttp(none).body_of(server.address("/"), {}).has_value());
+  EXPECT_TRUE(server.requests.empty());
+}
+
+TEST(CurlHttp, AFetchEndsWithThePage) {
+  LoopbackServer server({answer("200 OK", "one")});
+  FetchLimits ending = limits();
+  ending.still_running = [] { throw platform::PageEnd{platform::PageEnd::Reason::TimedOut}; };
+  CurlHttp http(ending);
+  EXPECT_THROW(http.body_of(server.address("/"), {}), platform::PageEnd);
+}
+
+}  // namespace
+}  // namespace rk::curl
