@@ -15,8 +15,8 @@ namespace {
   while (!value.empty() && is_blank(value.back())) value.remove_suffix(1);
   bool word = !value.empty() && begins_word(value.front()) && !is_reserved(value);
   for (const char c : value) word = word && continues_word(c);
-  const bool constant = same_letters(value, "true") || same_letters(value, "false") ||
-                        same_letters(value, "null");
+  const bool constant =
+      same_letters(value, "true") || same_letters(value, "false") || same_letters(value, "null");
   if (word || constant) {
     throw SqlError(kNoValueGiven, "No value given for one or more required parameters.", begin);
   }

@@ -104,10 +104,9 @@ void Writer::output(const ResolvedOutput& output, bool fold_case, std::string& o
   } else {
     value(*output.value, out);
   }
-  if (fold_case && is_textual(output.type) && !(column && output.column->no_case)) {
-    out += " COLLATE NOCASE";
-  }
-  if (column && output.column->name == output.name && !output.binding->derived) return;
+  const bool folds = fold_case && is_textual(output.type) && !(column && output.column->no_case);
+  if (folds) out += " COLLATE NOCASE";
+  if (column && output.column->name == output.name && !output.binding->derived && !folds) return;
   out += " AS ";
   name(output.name, out);
 }
