@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
 #include <set>
 
 #include "classes/program_ids.h"
@@ -58,6 +60,16 @@ TEST_F(SiteMainObject, EveryOperationStandsOnceInTheTable) {
   std::set<std::string> names;
   for (const auto& row : SiteMain::operations()) {
     EXPECT_TRUE(names.insert(lowered_ascii(row.name)).second) << row.name;
+  }
+}
+
+TEST_F(SiteMainObject, EveryOperationIsDocumented) {
+  std::ifstream file(RK_SOURCE_DIR "/docs/operations.md");
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  ASSERT_NE(text.find("# SiteMain"), std::string::npos);
+  for (const auto& row : SiteMain::operations()) {
+    const std::string heading = std::string("\n### `").append(row.name).append("(");
+    EXPECT_NE(text.find(heading), std::string::npos) << row.name;
   }
 }
 
