@@ -158,6 +158,7 @@ struct TracedStatement {
   std::string_view sql;
   std::int64_t microseconds = 0;
   std::int64_t rows = 0;
+  std::string_view place = {};  // where the page stood as it sent the text, FILE:LINE; or empty
 };
 
 }  // namespace rk::platform

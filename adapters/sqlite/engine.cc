@@ -1,0 +1,64 @@
+#include "adapters/sqlite/engine.h"
+
+#include <sqlite3.h>
+
+#include <fstream>
+#include <utility>
+
+#include "adapters/sqlite/connection_string.h"
+#include "adapters/sqlite/database_file.h"
+#include "adapters/sqlite/locate.h"
+#include "adapters/sqlite/page_database.h"
+
+namespace rk::sqlite {
+namespace {
+
+// Connection strings that are remembered: a site has one or two, but a page may build its own.
+constexpr std::size_t kKnownStrings = 256;
+
+}  // namespace
+
+Engine::Engine(EngineSettings settings, const platform::Files& files, const platform::Clock& clock)
+    : settings_(std::move(settings)), files_(files), clock_(clock) {
+  // The engine's count of its memory is a lock that all threads share and nobody reads. Without
+  // effect where the engine runs already.
+  sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+}
+
+Engine::~Engine() = default;
+
+std::unique_ptr<platform::Database> Engine::page(PageHooks hooks) {
+  return std::make_unique<PageDatabase>(*this, std::move(hooks));
+}
+
+std::shared_ptr<DatabaseFile> Engine::file(std::string_view connection_string) {
+  const std::string text(connection_string);
+  {
+    const std::lock_guard lock(mutex_);
+    const auto known = by_string_.find(text);
+    if (known != by_string_.end() && known->second->is_current()) return known->second;
+  }
+  return locate(text);
+}
+
+std::shared_ptr<DatabaseFile> Engine::locate(const std::string& connection_string) {
+  const ConnectionString parsed = parse_connection_string(connection_string);
+  const Places places{settings_.site_folder, settings_.data_folders};
+  const std::string path = locate_database(parsed, places, files_);
+  // An empty file is an empty database.
+  if (parsed.mode == OpenMode::Create) std::ofstream(path, std::ios::app);
+  const OpenMode mode = parsed.mode == OpenMode::Read ? OpenMode::Read : OpenMode::ReadWrite;
+
+  const std::lock_guard lock(mutex_);
+  auto& file = by_path_[(mode == OpenMode::Read ? "r:" : "w:") + path];
+  if (file != nullptr && !file->is_current()) {
+    file->retire();
+    file = nullptr;
+  }
+  if (file == nullptr) file = std::make_shared<DatabaseFile>(path, mode, settings_.busy);
+  if (by_string_.size() >= kKnownStrings) by_string_.clear();
+  by_string_[connection_string] = file;
+  return file;
+}
+
+}  // namespace rk::sqlite

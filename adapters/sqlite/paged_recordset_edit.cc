@@ -1,0 +1,145 @@
+// AddNew, Update, CancelUpdate and Delete of a paged record set.
+#include <utility>
+
+#include "adapters/sqlite/field_values.h"
+#include "adapters/sqlite/paged_recordset.h"
+#include "value/conversions.h"
+#include "value/script_error.h"
+
+namespace rk::sqlite {
+namespace {
+
+constexpr KnownError kRowGone{-2147217864,
+                              "The row cannot be changed: it is no longer in the table."};
+
+}  // namespace
+
+void PagedRecordset::check_writable(bool needs_row) const {
+  check_open();
+  if (!writable_ || (needs_row && !keyed_)) raise(errors::kFeatureNotAvailable);
+}
+
+std::int64_t PagedRecordset::current_key() {
+  if (place_ == Place::Added) return added_key_;
+  return buffer_.cell(current_row(), field_count()).integer;
+}
+
+Value PagedRecordset::field(std::size_t ordinal) {
+  if (edit_ != nullptr) {
+    column(ordinal);
+    if (edit_->values[ordinal]) return *edit_->values[ordinal];
+    if (edit_->adding) return Value::null();
+  }
+  if (place_ != Place::Added) return Rowset::field(ordinal);
+  const jetsql::Type type = column(ordinal).type;
+  show_added_row();
+  return field_value(added_, added_.cell(0, ordinal), type);
+}
+
+bool PagedRecordset::append_field_text(std::size_t ordinal, std::string& out) {
+  if (edit_ == nullptr && place_ != Place::Added) return Rowset::append_field_text(ordinal, out);
+  const Value value = field(ordinal);
+  append_text(out, value);
+  return !value.is_null();
+}
+
+// The row as the table took it, with its defaults and its number, read when it is asked for.
+void PagedRecordset::show_added_row() {
+  check_open();
+  if (added_read_) return;
+  if (!EditedTable(*session_, plan_->translation).read(added_key_, added_)) {
+    raise(errors::kNoCurrentRecord);
+  }
+  added_read_ = true;
+}
+
+void PagedRecordset::add_new() {
+  check_writable(false);
+  leave_row();
+  edit_ = std::make_unique<RowEdit>();
+  edit_->adding = true;
+  edit_->values.resize(field_count());
+}
+
+void PagedRecordset::set_field(std::size_t ordinal, const Value& value) {
+  check_writable(false);
+  if (column(ordinal).base_column.empty()) raise(errors::kFeatureNotAvailable);
+  if (edit_ == nullptr) {
+    check_writable(true);
+    if (place_ != Place::Added) current_row();
+    edit_ = std::make_unique<RowEdit>();
+    edit_->values.resize(field_count());
+  }
+  edit_->values[ordinal] = value;
+}
+
+void PagedRecordset::update() {
+  check_writable(false);
+  if (edit_ == nullptr) return;
+  if (edit_->adding) {
+    store_new_row();
+  } else {
+    store_changed_row();
+  }
+}
+
+void PagedRecordset::cancel_update() {
+  check_writable(false);
+  edit_.reset();
+}
+
+void PagedRecordset::store_new_row() {
+  EditedTable table(*session_, plan_->translation);
+  {
+    Change change(*session_, false);
+    added_key_ = table.insert(*edit_);
+    change.keep();
+  }
+  edit_.reset();
+  added_read_ = false;
+  place_ = Place::Added;
+  if (total_ >= 0) ++total_;
+  if (!complete_ || !keyed_) return;
+  // It stands behind the others from now on, whatever their order.
+  show_added_row();
+  buffer_.add(added_, 0);
+  go_to(total_);
+}
+
+void PagedRecordset::store_changed_row() {
+  EditedTable table(*session_, plan_->translation);
+  std::int64_t key = 0;
+  {
+    Change change(*session_, false);
+    key = current_key();
+    if (!table.update(*edit_, key)) raise(kRowGone);
+    change.keep();
+  }
+  edit_.reset();
+  added_read_ = false;
+  if (place_ == Place::Added || !table.read(key, added_)) return;
+  const std::size_t row = current_row();
+  for (std::size_t i = 0; i < field_count(); ++i) {
+    if (!column(i).base_column.empty()) buffer_.replace(row, i, added_, 0);
+  }
+}
+
+void PagedRecordset::remove() {
+  check_writable(true);
+  edit_.reset();
+  if (place_ != Place::Added) current_row();
+  {
+    Change change(*session_, false);
+    if (!EditedTable(*session_, plan_->translation).remove(current_key())) raise(kRowGone);
+    change.keep();
+  }
+  if (total_ > 0) --total_;
+  if (place_ == Place::Added) {
+    place_ = Place::Past;
+    return;
+  }
+  buffer_.remove(current_row());
+  place_ = Place::Removed;
+}
+
+}  // namespace rk::sqlite
