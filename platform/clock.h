@@ -11,6 +11,8 @@ class Clock {
   virtual ~Clock() = default;
   // Local time in the zone of the settings, as a Date value's days (value/dates.h).
   virtual double now() const = 0;
+  // Days by which local time is ahead of UTC, for dates that go out in headers.
+  virtual double ahead_of_utc() const { return 0; }
   // Never set back; for time-outs.
   virtual std::chrono::steady_clock::time_point steady() const = 0;
 };

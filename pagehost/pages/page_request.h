@@ -39,6 +39,7 @@ struct PageAnswer {
   std::string body;  // bytes, in the response's code page
   // Status, headers and the first of the body went to the AnswerSink already; `body` is the rest.
   bool streamed = false;
+  std::string log_note;  // Response.AppendToLog, for the access log's line
 };
 
 // Takes what a page sends before its end (Response.Flush, or a page without a buffer). Called on

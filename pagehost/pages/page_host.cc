@@ -1,0 +1,209 @@
+#include "pagehost/pages/page_host.h"
+
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "pagehost/pages/code_page_choice.h"
+#include "pagehost/pages/host_state.h"
+#include "pagehost/pages/page_failure_text.h"
+#include "pagehost/pages/page_run.h"
+#include "pagehost/pages/url_text.h"
+#include "pagehost/pages/virtual_path.h"
+#include "value/text.h"
+
+namespace rk::pagehost {
+namespace {
+
+constexpr std::string_view kStartUpScript = "/global.asa";
+
+// The session identifier that a request brings, or empty.
+std::string session_id_of(const PageRequest& request) {
+  for (const auto& [name, value] : request.headers) {
+    if (!equal_ignoring_case(name, "cookie")) continue;
+    const std::string mark = std::string(kSessionCookie) + "=";
+    for (std::size_t at = 0; (at = value.find(mark, at)) != std::string::npos; ++at) {
+      if (at != 0 && value[at - 1] != ' ' && value[at - 1] != ';') continue;
+      const std::size_t from = at + mark.size();
+      return value.substr(from, value.find(';', from) - from);
+    }
+  }
+  return {};
+}
+
+PageAnswer plain_answer(int status, std::string reason, std::string_view words) {
+  PageAnswer answer;
+  answer.status = status;
+  answer.body = plain_page(status, reason, words);
+  answer.reason = std::move(reason);
+  answer.headers = {{"Content-Type", "text/html; charset=utf-8"}, {"Cache-Control", "private"}};
+  return answer;
+}
+
+PageAnswer not_found_answer() {
+  return plain_answer(404, "Not Found", "There is nothing at this address.");
+}
+
+// Waits on this thread for what SessionStore::admit calls.
+class Waiting {
+ public:
+  void ready(SessionTurn turn) {
+    const std::lock_guard held(mutex_);
+    turn_ = std::move(turn);
+    called_ = true;
+    changed_.notify_one();
+  }
+  SessionTurn turn() {
+    std::unique_lock held(mutex_);
+    changed_.wait(held, [&] { return called_; });
+    return std::move(turn_);
+  }
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  SessionTurn turn_;
+  bool called_ = false;
+};
+
+}  // namespace
+
+class PageHost::Parts {
+ public:
+  Parts(PageHostOptions options, PageHostParts host_parts)
+      : state_(std::move(options), std::move(host_parts)) {}
+
+  HostState& state() { return state_; }
+
+  void read_start_up_script() {
+    const std::string physical = state_.options.site_root + std::string(kStartUpScript);
+    if (!state_.parts.files->find(physical)) return;
+    PageSource source = state_.reader.start_up_script(kStartUpScript, state_.code_page);
+    auto script = std::make_shared<const CompiledPage>(
+        compiled_page(std::string(kStartUpScript), std::move(source)));
+    if (script->failure) {
+      state_.parts.log->error(script->failure->report);
+    } else {
+      state_.start_up = script;
+    }
+  }
+
+  // An event outside of any request.
+  void run_event(std::string_view procedure, SessionStore::Turn turn) {
+    if (!state_.start_up) return;
+    PageRequest nobody;
+    nobody.path = kStartUpScript;
+    PageRun run(state_, nobody, std::move(turn), nullptr);
+    run.run_event(procedure);
+  }
+
+  void end_sessions(std::vector<SessionStore::Turn> turns) {
+    for (SessionStore::Turn& turn : turns) run_event("Session_OnEnd", std::move(turn));
+  }
+
+  bool started = false;
+
+ private:
+  HostState state_;
+};
+
+PageHost::PageHost(PageHostOptions options, PageHostParts parts)
+    : parts_(std::make_unique<Parts>(std::move(options), std::move(parts))) {}
+
+PageHost::~PageHost() {
+  stop();
+}
+
+void PageHost::start() {
+  HostState& state = parts_->state();
+  state.code_page = state.options.page_code_page;
+  if (state.code_page == kAutoCodePage) {
+    state.code_page = site_is_utf8(*state.parts.files, state.options.site_root)
+                          ? platform::kUtf8
+                          : state.options.ansi_code_page;
+  }
+  state.cache.set_code_page(state.code_page);
+  parts_->read_start_up_script();
+  parts_->started = true;
+  parts_->run_event("Application_OnStart", nullptr);
+}
+
+void PageHost::stop() {
+  if (!std::exchange(parts_->started, false)) return;
+  *parts_->state().stopping = false;  // the events below may run
+  parts_->end_sessions(parts_->state().sessions.take_all());
+  parts_->run_event("Application_OnEnd", nullptr);
+}
+
+void PageHost::end_running_pages() {
+  *parts_->state().stopping = true;
+  parts_->state().application.wake();
+}
+
+int PageHost::code_page() const {
+  return parts_->state().code_page;
+}
+
+bool PageHost::is_page(std::string_view path) {
+  constexpr std::string_view kEnding = ".asp";
+  return path.size() > kEnding.size() &&
+         equal_ignoring_case(path.substr(path.size() - kEnding.size()), kEnding);
+}
+
+bool PageHost::admit(const PageRequest& request, std::function<void(SessionTurn)> ready) {
+  HostState& state = parts_->state();
+  const std::string id = session_id_of(request);
+  const auto path = id.empty() ? std::nullopt : resolved_path("", request.path);
+  const auto page = path ? state.cache.kept_page(*path) : nullptr;
+  if (id.empty() || (page && !page->session_enabled)) {
+    ready(SessionTurn());
+    return true;
+  }
+  return state.sessions.admit(id, [ready = std::move(ready)](SessionStore::Turn turn) {
+    ready(SessionTurn(std::move(turn)));
+  });
+}
+
+PageAnswer PageHost::run(const PageRequest& request, SessionTurn turn, AnswerSink* sink) {
+  HostState& state = parts_->state();
+  const auto path = resolved_path("", request.path);
+  const auto page = path && is_page(*path) ? state.cache.page(*path) : nullptr;
+  if (!page) return answer_not_found(request, std::move(turn), sink);
+  PageRun run(state, request, std::static_pointer_cast<Session>(std::move(turn.held_)), sink);
+  return run.answer(page);
+}
+
+PageAnswer PageHost::run(const PageRequest& request) {
+  const auto waiting = std::make_shared<Waiting>();
+  const bool admitted =
+      admit(request, [waiting](SessionTurn turn) { waiting->ready(std::move(turn)); });
+  if (!admitted) {
+    return plain_answer(503, "Service Unavailable", "Too many requests of one visitor at a time.");
+  }
+  return run(request, waiting->turn(), nullptr);
+}
+
+PageAnswer PageHost::answer_not_found(const PageRequest& request, SessionTurn turn,
+                                      AnswerSink* sink) {
+  HostState& state = parts_->state();
+  const auto path = resolved_path("", state.options.not_found);
+  const auto page = path && !path->empty() ? state.cache.page(*path) : nullptr;
+  if (!page) return not_found_answer();
+  PageRequest other = request;
+  other.path = *path;
+  other.query = std::string("404;") + (request.secure ? "https://" : "http://") +
+                std::string(request.header("host")) + header_safe_address(request.path);
+  if (!request.query.empty()) other.query += "?" + request.query;
+  PageRun run(state, other, std::static_pointer_cast<Session>(std::move(turn.held_)), sink);
+  return run.answer(page);
+}
+
+void PageHost::sweep_sessions() {
+  parts_->end_sessions(parts_->state().sessions.take_expired());
+}
+
+}  // namespace rk::pagehost

@@ -1,0 +1,248 @@
+#include "pagehost/pages/response_object.h"
+
+#include <utility>
+
+#include "value/array.h"
+
+namespace rk::pagehost {
+namespace {
+
+// A cookie that scripts set: Response.Cookies(name).
+class CookieObject final : public TabledObject<CookieObject> {
+ public:
+  CookieObject(std::shared_ptr<PageResponse> response, std::string name)
+      : response_(std::move(response)), name_(std::move(name)) {}
+  std::string_view type_name() const override { return "IWriteCookie"; }
+  static std::span<const Member<CookieObject>> members() {
+    static constexpr Member<CookieObject> kMembers[] = {
+        {"Item", &CookieObject::item, 0, 1, Access::Both},
+        {"Expires", &CookieObject::expires, 0, 0, Access::Write},
+        {"Path", &CookieObject::path, 0, 0, Access::Write},
+        {"Domain", &CookieObject::domain, 0, 0, Access::Write},
+        {"Secure", &CookieObject::secure, 0, 0, Access::Write},
+        {"HasKeys", &CookieObject::has_keys},
+    };
+    return kMembers;
+  }
+
+ private:
+  ResponseCookie& cookie() { return response_->cookie(name_); }
+
+  Value item(const Call& call) {
+    if (call.count() == 0) {
+      if (!call.assigns()) return Value::text(cookie().value);
+      cookie().value = joined_text(call.assigned()).string();
+      cookie().keys.clear();
+      return {};
+    }
+    const std::string key = call.text(0);
+    for (auto& [name, value] : cookie().keys) {
+      if (!equal_ignoring_case(name, key)) continue;
+      if (!call.assigns()) return Value::text(value);
+      value = joined_text(call.assigned()).string();
+      return {};
+    }
+    if (call.assigns()) cookie().keys.emplace_back(key, joined_text(call.assigned()).string());
+    return {};
+  }
+  Value expires(const Call& call) {
+    cookie().expires = to_date(call.assigned());
+    return {};
+  }
+  Value path(const Call& call) {
+    cookie().path = to_text(call.assigned()).string();
+    return {};
+  }
+  Value domain(const Call& call) {
+    cookie().domain = to_text(call.assigned()).string();
+    return {};
+  }
+  Value secure(const Call& call) {
+    cookie().secure = to_boolean(call.assigned());
+    return {};
+  }
+  Value has_keys(const Call&) { return Value::boolean(!cookie().keys.empty()); }
+
+  std::shared_ptr<PageResponse> response_;
+  std::string name_;
+};
+
+class CookiesObject final : public TabledObject<CookiesObject> {
+ public:
+  explicit CookiesObject(std::shared_ptr<PageResponse> response) : response_(std::move(response)) {}
+  std::string_view type_name() const override { return "IRequestDictionary"; }
+  static std::span<const Member<CookiesObject>> members() {
+    static constexpr Member<CookiesObject> kMembers[] = {
+        {"Item", &CookiesObject::item, 1, 1, Access::Both},
+        {"Count", &CookiesObject::count},
+    };
+    return kMembers;
+  }
+
+ private:
+  Value item(const Call& call) {
+    const std::string name = call.text(0);
+    auto cookie = make_ref<CookieObject>(response_, name);
+    if (!call.assigns()) return Value::object(cookie);
+    Value* value[] = {const_cast<Value*>(&call.assigned())};
+    return cookie->invoke(kDefaultMember, CallKind::Let, value);
+  }
+  Value count(const Call&) {
+    return Value::long_integer(static_cast<std::int32_t>(response_->cookies().size()));
+  }
+
+  std::shared_ptr<PageResponse> response_;
+};
+
+// What BinaryWrite takes: an array of bytes, or the bytes of a text.
+std::string bytes_of(const Value& value) {
+  const Value plain = plain_value(value);
+  if (plain.is_array() && plain.as_array().holds_bytes()) return plain.as_array().bytes();
+  if (plain.is_array()) raise(errors::kTypeMismatch);
+  return to_text(plain).bytes();
+}
+
+}  // namespace
+
+std::span<const Member<ResponseObject>> ResponseObject::members() {
+  using R = ResponseObject;
+  static constexpr Member<R> kMembers[] = {
+      {"Write", &R::write, 1, 1},
+      {"BinaryWrite", &R::binary_write, 1, 1},
+      {"End", &R::end},
+      {"Flush", &R::flush},
+      {"Clear", &R::clear},
+      {"Redirect", &R::redirect, 1, 1},
+      {"Buffer", &R::buffer, 0, 0, Access::Both},
+      {"Status", &R::status, 0, 0, Access::Both},
+      {"ContentType", &R::content_type, 0, 0, Access::Both},
+      {"Charset", &R::charset, 0, 1, Access::Both},
+      {"CodePage", &R::code_page, 0, 0, Access::Both},
+      {"LCID", &R::lcid, 0, 0, Access::Both},
+      {"CacheControl", &R::cache_control, 0, 0, Access::Both},
+      {"Expires", &R::expires, 0, 0, Access::Both},
+      {"ExpiresAbsolute", &R::expires_absolute, 0, 0, Access::Both},
+      {"AddHeader", &R::add_header, 2, 2},
+      {"AppendToLog", &R::append_to_log, 1, 1},
+      {"Cookies", &R::cookies, 0, 1, Access::Both},
+      {"IsClientConnected", &R::is_client_connected},
+      {"PICS", &R::pics, 1, 1},
+  };
+  return kMembers;
+}
+
+Value ResponseObject::write(const Call& call) {
+  response_->write(call.at(0));
+  return {};
+}
+
+Value ResponseObject::binary_write(const Call& call) {
+  response_->write_bytes(bytes_of(call.at(0)));
+  return {};
+}
+
+Value ResponseObject::end(const Call&) {
+  response_->end();
+}
+
+Value ResponseObject::flush(const Call&) {
+  response_->flush();
+  return {};
+}
+
+Value ResponseObject::clear(const Call&) {
+  response_->clear();
+  return {};
+}
+
+Value ResponseObject::redirect(const Call& call) {
+  response_->redirect(call.text(0));
+}
+
+Value ResponseObject::buffer(const Call& call) {
+  if (!call.assigns()) return Value::boolean(response_->buffered());
+  response_->set_buffered(to_boolean(call.assigned()));
+  return {};
+}
+
+Value ResponseObject::status(const Call& call) {
+  if (!call.assigns()) return Value::text(response_->status());
+  response_->set_status(to_text(call.assigned()).view());
+  return {};
+}
+
+Value ResponseObject::content_type(const Call& call) {
+  if (!call.assigns()) return Value::text(response_->content_type());
+  response_->set_content_type(to_text(call.assigned()).string());
+  return {};
+}
+
+// Old pages write it as a method as well: Response.Charset("gb2312").
+Value ResponseObject::charset(const Call& call) {
+  if (call.assigns() || call.has(0)) {
+    response_->set_charset(
+        to_text(call.assigns() ? call.assigned() : std::as_const(call.at(0))).string());
+    return {};
+  }
+  return Value::text(response_->charset().empty() ? charset_name(response_->code_page())
+                                                  : response_->charset());
+}
+
+Value ResponseObject::code_page(const Call& call) {
+  if (!call.assigns()) return Value::long_integer(response_->code_page());
+  response_->set_code_page(to_long(call.assigned()));
+  return {};
+}
+
+Value ResponseObject::lcid(const Call& call) {
+  if (!call.assigns()) return Value::long_integer(lcid_);
+  lcid_ = to_long(call.assigned());
+  return {};
+}
+
+Value ResponseObject::cache_control(const Call& call) {
+  if (!call.assigns()) return Value::text(response_->cache_control());
+  response_->set_cache_control(to_text(call.assigned()).string());
+  return {};
+}
+
+// In minutes from now.
+Value ResponseObject::expires(const Call& call) {
+  if (!call.assigns()) return Value::long_integer(expires_minutes_);
+  expires_minutes_ = to_long(call.assigned());
+  response_->set_expires(clock_.now() + expires_minutes_ / 1440.0);
+  return {};
+}
+
+Value ResponseObject::expires_absolute(const Call& call) {
+  if (!call.assigns()) return response_->expires() ? Value::date(*response_->expires()) : Value();
+  response_->set_expires(to_date(call.assigned()));
+  return {};
+}
+
+Value ResponseObject::add_header(const Call& call) {
+  response_->add_header(call.text(0), call.text(1));
+  return {};
+}
+
+Value ResponseObject::append_to_log(const Call& call) {
+  response_->append_to_log(call.text(0));
+  return {};
+}
+
+Value ResponseObject::cookies(const Call& call) {
+  auto cookies = make_ref<CookiesObject>(response_);
+  if (call.count() == 0 && !call.assigns()) return Value::object(cookies);
+  return cookies->invoke(kDefaultMember, call.kind(), call.arguments());
+}
+
+Value ResponseObject::is_client_connected(const Call&) {
+  return Value::boolean(response_->connected());
+}
+
+Value ResponseObject::pics(const Call& call) {
+  response_->add_header("PICS-Label", call.text(0));
+  return {};
+}
+
+}  // namespace rk::pagehost
