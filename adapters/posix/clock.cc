@@ -48,6 +48,12 @@ double PosixClock::now() const {
   return local / 86400.0 + kUnixEpochDays;
 }
 
+double PosixClock::ahead_of_utc() const {
+  timespec moment{};
+  ::clock_gettime(CLOCK_REALTIME, &moment);
+  return static_cast<double>(offset_at(moment.tv_sec)) / 86400.0;
+}
+
 std::chrono::steady_clock::time_point PosixClock::steady() const {
   return std::chrono::steady_clock::now();
 }

@@ -20,6 +20,7 @@ class PosixClock final : public platform::Clock {
  public:
   // With its fraction of a second; who shows it cuts that off.
   double now() const override;
+  double ahead_of_utc() const override;
   std::chrono::steady_clock::time_point steady() const override;
 
  private:

@@ -16,7 +16,9 @@ std::optional<std::string> MemoryFiles::find(std::string_view path) const {
 std::optional<platform::FileStamp> MemoryFiles::stamp(std::string_view path) const {
   const auto found = find(path);
   if (!found) return std::nullopt;
-  return platform::FileStamp{0, files_.at(*found).size(), 0};
+  const auto stored = stored_.find(*found);
+  return platform::FileStamp{stored == stored_.end() ? 0 : stored->second, files_.at(*found).size(),
+                             0};
 }
 
 bool MemoryFiles::is_folder(std::string_view path) const {
@@ -54,11 +56,12 @@ std::string MemoryFiles::read_text(std::string_view path) const {
 }
 
 void MemoryFiles::write(std::string_view path, std::string_view bytes) {
-  files_[find(path).value_or(std::string(path))] = std::string(bytes);
+  put(find(path).value_or(std::string(path)), std::string(bytes));
 }
 
 void MemoryFiles::append(std::string_view path, std::string_view bytes) {
-  files_[find(path).value_or(std::string(path))].append(bytes);
+  const std::string name = find(path).value_or(std::string(path));
+  put(name, files_[name] + std::string(bytes));
 }
 
 }  // namespace rk::tests

@@ -2,6 +2,7 @@
 #ifndef RK_TESTS_SUPPORT_MEMORY_FILES_H_
 #define RK_TESTS_SUPPORT_MEMORY_FILES_H_
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
@@ -12,7 +13,11 @@ namespace rk::tests {
 
 class MemoryFiles : public platform::Files {
  public:
-  void put(std::string path, std::string bytes) { files_[std::move(path)] = std::move(bytes); }
+  // Each storing gives the file another time stamp.
+  void put(std::string path, std::string bytes) {
+    stored_[path] = ++times_stored_;
+    files_[std::move(path)] = std::move(bytes);
+  }
   void remove(const std::string& path) { files_.erase(path); }
   // Reading this path raises 70 from now on.
   void forbid(std::string path) { forbidden_ = std::move(path); }
@@ -29,6 +34,8 @@ class MemoryFiles : public platform::Files {
 
  private:
   std::map<std::string, std::string, std::less<>> files_;
+  std::map<std::string, std::int64_t, std::less<>> stored_;
+  std::int64_t times_stored_ = 0;
   std::string forbidden_;
   mutable std::vector<std::string> reads_;
 };

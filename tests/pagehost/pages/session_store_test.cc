@@ -1,0 +1,137 @@
+#include "pagehost/pages/session_store.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/support/fixed_clock.h"
+#include "value/value.h"
+
+namespace rk::pagehost {
+namespace {
+
+using namespace std::chrono_literals;
+
+// Other bytes each time.
+class CountingRandom final : public platform::Random {
+ public:
+  double fraction() override { return 0.5; }
+  void secret_bytes(std::span<std::uint8_t> out) override {
+    ++asked_;
+    for (std::size_t i = 0; i < out.size(); ++i) {
+      out[i] = static_cast<std::uint8_t>(asked_ >> (i % 4 * 8));
+    }
+  }
+
+ private:
+  std::uint32_t asked_ = 0;
+};
+
+class Sessions : public ::testing::Test {
+ protected:
+  std::string made() { return store_.create()->id; }
+  // The turn, where it is given at once.
+  SessionStore::Turn turn(const std::string& id) {
+    SessionStore::Turn out;
+    store_.admit(id, [&](SessionStore::Turn turn) { out = std::move(turn); });
+    return out;
+  }
+
+  tests::FixedClock clock_;
+  CountingRandom random_;
+  SessionStore store_{clock_, random_, 20min, 4, 2};
+};
+
+TEST_F(Sessions, AnIdentifierHas128Bits) {
+  EXPECT_EQ(made().size(), 32u);
+}
+
+TEST_F(Sessions, AnUnknownIdentifierIsNotAdopted) {
+  EXPECT_EQ(turn("0123456789ABCDEF0123456789ABCDEF"), nullptr);
+  EXPECT_EQ(store_.size(), 0u);
+}
+
+TEST_F(Sessions, ContentsStayForTheNextTurn) {
+  const std::string id = made();
+  turn(id)->contents.set("a", Value::text("1"));
+  EXPECT_EQ(turn(id)->contents.find("A")->as_view(), "1");
+}
+
+TEST_F(Sessions, OnePageATimeAndTheNextIsCalledByTheOneBefore) {
+  const std::string id = made();
+  SessionStore::Turn first = turn(id);
+  std::vector<int> order;
+  std::vector<SessionStore::Turn> held;
+  for (int i = 0; i < 2; ++i) {
+    store_.admit(id, [&order, &held, i](SessionStore::Turn next) {
+      order.push_back(i);
+      held.push_back(std::move(next));
+    });
+  }
+  EXPECT_TRUE(order.empty());
+  first.reset();
+  EXPECT_EQ(order, (std::vector<int>{0}));
+  SessionStore::Turn second = std::move(held[0]);
+  second.reset();
+  EXPECT_EQ(order, (std::vector<int>{0, 1}));
+}
+
+TEST_F(Sessions, TooManyThatWaitAreTurnedAway) {
+  const std::string id = made();
+  const SessionStore::Turn first = turn(id);
+  int called = 0;
+  const auto count = [&](SessionStore::Turn) { ++called; };
+  EXPECT_TRUE(store_.admit(id, count));
+  EXPECT_TRUE(store_.admit(id, count));
+  EXPECT_FALSE(store_.admit(id, count));
+  EXPECT_EQ(called, 0);
+}
+
+TEST_F(Sessions, WhoWaitedForARemovedSessionGetsNone) {
+  const std::string id = made();
+  SessionStore::Turn first = turn(id);
+  bool called = false;
+  bool empty = false;
+  store_.admit(id, [&](SessionStore::Turn next) {
+    called = true;
+    empty = next == nullptr;
+  });
+  store_.remove(first);
+  first.reset();
+  EXPECT_TRUE(called);
+  EXPECT_TRUE(empty);
+  EXPECT_EQ(turn(id), nullptr);
+}
+
+TEST_F(Sessions, ASessionEndsWhenItsTimeIsOver) {
+  const std::string id = made();
+  clock_.advance(19min);
+  EXPECT_NE(turn(id), nullptr);
+  clock_.advance(19min);
+  EXPECT_NE(turn(id), nullptr);
+  clock_.advance(20min);
+  EXPECT_EQ(turn(id), nullptr);
+  EXPECT_EQ(store_.take_expired().size(), 1u);
+  EXPECT_EQ(store_.size(), 0u);
+}
+
+TEST_F(Sessions, ASessionInUseDoesNotExpire) {
+  const std::string id = made();
+  const SessionStore::Turn held = turn(id);
+  clock_.advance(60min);
+  EXPECT_TRUE(store_.take_expired().empty());
+  EXPECT_EQ(store_.size(), 1u);
+}
+
+TEST_F(Sessions, AFloodOfNewSessionsLeavesThoseThatWereComeBackTo) {
+  const std::string kept = made();
+  turn(kept).reset();
+  for (int i = 0; i < 100; ++i) made();
+  EXPECT_EQ(store_.size(), 4u);
+  EXPECT_NE(turn(kept), nullptr);
+}
+
+}  // namespace
+}  // namespace rk::pagehost
