@@ -16,8 +16,7 @@ namespace rk::sqlite {
 
 class Catalogue final : public jetsql::Schema {
  public:
-  Catalogue(sqlite3* database, std::string path)
-      : database_(database), path_(std::move(path)) {}
+  Catalogue(sqlite3* database, std::string path) : database_(database), path_(std::move(path)) {}
 
   // Raises an error of the file that cannot be read.
   const jetsql::Table* table(std::string_view name) const override;

@@ -8,7 +8,7 @@ namespace rk::sqlite {
 
 DatabaseFile::DatabaseFile(std::string path, OpenMode mode, std::chrono::milliseconds busy)
     : path_(std::move(path)), mode_(mode), busy_(busy) {
-  struct stat found{};
+  struct stat found {};
   if (stat(path_.c_str(), &found) == 0) {
     device_ = found.st_dev;
     inode_ = found.st_ino;
@@ -35,7 +35,7 @@ void DatabaseFile::give_back(std::unique_ptr<Handle> handle) noexcept {
 }
 
 bool DatabaseFile::is_current() const {
-  struct stat found{};
+  struct stat found {};
   return stat(path_.c_str(), &found) == 0 && found.st_dev == device_ && found.st_ino == inode_;
 }
 

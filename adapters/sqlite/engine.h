@@ -26,7 +26,7 @@ class DatabaseFile;
 struct EngineSettings {
   std::string site_folder;                // absolute, on the disk
   std::vector<std::string> data_folders;  // absolute, on the disk
-  std::chrono::milliseconds busy{5000};   // how long a file that another process holds is waited for
+  std::chrono::milliseconds busy{5000};  // how long a file that another process holds is waited for
 };
 
 // What the host wants to be asked and told while a page uses its database.

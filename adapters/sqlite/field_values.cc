@@ -40,7 +40,9 @@ std::optional<Value> currency_value(double number) {
   return Value::currency(std::llrint(scaled));
 }
 
-bool in_calendar(double days) { return days >= kFirstDate && days < kPastLastDate; }
+bool in_calendar(double days) {
+  return days >= kFirstDate && days < kPastLastDate;
+}
 
 std::optional<double> number_of(const Cell& cell) {
   if (cell.kind == Cell::Kind::Integer) return static_cast<double>(cell.integer);
@@ -154,8 +156,8 @@ bool append_plainly(std::string& out, const RowBuffer& rows, const Cell& cell, T
     out.append(text);
     return true;
   }
-  const bool plain_number = type == Type::Integer || type == Type::Unknown ||
-                            type == Type::Double || type == Type::Text;
+  const bool plain_number =
+      type == Type::Integer || type == Type::Unknown || type == Type::Double || type == Type::Text;
   if (cell.kind != Cell::Kind::Integer || !plain_number || cell.integer > kSharedWhole ||
       cell.integer < -kSharedWhole) {
     return false;

@@ -19,7 +19,9 @@ ForwardRecordset::ForwardRecordset(Session& session, const void* owner, Ref<Plan
   run(values);
 }
 
-ForwardRecordset::~ForwardRecordset() { ForwardRecordset::shut(); }
+ForwardRecordset::~ForwardRecordset() {
+  ForwardRecordset::shut();
+}
 
 void ForwardRecordset::run(RunValues& values) {
   lease_ = session_->handle().lease(plan_, kWhole);
@@ -111,14 +113,18 @@ void ForwardRecordset::move_previous() {
   raise(errors::kFeatureNotAvailable);
 }
 
-void ForwardRecordset::move_last() { move_previous(); }
+void ForwardRecordset::move_last() {
+  move_previous();
+}
 
 std::int64_t ForwardRecordset::record_count() {
   check_open();
   return -1;
 }
 
-std::int32_t ForwardRecordset::page_size() const { return page_size_; }
+std::int32_t ForwardRecordset::page_size() const {
+  return page_size_;
+}
 
 void ForwardRecordset::set_page_size(std::int32_t rows) {
   check_open();
@@ -131,24 +137,40 @@ std::int32_t ForwardRecordset::page_count() {
   return -1;
 }
 
-std::int32_t ForwardRecordset::absolute_page() { return page_count(); }
+std::int32_t ForwardRecordset::absolute_page() {
+  return page_count();
+}
 
-void ForwardRecordset::set_absolute_page(std::int32_t /*page*/) { move_previous(); }
+void ForwardRecordset::set_absolute_page(std::int32_t /*page*/) {
+  move_previous();
+}
 
-std::int64_t ForwardRecordset::absolute_position() { return record_count(); }
+std::int64_t ForwardRecordset::absolute_position() {
+  return record_count();
+}
 
-void ForwardRecordset::set_absolute_position(std::int64_t /*row*/) { move_previous(); }
+void ForwardRecordset::set_absolute_position(std::int64_t /*row*/) {
+  move_previous();
+}
 
-void ForwardRecordset::add_new() { move_previous(); }
+void ForwardRecordset::add_new() {
+  move_previous();
+}
 
 void ForwardRecordset::set_field(std::size_t /*ordinal*/, const Value& /*value*/) {
   move_previous();
 }
 
-void ForwardRecordset::update() { move_previous(); }
+void ForwardRecordset::update() {
+  move_previous();
+}
 
-void ForwardRecordset::cancel_update() { move_previous(); }
+void ForwardRecordset::cancel_update() {
+  move_previous();
+}
 
-void ForwardRecordset::remove() { move_previous(); }
+void ForwardRecordset::remove() {
+  move_previous();
+}
 
 }  // namespace rk::sqlite

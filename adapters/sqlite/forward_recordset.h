@@ -47,8 +47,8 @@ class ForwardRecordset final : public Rowset {
   void run(RunValues& values);
   void read_piece();
 
-  Lease lease_;         // while rows are left in the engine
-  RunValues kept_;      // the values of that statement
+  Lease lease_;           // while rows are left in the engine
+  RunValues kept_;        // the values of that statement
   bool dropped_ = false;  // rows of an earlier piece are gone
   bool empty_ = false;
   std::size_t row_ = 0;

@@ -42,7 +42,9 @@ int open_flags(OpenMode mode) {
 
 }  // namespace
 
-void Handle::Closer::operator()(sqlite3* database) const noexcept { sqlite3_close_v2(database); }
+void Handle::Closer::operator()(sqlite3* database) const noexcept {
+  sqlite3_close_v2(database);
+}
 
 void Handle::Finalizer::operator()(sqlite3_stmt* statement) const noexcept {
   sqlite3_finalize(statement);
@@ -244,7 +246,9 @@ bool Handle::step(sqlite3_stmt* statement) {
   return false;
 }
 
-std::int64_t Handle::changes() const noexcept { return sqlite3_changes64(database_.get()); }
+std::int64_t Handle::changes() const noexcept {
+  return sqlite3_changes64(database_.get());
+}
 
 std::int64_t Handle::last_row_id() const noexcept {
   return sqlite3_last_insert_rowid(database_.get());

@@ -75,7 +75,15 @@ class Handle {
 
  private:
   enum Fixed : std::size_t {
-    kBegin, kBeginImmediate, kCommit, kRollback, kSavepoint, kRelease, kUndo, kSchema, kFixed
+    kBegin,
+    kBeginImmediate,
+    kCommit,
+    kRollback,
+    kSavepoint,
+    kRelease,
+    kUndo,
+    kSchema,
+    kFixed
   };
   struct Closer {
     void operator()(sqlite3* database) const noexcept;

@@ -14,7 +14,9 @@ namespace {
 constexpr std::string_view kJetMark("\0\1\0\0Standard Jet DB", 19);
 constexpr std::string_view kAceMark("\0\1\0\0Standard ACE DB", 19);
 
-[[noreturn]] void refuse(const std::string& text) { throw ScriptError(errors::kSqlFailure, text); }
+[[noreturn]] void refuse(const std::string& text) {
+  throw ScriptError(errors::kSqlFailure, text);
+}
 
 // Absolute, with "/" and without "." and "..".
 std::string full_path(std::string_view name, const std::string& site_folder) {

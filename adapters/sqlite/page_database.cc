@@ -68,7 +68,9 @@ std::unique_ptr<platform::Connection> PageDatabase::connection() {
 PageConnection::PageConnection(std::shared_ptr<PageSessions> sessions)
     : sessions_(std::move(sessions)) {}
 
-PageConnection::~PageConnection() { shut(); }
+PageConnection::~PageConnection() {
+  shut();
+}
 
 void PageConnection::open(std::string_view connection_string) {
   if (session_ != nullptr) raise(errors::kObjectOpen);

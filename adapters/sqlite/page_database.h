@@ -68,8 +68,7 @@ class PageConnection final : public platform::Connection {
   Session& session() const;  // raises 3704
   Ref<Plan> plan_of(const platform::SqlText& sql, RunValues& values);
   std::unique_ptr<platform::Recordset> opened(Ref<Plan> plan, RunValues& values,
-                                              platform::CursorType cursor,
-                                              platform::LockType lock,
+                                              platform::CursorType cursor, platform::LockType lock,
                                               std::unique_ptr<TraceEntry> trace);
   std::int64_t write(const platform::SqlText& sql, RunValues& values);
   void shut() noexcept;

@@ -46,7 +46,9 @@ PagedRecordset::PagedRecordset(Session& session, const void* owner, Ref<Plan> pl
   buffer_.begin(width());
 }
 
-PagedRecordset::~PagedRecordset() { PagedRecordset::shut(); }
+PagedRecordset::~PagedRecordset() {
+  PagedRecordset::shut();
+}
 
 void PagedRecordset::shut() noexcept {
   running_.release();
@@ -70,7 +72,9 @@ void PagedRecordset::load(std::int64_t position) {
     return;
   }
   running_.release();
-  open_window(window_for(position));
+  const Window window = window_for(position);
+  // Pieces are for the way forward: the first one must hold the row asked for.
+  open_window(window, session_->in_scope() && window.offset == position - 1);
 }
 
 PagedRecordset::Window PagedRecordset::window_for(std::int64_t position) {
@@ -90,8 +94,8 @@ PagedRecordset::Window PagedRecordset::window_for(std::int64_t position) {
   return {begin, position + next_rows_ - 1 - begin};
 }
 
-void PagedRecordset::open_window(Window window) {
-  in_pieces_ = session_->in_scope();
+void PagedRecordset::open_window(Window window, bool in_pieces) {
+  in_pieces_ = in_pieces;
   if (!in_pieces_) window.rows = std::min(window.rows, kLongestWindow);
   const Reading reading(*session_);
   const auto& translation = plan_->translation;
@@ -207,7 +211,9 @@ void PagedRecordset::move_next() {
   resolve();
 }
 
-void PagedRecordset::move_previous() { move(-1, Origin::Current); }
+void PagedRecordset::move_previous() {
+  move(-1, Origin::Current);
+}
 
 void PagedRecordset::move_first() {
   leave_row();
@@ -215,7 +221,9 @@ void PagedRecordset::move_first() {
   current_row();
 }
 
-void PagedRecordset::move_last() { move(0, Origin::Last); }
+void PagedRecordset::move_last() {
+  move(0, Origin::Last);
+}
 
 void PagedRecordset::go_to(std::int64_t position) {
   place_ = position < 1 ? Place::Before : Place::Row;
@@ -239,8 +247,8 @@ void PagedRecordset::move(std::int64_t rows, Origin origin) {
   if (forward_only_ && (rows < 0 || origin == Origin::Last)) raise(errors::kFeatureNotAvailable);
   const std::int64_t from = position_from(origin);
   const bool from_current = origin == Origin::Current;
-  const bool stuck = from_current && ((rows < 0 && place_ == Place::Before) ||
-                                      (rows > 0 && place_ == Place::Past));
+  const bool stuck = from_current &&
+                     ((rows < 0 && place_ == Place::Before) || (rows > 0 && place_ == Place::Past));
   if (stuck || bof_and_eof()) raise(errors::kNoCurrentRecord);
   // Behind a removed row stands already the next one.
   const std::int64_t skipped = from_current && place_ == Place::Removed && rows > 0 ? 1 : 0;
@@ -281,7 +289,9 @@ std::int64_t PagedRecordset::read_count() {
   return rows;
 }
 
-std::int32_t PagedRecordset::page_size() const { return page_size_; }
+std::int32_t PagedRecordset::page_size() const {
+  return page_size_;
+}
 
 void PagedRecordset::set_page_size(std::int32_t rows) {
   check_open();

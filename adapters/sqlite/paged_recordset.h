@@ -73,7 +73,7 @@ class PagedRecordset final : public Rowset {
   void resolve();
   void load(std::int64_t position);
   Window window_for(std::int64_t position);
-  void open_window(Window window);
+  void open_window(Window window, bool in_pieces);
   void read_piece();
   void note_end();
   // Bof and Eof at once: there are no rows.
@@ -97,17 +97,17 @@ class PagedRecordset final : public Rowset {
   const bool forward_only_;
 
   Place place_ = Place::Row;
-  std::int64_t position_ = 1;   // of the current row, from 1, where place_ is Row
-  std::int64_t first_ = 1;      // of the buffer's first row
-  std::int64_t total_ = -1;     // rows in all, -1 while unknown
-  bool complete_ = false;       // the buffer holds all rows
-  bool backward_ = false;       // the next window lies before the row asked for as well
-  std::int64_t next_rows_;      // of the next window of a walk
+  std::int64_t position_ = 1;  // of the current row, from 1, where place_ is Row
+  std::int64_t first_ = 1;     // of the buffer's first row
+  std::int64_t total_ = -1;    // rows in all, -1 while unknown
+  bool complete_ = false;      // the buffer holds all rows
+  bool backward_ = false;      // the next window lies before the row asked for as well
+  std::int64_t next_rows_;     // of the next window of a walk
   std::int32_t page_size_ = kDefaultPageSize;
   bool page_size_set_ = false;
 
-  Lease running_;               // a window that is read in pieces
-  std::int64_t pending_ = 0;    // rows that it may still give
+  Lease running_;             // a window that is read in pieces
+  std::int64_t pending_ = 0;  // rows that it may still give
   bool in_pieces_ = false;
 
   std::unique_ptr<RowEdit> edit_;

@@ -20,11 +20,10 @@ bool all_literals(const jetsql::Translation& translation) {
 }
 
 bool has_clock(const jetsql::Translation& translation) {
-  return std::any_of(translation.parameters.begin(), translation.parameters.end(),
-                     [](const auto& parameter) {
-                       return parameter.source != Source::Literal &&
-                              parameter.source != Source::Caller;
-                     });
+  return std::any_of(
+      translation.parameters.begin(), translation.parameters.end(), [](const auto& parameter) {
+        return parameter.source != Source::Literal && parameter.source != Source::Caller;
+      });
 }
 
 }  // namespace

@@ -18,7 +18,9 @@ bool is_ascii_word(const char* at) noexcept {
   return (word & kHighBits) == 0;
 }
 
-bool continues(char c) noexcept { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
+bool continues(char c) noexcept {
+  return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
+}
 
 // The characters of three bytes that need no further look: not U+0800 and below, not a half.
 bool is_common_triple(const char* at) noexcept {

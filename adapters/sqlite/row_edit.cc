@@ -98,8 +98,8 @@ bool EditedTable::update(const RowEdit& edit, std::int64_t row_id) {
 }
 
 bool EditedTable::remove(std::int64_t row_id) {
-  const Lease lease = prepared("delete from " + quoted(translation_.table) + " where " +
-                               row_id_name() + " = ?");
+  const Lease lease =
+      prepared("delete from " + quoted(translation_.table) + " where " + row_id_name() + " = ?");
   sqlite3_bind_int64(lease.statement(), 1, row_id);
   session_.handle().step(lease.statement());
   return session_.handle().changes() > 0;

@@ -18,7 +18,9 @@ Rowset::Rowset(Session& session, const void* owner, Ref<Plan> plan,
   session.add(*this);
 }
 
-Rowset::~Rowset() { Rowset::shut(); }
+Rowset::~Rowset() {
+  Rowset::shut();
+}
 
 void Rowset::shut() noexcept {
   if (session_ == nullptr) return;
@@ -43,7 +45,9 @@ const jetsql::OutputColumn& Rowset::column(std::size_t ordinal) const {
   return columns[ordinal];
 }
 
-const std::string& Rowset::field_name(std::size_t ordinal) const { return column(ordinal).name; }
+const std::string& Rowset::field_name(std::size_t ordinal) const {
+  return column(ordinal).name;
+}
 
 std::size_t Rowset::ordinal(std::string_view name) const {
   const auto& columns = plan_->translation.columns;

@@ -1,0 +1,865 @@
+// The rules of connections and record sets that hold on every database adapter. An adapter's test
+// includes this and names its factory:
+//
+//   INSTANTIATE_TEST_SUITE_P(Sqlite, DatabaseRules, testing::Values(&make_sqlite_world));
+#ifndef RK_TESTS_ADAPTERS_DATABASE_RULES_H_
+#define RK_TESTS_ADAPTERS_DATABASE_RULES_H_
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "platform/database.h"
+#include "value/array.h"
+#include "value/conversions.h"
+#include "value/script_error.h"
+
+namespace rk::tests {
+
+// An empty database that lives as long as this.
+class DatabaseWorld {
+ public:
+  virtual ~DatabaseWorld() = default;
+  virtual std::unique_ptr<platform::Database> page() = 0;
+  virtual std::string connection_string() const = 0;
+};
+
+using MakeDatabaseWorld = std::unique_ptr<DatabaseWorld> (*)();
+
+// The number of the error that `work` ends with, 0 where it does not.
+template <class Work>
+std::int32_t error_of(Work work) {
+  try {
+    work();
+  } catch (const ScriptError& error) {
+    return error.number();
+  }
+  return 0;
+}
+
+class DatabaseRules : public testing::TestWithParam<MakeDatabaseWorld> {
+ protected:
+  using Cursor = platform::CursorType;
+  using Lock = platform::LockType;
+
+  void SetUp() override {
+    world_ = GetParam()();
+    page_ = world_->page();
+    connection_ = open();
+    run("Create Table [plan] ([Id] AutoIncrement primary key, [Name] Text(50), [Price] Currency, "
+        "[Flag] Bit, [Time] DateTime, [Num] Long)");
+  }
+
+  std::unique_ptr<platform::Connection> open() {
+    auto connection = page_->connection();
+    connection->open(world_->connection_string());
+    return connection;
+  }
+  std::int64_t run(const std::string& sql) {
+    std::int64_t affected = 0;
+    connection_->execute(platform::SqlText(sql), &affected);
+    return affected;
+  }
+  // Rows 1 to `count`, Num ten times the number.
+  void fill(int count) {
+    connection_->begin_transaction();
+    for (int i = 1; i <= count; ++i) {
+      run("Insert Into [plan] ([Name],[Num]) Values ('n" + std::to_string(i) + "'," +
+          std::to_string(i * 10) + ")");
+    }
+    connection_->commit_transaction();
+  }
+  std::unique_ptr<platform::Recordset> keyset(const std::string& sql,
+                                              Lock lock = Lock::Optimistic) {
+    return connection_->open_recordset(sql, Cursor::Keyset, lock);
+  }
+  std::unique_ptr<platform::Recordset> by_id() {
+    return keyset("Select [Id],[Name],[Num] From [plan] Order By [Id]");
+  }
+  static std::string text(platform::Recordset& rows, std::string_view name) {
+    return joined_text(rows.field(rows.ordinal(name))).string();
+  }
+  // What is left, from here to the end, joined by blanks.
+  static std::string rest(platform::Recordset& rows, std::string_view name) {
+    std::string all;
+    for (; !rows.eof(); rows.move_next()) all += (all.empty() ? "" : " ") + text(rows, name);
+    return all;
+  }
+  std::string all(const std::string& sql, std::string_view name) {
+    return rest(*connection_->execute(sql), name);
+  }
+
+  std::unique_ptr<DatabaseWorld> world_;
+  std::unique_ptr<platform::Database> page_;
+  std::unique_ptr<platform::Connection> connection_;
+};
+
+// ---- Connections
+
+TEST_P(DatabaseRules, OpeningAnOpenConnectionIs3705) {
+  EXPECT_EQ(error_of([&] { connection_->open(world_->connection_string()); }), 3705);
+}
+
+TEST_P(DatabaseRules, ClosingAClosedConnectionIs3704) {
+  connection_->close();
+  EXPECT_FALSE(connection_->is_open());
+  EXPECT_EQ(error_of([&] { connection_->close(); }), 3704);
+}
+
+TEST_P(DatabaseRules, AClosedConnectionRunsNothing) {
+  connection_->close();
+  EXPECT_EQ(error_of([&] { connection_->execute("Select [Id] From [plan]"); }), 3704);
+  EXPECT_EQ(error_of([&] { connection_->begin_transaction(); }), 3704);
+  EXPECT_EQ(error_of([&] { connection_->begin_read(); }), 3704);
+}
+
+TEST_P(DatabaseRules, AConnectionOpensAgainAfterItsClose) {
+  fill(1);
+  connection_->close();
+  connection_->open(world_->connection_string());
+  EXPECT_EQ(all("Select [Name] From [plan]", "Name"), "n1");
+}
+
+TEST_P(DatabaseRules, ClosingTheConnectionClosesItsRecordSets) {
+  fill(2);
+  auto rows = by_id();
+  auto once = connection_->execute("Select [Id] From [plan]");
+  connection_->close();
+  EXPECT_EQ(error_of([&] { rows->eof(); }), 3704);
+  EXPECT_EQ(error_of([&] { once->eof(); }), 3704);
+  EXPECT_EQ(error_of([&] { rows->close(); }), 3704);
+}
+
+TEST_P(DatabaseRules, ARecordSetMayOutliveItsConnection) {
+  fill(2);
+  auto rows = by_id();
+  EXPECT_FALSE(rows->eof());
+  connection_.reset();
+  EXPECT_EQ(error_of([&] { rows->move_next(); }), 3704);
+}
+
+TEST_P(DatabaseRules, AConnectionMayOutliveThePagesDatabase) {
+  fill(1);
+  page_.reset();
+  EXPECT_EQ(all("Select [Name] From [plan]", "Name"), "n1");
+}
+
+TEST_P(DatabaseRules, ExecuteOfAWriteTellsTheRowsChangedAndGivesNoRecordSet) {
+  fill(3);
+  std::int64_t affected = -5;
+  const auto none =
+      connection_->execute(platform::SqlText("Update [plan] Set [Num]=1 Where [Id]>1"), &affected);
+  EXPECT_EQ(none, nullptr);
+  EXPECT_EQ(affected, 2);
+  EXPECT_EQ(run("Delete From [plan] Where [Id]=99"), 0);
+  EXPECT_EQ(run("Insert Into [plan] ([Name]) Values ('x')"), 1);
+}
+
+// ---- Errors
+
+TEST_P(DatabaseRules, AMissingTableAndAMissingColumnHaveTheirNumbers) {
+  EXPECT_EQ(error_of([&] { connection_->execute("Select * From [nowhere]"); }), -2147217865);
+  EXPECT_EQ(error_of([&] { connection_->execute("Select [x] From [plan]"); }), -2147217904);
+  EXPECT_EQ(error_of([&] { connection_->execute("Select From Where"); }), -2147217900);
+  EXPECT_EQ(error_of([&] { keyset("Select [Id] From [plan] Order By [nix] Desc"); }), -2147217904);
+  EXPECT_EQ(error_of([&] { keyset("Select Top  [Id] From [plan]"); }), -2147217900);
+}
+
+TEST_P(DatabaseRules, AWriteThatFailsChangesNothing) {
+  fill(2);
+  EXPECT_NE(error_of([&] { run("Insert Into [plan] ([Id],[Name]) Values (1,'again')"); }), 0);
+  EXPECT_EQ(all("Select [Name] From [plan] Order By [Id]", "Name"), "n1 n2");
+}
+
+TEST_P(DatabaseRules, WhatCameFromOutsideMustStayOneValue) {
+  fill(2);
+  platform::SqlText good("Select [Name] From [plan] Where [Id]=");
+  good.add_outside("2");
+  EXPECT_EQ(rest(*connection_->execute(good), "Name"), "n2");
+  platform::SqlText list("Select [Name] From [plan] Where [Id]=");
+  list.add_outside("2 Or 1=1");
+  EXPECT_EQ(error_of([&] { connection_->execute(list); }), -2147217900);
+  EXPECT_EQ(error_of([&] { connection_->open_recordset(list, Cursor::Keyset, Lock::ReadOnly); }),
+            -2147217900);
+  platform::SqlText word("Select [Name] From [plan] Where [Id]=");
+  word.add_outside("abc");
+  EXPECT_EQ(error_of([&] { connection_->execute(word); }), -2147217904);
+}
+
+TEST_P(DatabaseRules, AHostileWriteIsNotRun) {
+  fill(2);
+  platform::SqlText sql("Update [plan] Set [Num]=0 Where [Name]='");
+  sql.add_outside("' Or ''='").add("'");
+  EXPECT_EQ(error_of([&] { connection_->execute(sql); }), -2147217900);
+  EXPECT_EQ(all("Select [Num] From [plan] Order By [Id]", "Num"), "10 20");
+}
+
+// ---- Fields
+
+TEST_P(DatabaseRules, TheDeclaredTypeDecidesTheValue) {
+  run("Insert Into [plan] ([Name],[Price],[Flag],[Time],[Num]) Values "
+      "('a',99.5,True,#2024-03-04 05:06:07#,7)");
+  const auto rows = connection_->execute("Select * From [plan]");
+  EXPECT_EQ(rows->field("Id").kind(), Value::Kind::Long);
+  EXPECT_EQ(rows->field("Name").kind(), Value::Kind::String);
+  EXPECT_EQ(rows->field("Price").kind(), Value::Kind::Currency);
+  EXPECT_EQ(rows->field("Price").as_currency(), 995000);
+  EXPECT_EQ(rows->field("Flag").kind(), Value::Kind::Boolean);
+  EXPECT_TRUE(rows->field("Flag").as_boolean());
+  EXPECT_EQ(rows->field("Time").kind(), Value::Kind::Date);
+  EXPECT_EQ(text(*rows, "Time"), "2024-03-04 05:06:07");
+  EXPECT_EQ(rows->field("Num").as_long(), 7);
+}
+
+TEST_P(DatabaseRules, AFieldWithoutAValueIsNull) {
+  run("Insert Into [plan] ([Id]) Values (1)");
+  const auto rows = connection_->execute("Select [Name],[Price],[Time],[Num] From [plan]");
+  std::string out = "kept";
+  for (std::size_t i = 0; i < rows->field_count(); ++i) {
+    EXPECT_TRUE(rows->field(i).is_null()) << i;
+    EXPECT_FALSE(rows->append_field_text(i, out)) << i;
+  }
+  EXPECT_EQ(out, "kept");
+}
+
+TEST_P(DatabaseRules, FieldsAreFoundInAnyLetterCase) {
+  fill(1);
+  const auto rows = connection_->execute("select id, NAME from PLAN");
+  EXPECT_EQ(rows->ordinal("ID"), 0u);
+  EXPECT_EQ(rows->ordinal("name"), 1u);
+  EXPECT_EQ(rows->field_count(), 2u);
+  EXPECT_EQ(rows->field("Name").as_view(), "n1");
+}
+
+TEST_P(DatabaseRules, AFieldThatIsNotThereIs3265) {
+  fill(1);
+  const auto rows = connection_->execute("Select [Id] From [plan]");
+  EXPECT_EQ(error_of([&] { rows->field("Name"); }), 3265);
+  EXPECT_EQ(error_of([&] { rows->field(1); }), 3265);
+  std::string out;
+  EXPECT_EQ(error_of([&] { rows->append_field_text(7, out); }), 3265);
+  EXPECT_EQ(error_of([&] { rows->field_name(1); }), 3265);
+}
+
+TEST_P(DatabaseRules, AFieldPastTheEndIs3021) {
+  const auto none = connection_->execute("Select [Id] From [plan]");
+  EXPECT_EQ(error_of([&] { none->field("Id"); }), 3021);
+  EXPECT_EQ(error_of([&] { none->move_next(); }), 3021);
+  fill(1);
+  const auto rows = by_id();
+  rows->move_next();
+  EXPECT_TRUE(rows->eof());
+  EXPECT_EQ(error_of([&] { rows->field("Id"); }), 3021);
+}
+
+TEST_P(DatabaseRules, AFieldsTextIsTheTextOfItsValue) {
+  run("Insert Into [plan] ([Name],[Price],[Flag],[Time],[Num]) Values "
+      "('\xE4\xB8\xAD x',1.25,False,#2024-03-04#,-12)");
+  run("Insert Into [plan] ([Name],[Price],[Flag],[Time],[Num]) Values "
+      "('',100,True,#12:30:00#,2147483647)");
+  const auto rows = connection_->execute(
+      "Select *, [Price]*2 As a, [Num]/4 As b, [Name]&'!' As c From [plan] Order By [Id]");
+  for (; !rows->eof(); rows->move_next()) {
+    for (std::size_t i = 0; i < rows->field_count(); ++i) {
+      std::string out;
+      EXPECT_TRUE(rows->append_field_text(i, out)) << rows->field_name(i);
+      EXPECT_EQ(out, joined_text(rows->field(i)).string()) << rows->field_name(i);
+    }
+  }
+}
+
+// ---- Forward-only record sets
+
+TEST_P(DatabaseRules, ExecuteGivesAForwardOnlyRecordSet) {
+  fill(3);
+  const auto rows = connection_->execute("Select [Id] From [plan] Order By [Id]");
+  EXPECT_EQ(rows->record_count(), -1);
+  EXPECT_EQ(error_of([&] { rows->move_previous(); }), 3251);
+  EXPECT_EQ(error_of([&] { rows->move_last(); }), 3251);
+  EXPECT_EQ(error_of([&] { rows->set_absolute_page(1); }), 3251);
+  EXPECT_EQ(error_of([&] { rows->add_new(); }), 3251);
+  EXPECT_EQ(rest(*rows, "Id"), "1 2 3");
+}
+
+TEST_P(DatabaseRules, AnEmptyRecordSetIsAtBothEnds) {
+  const auto once = connection_->execute("Select [Id] From [plan]");
+  EXPECT_TRUE(once->bof() && once->eof());
+  const auto rows = by_id();
+  EXPECT_TRUE(rows->bof() && rows->eof());
+  EXPECT_EQ(rows->record_count(), 0);
+  EXPECT_EQ(rows->page_count(), 0);
+  EXPECT_EQ(error_of([&] { rows->set_absolute_page(1); }), 3021);
+  EXPECT_EQ(error_of([&] { rows->set_absolute_page(0); }), 3021);
+  EXPECT_EQ(error_of([&] { rows->set_absolute_position(1); }), 3021);
+  EXPECT_EQ(error_of([&] { rows->move_first(); }), 3021);
+  EXPECT_EQ(error_of([&] { rows->move_last(); }), 3021);
+  EXPECT_EQ(error_of([&] { rows->move_previous(); }), 3021);
+  EXPECT_EQ(rows->absolute_position(), -1);
+}
+
+TEST_P(DatabaseRules, ALongForwardOnlyWalkGivesEachRowOnce) {
+  fill(1000);
+  const auto rows = connection_->execute("Select [Id] From [plan] Order By [Id]");
+  int expected = 0;
+  for (; !rows->eof(); rows->move_next()) {
+    ASSERT_EQ(rows->field("Id").as_long(), ++expected);
+  }
+  EXPECT_EQ(expected, 1000);
+}
+
+TEST_P(DatabaseRules, MoveFirstRunsALongForwardOnlyWalkAgain) {
+  fill(1000);
+  const auto rows = connection_->execute("Select [Id] From [plan] Where [Num]>=20 Order By [Id]");
+  for (int i = 0; i < 700; ++i) rows->move_next();
+  EXPECT_EQ(text(*rows, "Id"), "702");
+  rows->move_first();
+  EXPECT_EQ(text(*rows, "Id"), "2");
+  EXPECT_EQ(error_of([&] { rows->move(998, platform::Recordset::Origin::Current); }), 0);
+  EXPECT_EQ(text(*rows, "Id"), "1000");
+}
+
+TEST_P(DatabaseRules, TheSameTextMayBeWalkedInsideItsOwnWalk) {
+  fill(300);
+  const std::string sql = "Select [Id] From [plan] Where [Id]<=299 Order By [Id]";
+  const auto outer = connection_->execute(sql);
+  outer->move_next();
+  int inner_rows = 0;
+  for (const auto inner = connection_->execute(sql); !inner->eof(); inner->move_next()) {
+    ++inner_rows;
+  }
+  EXPECT_EQ(inner_rows, 299);
+  EXPECT_EQ(text(*outer, "Id"), "2");
+}
+
+TEST_P(DatabaseRules, AForwardOnlyWalkGoesOnThroughThePagesOwnWrites) {
+  fill(600);
+  const auto rows = connection_->execute("Select [Id] From [plan] Order By [Id]");
+  int seen = 0;
+  for (; !rows->eof(); rows->move_next()) {
+    ++seen;
+    if (seen % 100 == 0) run("Delete From [plan] Where [Id]=" + text(*rows, "Id"));
+  }
+  EXPECT_EQ(seen, 600);
+  EXPECT_EQ(all("Select Count(*) As n From [plan]", "n"), "594");
+}
+
+// ---- Pages
+
+TEST_P(DatabaseRules, PagesCountFromOneAndTheLastIsShort) {
+  fill(45);
+  const auto rows = by_id();
+  EXPECT_EQ(rows->page_size(), 10);
+  rows->set_page_size(20);
+  EXPECT_EQ(rows->record_count(), 45);
+  EXPECT_EQ(rows->page_count(), 3);
+  EXPECT_EQ(rows->absolute_page(), 1);
+  rows->set_absolute_page(3);
+  EXPECT_EQ(rows->absolute_page(), 3);
+  EXPECT_EQ(rows->absolute_position(), 41);
+  EXPECT_EQ(rest(*rows, "Id"), "41 42 43 44 45");
+}
+
+TEST_P(DatabaseRules, APageSizeBelowOneIs3001) {
+  fill(1);
+  const auto rows = by_id();
+  EXPECT_EQ(error_of([&] { rows->set_page_size(0); }), 3001);
+  EXPECT_EQ(error_of([&] { rows->set_page_size(-3); }), 3001);
+  EXPECT_EQ(rows->page_size(), 10);
+}
+
+TEST_P(DatabaseRules, APageBelowOneIs3001AndOnePastTheLastIsTheEnd) {
+  fill(25);
+  const auto rows = by_id();
+  EXPECT_EQ(error_of([&] { rows->set_absolute_page(0); }), 3001);
+  EXPECT_EQ(error_of([&] { rows->set_absolute_page(-1); }), 3001);
+  rows->set_absolute_page(4);
+  EXPECT_TRUE(rows->eof());
+  EXPECT_FALSE(rows->bof());
+  EXPECT_EQ(rows->absolute_page(), -3);
+  rows->set_absolute_page(2);
+  EXPECT_EQ(text(*rows, "Id"), "11");
+  rows->set_absolute_page(2147483647);
+  EXPECT_TRUE(rows->eof());
+}
+
+TEST_P(DatabaseRules, APositionBelowOneIs3001AndOnePastTheLastIsTheEnd) {
+  fill(5);
+  const auto rows = by_id();
+  EXPECT_EQ(error_of([&] { rows->set_absolute_position(0); }), 3001);
+  rows->set_absolute_position(6);
+  EXPECT_TRUE(rows->eof());
+  rows->set_absolute_position(5);
+  EXPECT_EQ(text(*rows, "Id"), "5");
+}
+
+TEST_P(DatabaseRules, APageIsWalkedBackwardsFromAPosition) {
+  fill(45);
+  const auto rows = keyset("select * From plan order by Id");
+  rows->set_page_size(20);
+  for (const int page : {1, 2, 3}) {
+    rows->set_absolute_position(rows->record_count() - 20 * (page - 1));
+    std::vector<int> seen;
+    for (int i = 0; i < 20; ++i) {
+      seen.push_back(rows->field("id").as_long());
+      rows->move_previous();
+      if (rows->bof()) break;
+    }
+    EXPECT_EQ(seen.front(), 45 - 20 * (page - 1));
+    EXPECT_EQ(seen.size(), page == 3 ? 5u : 20u);
+    EXPECT_EQ(seen.back(), seen.front() - static_cast<int>(seen.size()) + 1);
+    rows->set_absolute_page(page + 1);
+    EXPECT_EQ(rows->eof(), page == 3);
+  }
+}
+
+TEST_P(DatabaseRules, MovesBeyondTheEndsStandAtThem) {
+  fill(3);
+  using Origin = platform::Recordset::Origin;
+  const auto rows = by_id();
+  rows->move(7, Origin::Current);
+  EXPECT_TRUE(rows->eof());
+  EXPECT_EQ(error_of([&] { rows->move(1, Origin::Current); }), 3021);
+  rows->move(-1, Origin::Current);
+  EXPECT_EQ(text(*rows, "Id"), "3");
+  rows->move(-9, Origin::Current);
+  EXPECT_TRUE(rows->bof());
+  EXPECT_FALSE(rows->eof());
+  EXPECT_EQ(rows->absolute_position(), -2);
+  EXPECT_EQ(error_of([&] { rows->move_previous(); }), 3021);
+  EXPECT_EQ(error_of([&] { rows->field("Id"); }), 3021);
+  rows->move_next();
+  EXPECT_EQ(text(*rows, "Id"), "1");
+  rows->move(1, Origin::First);
+  EXPECT_EQ(text(*rows, "Id"), "2");
+  rows->move(-2, Origin::Last);
+  EXPECT_EQ(text(*rows, "Id"), "1");
+  rows->move_last();
+  EXPECT_EQ(text(*rows, "Id"), "3");
+  rows->move_next();
+  EXPECT_EQ(rows->absolute_position(), -3);
+  EXPECT_EQ(error_of([&] { rows->move_next(); }), 3021);
+  rows->move_first();
+  EXPECT_EQ(rest(*rows, "Id"), "1 2 3");
+}
+
+TEST_P(DatabaseRules, EveryWalkOfEveryPageSizeShowsTheSameRows) {
+  fill(333);
+  for (const int size : {1, 7, 20, 111, 333, 5000}) {
+    for (const bool scope : {false, true}) {
+      if (scope) connection_->begin_read();
+      const auto rows = by_id();
+      rows->set_page_size(size);
+      int expected = 0;
+      for (; !rows->eof(); rows->move_next()) ASSERT_EQ(rows->field("Id").as_long(), ++expected);
+      EXPECT_EQ(expected, 333) << size;
+      for (rows->move_last(); !rows->bof(); rows->move_previous()) {
+        ASSERT_EQ(rows->field("Id").as_long(), expected--) << size;
+      }
+      EXPECT_EQ(expected, 0) << size;
+      if (scope) connection_->end_read();
+    }
+  }
+}
+
+TEST_P(DatabaseRules, TopBoundsTheCountAndTheRows) {
+  fill(9);
+  const auto rows = keyset("Select Top 4 [Id] From [plan] Order By [Id] Desc");
+  EXPECT_EQ(rows->record_count(), 4);
+  rows->set_page_size(3);
+  EXPECT_EQ(rows->page_count(), 2);
+  rows->set_absolute_page(2);
+  EXPECT_EQ(rest(*rows, "Id"), "6");
+}
+
+TEST_P(DatabaseRules, AForwardOnlyCursorThatMayWriteStillDoesNotCount) {
+  fill(3);
+  const auto rows = connection_->open_recordset("Select * From [plan] Order By [Id]",
+                                                Cursor::ForwardOnly, Lock::Optimistic);
+  EXPECT_EQ(rows->record_count(), -1);
+  EXPECT_EQ(error_of([&] { rows->move_previous(); }), 3251);
+  rows->set_field("Num", Value::integer(5));
+  rows->update();
+  EXPECT_EQ(rest(*rows, "Num"), "5 20 30");
+}
+
+// ---- Counts
+
+TEST_P(DatabaseRules, TheCountFollowsWritesOfThePageAndOfOthers) {
+  fill(3);
+  EXPECT_EQ(by_id()->record_count(), 3);
+  EXPECT_EQ(by_id()->record_count(), 3);
+  run("Insert Into [plan] ([Name]) Values ('x')");
+  EXPECT_EQ(by_id()->record_count(), 4);
+  const auto other_page = world_->page();
+  const auto other = other_page->connection();
+  other->open(world_->connection_string());
+  other->execute("Delete From [plan] Where [Id]<3");
+  EXPECT_EQ(by_id()->record_count(), 2);
+  other->execute("Insert Into [plan] ([Name]) Values ('y')");
+  EXPECT_EQ(by_id()->record_count(), 3);
+}
+
+TEST_P(DatabaseRules, TheCountInsideATransactionSeesThePagesOwnRows) {
+  fill(3);
+  EXPECT_EQ(by_id()->record_count(), 3);
+  connection_->begin_transaction();
+  run("Insert Into [plan] ([Name]) Values ('x')");
+  EXPECT_EQ(by_id()->record_count(), 4);
+  connection_->roll_back_transaction();
+  EXPECT_EQ(by_id()->record_count(), 3);
+}
+
+TEST_P(DatabaseRules, CountsOfOneTextWithOtherValuesAreApart) {
+  fill(9);
+  for (int round = 0; round < 2; ++round) {
+    for (int least = 1; least <= 9; ++least) {
+      const auto rows =
+          keyset("Select [Id] From [plan] Where [Num]>=" + std::to_string(least * 10) +
+                 " And [Name]<>'zz'");
+      EXPECT_EQ(rows->record_count(), 10 - least);
+    }
+  }
+}
+
+// ---- Views and transactions
+
+TEST_P(DatabaseRules, OneScopeSeesOneStateOfTheDatabase) {
+  fill(2);
+  const auto other_page = world_->page();
+  const auto other = other_page->connection();
+  other->open(world_->connection_string());
+  {
+    const platform::ReadScope scope(*connection_);
+    EXPECT_EQ(all("Select Count(*) As n From [plan]", "n"), "2");
+    other->execute("Insert Into [plan] ([Name]) Values ('x')");
+    EXPECT_EQ(all("Select Count(*) As n From [plan]", "n"), "2");
+    {
+      const platform::ReadScope inner(*connection_);
+      EXPECT_EQ(by_id()->record_count(), 2);
+    }
+    EXPECT_EQ(by_id()->record_count(), 2);
+  }
+  EXPECT_EQ(all("Select Count(*) As n From [plan]", "n"), "3");
+  EXPECT_EQ(by_id()->record_count(), 3);
+}
+
+TEST_P(DatabaseRules, AWriteInsideAScopeIsSeenByTheScopesLaterReads) {
+  fill(2);
+  const platform::ReadScope scope(*connection_);
+  EXPECT_EQ(by_id()->record_count(), 2);
+  run("Insert Into [plan] ([Name]) Values ('x')");
+  EXPECT_EQ(by_id()->record_count(), 3);
+}
+
+TEST_P(DatabaseRules, AnOpenRecordSetLetsOthersWriteAndThePageWriteAfterThem) {
+  fill(500);
+  const auto rows = by_id();
+  EXPECT_EQ(text(*rows, "Id"), "1");
+  const auto once = connection_->execute("Select [Id] From [plan] Order By [Id]");
+  const auto other_page = world_->page();
+  const auto other = other_page->connection();
+  other->open(world_->connection_string());
+  other->execute("Update [plan] Set [Num]=0 Where [Id]=500");
+  run("Update [plan] Set [Num]=1 Where [Id]=499");
+  EXPECT_EQ(all("Select [Num] From [plan] Where [Id]>498 Order By [Id]", "Num"), "1 0");
+}
+
+TEST_P(DatabaseRules, AWalkShowsTheRowsThatWereThereWhenThePageChangesThem) {
+  fill(200);
+  const auto rows = keyset("Select [Id] From [plan] Where [Num]>0 Order By [Id]", Lock::ReadOnly);
+  int seen = 0;
+  for (; !rows->eof(); rows->move_next()) {
+    ++seen;
+    run("Update [plan] Set [Num]=0 Where [Id]=" + text(*rows, "Id"));
+  }
+  EXPECT_EQ(seen, 200);
+}
+
+TEST_P(DatabaseRules, CommitKeepsAndRollBackUndoes) {
+  connection_->begin_transaction();
+  run("Insert Into [plan] ([Name]) Values ('kept')");
+  connection_->commit_transaction();
+  connection_->begin_transaction();
+  run("Insert Into [plan] ([Name]) Values ('undone')");
+  connection_->roll_back_transaction();
+  EXPECT_EQ(all("Select [Name] From [plan]", "Name"), "kept");
+}
+
+TEST_P(DatabaseRules, ATransactionInsideAnotherIsUndoneAlone) {
+  connection_->begin_transaction();
+  run("Insert Into [plan] ([Name]) Values ('outer')");
+  connection_->begin_transaction();
+  run("Insert Into [plan] ([Name]) Values ('inner')");
+  connection_->roll_back_transaction();
+  run("Insert Into [plan] ([Name]) Values ('after')");
+  connection_->commit_transaction();
+  EXPECT_EQ(all("Select [Name] From [plan] Order By [Id]", "Name"), "outer after");
+}
+
+TEST_P(DatabaseRules, EndingATransactionThatWasNotBegunIsAnError) {
+  EXPECT_NE(error_of([&] { connection_->commit_transaction(); }), 0);
+  EXPECT_NE(error_of([&] { connection_->roll_back_transaction(); }), 0);
+}
+
+TEST_P(DatabaseRules, ClosingAConnectionUndoesItsOpenTransaction) {
+  connection_->begin_transaction();
+  run("Insert Into [plan] ([Name]) Values ('x')");
+  connection_->close();
+  connection_->open(world_->connection_string());
+  EXPECT_EQ(by_id()->record_count(), 0);
+}
+
+TEST_P(DatabaseRules, ASecondConnectionOfThePageTakesPartInItsTransaction) {
+  connection_->begin_transaction();
+  run("Insert Into [plan] ([Name]) Values ('first')");
+  const auto second = open();
+  second->execute("Insert Into [plan] ([Name]) Values ('second')");
+  const auto rows =
+      second->open_recordset("Select * From [plan]", Cursor::Keyset, Lock::Optimistic);
+  rows->add_new();
+  rows->set_field("Name", Value::text("third"));
+  rows->update();
+  EXPECT_EQ(rest(*second->execute("Select [Name] From [plan] Order By [Id]"), "Name"),
+            "first second third");
+  connection_->roll_back_transaction();
+  EXPECT_EQ(by_id()->record_count(), 0);
+}
+
+TEST_P(DatabaseRules, ATableMadeByThePageIsThereAtOnceAndGoneAfterRollBack) {
+  connection_->begin_transaction();
+  run("Create Table [extra] ([a] Long)");
+  run("Insert Into [extra] ([a]) Values (4)");
+  EXPECT_EQ(all("Select * From [extra]", "a"), "4");
+  connection_->roll_back_transaction();
+  EXPECT_EQ(error_of([&] { connection_->execute("Select * From [extra]"); }), -2147217865);
+  run("Create Table [extra] ([b] Text(9))");
+  run("Insert Into [extra] ([b]) Values ('x')");
+  EXPECT_EQ(all("Select * From [extra]", "b"), "x");
+}
+
+TEST_P(DatabaseRules, AColumnAddedByAnotherConnectionIsShown) {
+  fill(1);
+  EXPECT_EQ(connection_->execute("Select * From [plan]")->field_count(), 6u);
+  const auto other_page = world_->page();
+  const auto other = other_page->connection();
+  other->open(world_->connection_string());
+  other->execute("Alter Table [plan] Add Column [More] Text(9)");
+  EXPECT_EQ(connection_->execute("Select * From [plan]")->field_count(), 7u);
+}
+
+// ---- AddNew, Update, Delete
+
+TEST_P(DatabaseRules, AddNewStoresARowAndShowsItWithItsNumber) {
+  const auto rows = keyset("Select * From [plan]");
+  rows->add_new();
+  rows->set_field("name", Value::text("a'b"));
+  rows->set_field("Price", Value::currency(-15000));
+  rows->set_field("Flag", Value::boolean(true));
+  rows->set_field("Time", Value::date(45000.25));
+  rows->set_field("Num", Value::text("12"));
+  rows->update();
+  EXPECT_EQ(rows->field("Id").as_long(), 1);
+  EXPECT_EQ(text(*rows, "Name"), "a'b");
+  const auto stored = connection_->execute("Select * From [plan]");
+  EXPECT_EQ(stored->field("Price").as_currency(), -15000);
+  EXPECT_TRUE(stored->field("Flag").as_boolean());
+  EXPECT_EQ(text(*stored, "Time"), "2023-03-15 06:00:00");
+  EXPECT_EQ(stored->field("Num").as_long(), 12);
+}
+
+TEST_P(DatabaseRules, FieldsNotSetTakeTheTablesDefaults) {
+  run("Create Table [d] ([Id] Counter primary key, [a] Long default 7, [b] Text(9) default 'q', "
+      "[c] Text(9))");
+  const auto rows = keyset("Select * From [d]");
+  rows->add_new();
+  rows->update();
+  EXPECT_EQ(text(*rows, "a"), "7");
+  EXPECT_EQ(text(*rows, "b"), "q");
+  EXPECT_TRUE(rows->field("c").is_null());
+}
+
+TEST_P(DatabaseRules, SeveralRowsAreAddedOverOneRecordSet) {
+  const auto rows = keyset("Select * From [plan]");
+  for (int i = 1; i <= 3; ++i) {
+    rows->add_new();
+    rows->set_field("Num", Value::integer(static_cast<std::int16_t>(i)));
+    rows->update();
+    EXPECT_EQ(rows->field("Id").as_long(), i);
+  }
+  EXPECT_EQ(rows->record_count(), 3);
+  rows->move_first();
+  EXPECT_EQ(rest(*rows, "Num"), "1 2 3");
+}
+
+TEST_P(DatabaseRules, AnAddedRowStandsBehindTheRowsAlreadyShown) {
+  fill(2);
+  const auto rows = by_id();
+  EXPECT_EQ(text(*rows, "Id"), "1");
+  rows->add_new();
+  rows->set_field("Name", Value::text("new"));
+  EXPECT_EQ(text(*rows, "Name"), "new");
+  EXPECT_TRUE(rows->field("Num").is_null());
+  rows->update();
+  EXPECT_EQ(rows->record_count(), 3);
+  EXPECT_EQ(rows->absolute_position(), 3);
+  rows->move_next();
+  EXPECT_TRUE(rows->eof());
+  rows->move_first();
+  EXPECT_EQ(rest(*rows, "Name"), "n1 n2 new");
+}
+
+TEST_P(DatabaseRules, MovingOnStoresThePendingRow) {
+  fill(1);
+  const auto rows = keyset("Select * From [plan]");
+  rows->add_new();
+  rows->set_field("Name", Value::text("pending"));
+  rows->move_first();
+  EXPECT_EQ(all("Select [Name] From [plan] Order By [Id]", "Name"), "n1 pending");
+}
+
+TEST_P(DatabaseRules, CancelUpdateForgetsThePendingRow) {
+  fill(1);
+  const auto rows = keyset("Select * From [plan]");
+  rows->add_new();
+  rows->set_field("Name", Value::text("never"));
+  rows->cancel_update();
+  EXPECT_EQ(text(*rows, "Name"), "n1");
+  rows->close();
+  EXPECT_EQ(by_id()->record_count(), 1);
+}
+
+TEST_P(DatabaseRules, ClosingWithAPendingRowIs3219) {
+  const auto rows = keyset("Select * From [plan]");
+  rows->add_new();
+  EXPECT_EQ(error_of([&] { rows->close(); }), 3219);
+  rows->cancel_update();
+  rows->close();
+  EXPECT_EQ(error_of([&] { rows->close(); }), 3704);
+}
+
+TEST_P(DatabaseRules, AReadOnlyLockRefusesChangesBy3251) {
+  fill(1);
+  const auto rows = keyset("Select * From [plan]", Lock::ReadOnly);
+  EXPECT_EQ(error_of([&] { rows->add_new(); }), 3251);
+  EXPECT_EQ(error_of([&] { rows->set_field("Name", Value::text("x")); }), 3251);
+  EXPECT_EQ(error_of([&] { rows->update(); }), 3251);
+  EXPECT_EQ(error_of([&] { rows->remove(); }), 3251);
+}
+
+TEST_P(DatabaseRules, ARecordSetOfNoTableRefusesChangesBy3251) {
+  fill(1);
+  const auto rows = keyset("Select Count(*) As n From [plan]");
+  EXPECT_EQ(error_of([&] { rows->add_new(); }), 3251);
+}
+
+TEST_P(DatabaseRules, SetFieldOfAColumnThatIsNotThereIs3265) {
+  const auto rows = keyset("Select * From [plan]");
+  rows->add_new();
+  EXPECT_EQ(error_of([&] { rows->set_field("nix", Value::text("x")); }), 3265);
+  rows->cancel_update();
+}
+
+TEST_P(DatabaseRules, AValueThatTheColumnCannotTakeStoresNoRow) {
+  const auto rows = keyset("Select * From [plan]");
+  rows->add_new();
+  rows->set_field("Num", Value::text("word"));
+  EXPECT_EQ(error_of([&] { rows->update(); }), -2147217913);
+  rows->cancel_update();
+  EXPECT_EQ(by_id()->record_count(), 0);
+}
+
+TEST_P(DatabaseRules, UpdateChangesTheCurrentRowOnly) {
+  fill(3);
+  const auto rows = by_id();
+  rows->move_next();
+  rows->set_field("Name", Value::text("changed"));
+  rows->set_field("Num", Value::null());
+  rows->update();
+  EXPECT_EQ(text(*rows, "Name"), "changed");
+  rows->move_next();
+  EXPECT_EQ(text(*rows, "Name"), "n3");
+  EXPECT_EQ(all("Select [Name] From [plan] Order By [Id]", "Name"), "n1 changed n3");
+  EXPECT_EQ(all("Select [Name] From [plan] Where [Num] Is Null", "Name"), "changed");
+}
+
+TEST_P(DatabaseRules, UpdatesInAWalkReachEveryRow) {
+  fill(150);
+  const auto rows = keyset("Select * From [plan] Where [Num]>0 Order By [Num]");
+  for (; !rows->eof(); rows->move_next()) {
+    rows->set_field("Num", Value::integer(-1));
+    rows->update();
+  }
+  EXPECT_EQ(all("Select Count(*) As n From [plan] Where [Num]=-1", "n"), "150");
+}
+
+TEST_P(DatabaseRules, ARemovedRowIsGoneAndTheNextOneFollows) {
+  fill(4);
+  const auto rows = by_id();
+  rows->move_next();
+  rows->remove();
+  EXPECT_FALSE(rows->eof());
+  EXPECT_EQ(error_of([&] { rows->field("Id"); }), 3021);
+  EXPECT_EQ(rows->record_count(), 3);
+  rows->move_next();
+  EXPECT_EQ(text(*rows, "Id"), "3");
+  rows->move_previous();
+  EXPECT_EQ(text(*rows, "Id"), "1");
+  EXPECT_EQ(all("Select [Id] From [plan] Order By [Id]", "Id"), "1 3 4");
+}
+
+TEST_P(DatabaseRules, EveryRowOfAWalkCanBeRemoved) {
+  fill(100);
+  const auto rows = by_id();
+  while (!rows->eof()) {
+    rows->remove();
+    rows->move_next();
+  }
+  EXPECT_EQ(by_id()->record_count(), 0);
+}
+
+TEST_P(DatabaseRules, ARowThatAnotherPageRemovedCannotBeChanged) {
+  fill(1);
+  const auto rows = by_id();
+  EXPECT_EQ(text(*rows, "Id"), "1");
+  const auto other_page = world_->page();
+  const auto other = other_page->connection();
+  other->open(world_->connection_string());
+  other->execute("Delete From [plan]");
+  rows->set_field("Name", Value::text("x"));
+  EXPECT_NE(error_of([&] { rows->update(); }), 0);
+  rows->cancel_update();
+}
+
+TEST_P(DatabaseRules, EightThreadsAddEveryRowOnce) {
+  constexpr int kThreads = 8;
+  constexpr int kRows = 25;
+  std::vector<std::thread> threads;
+  threads.reserve(kThreads);
+  for (int t = 0; t < kThreads; ++t) {
+    threads.emplace_back([&, t] {
+      for (int i = 0; i < kRows; ++i) {
+        const auto page = world_->page();
+        const auto connection = page->connection();
+        connection->open(world_->connection_string());
+        const auto rows =
+            connection->open_recordset("Select * From plan", Cursor::Keyset, Lock::Optimistic);
+        rows->add_new();
+        rows->set_field("Num", Value::long_integer(t * kRows + i));
+        rows->update();
+        rows->close();
+        connection->close();
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  const auto rows = keyset("Select Distinct [Num] From [plan]");
+  EXPECT_EQ(rows->record_count(), kThreads * kRows);
+  EXPECT_EQ(by_id()->record_count(), kThreads * kRows);
+}
+
+}  // namespace rk::tests
+
+#endif  // RK_TESTS_ADAPTERS_DATABASE_RULES_H_
