@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 
+#include "catalogue/style_block.h"
 #include "site/repeat.h"
 #include "site/storefront.h"
 #include "site/tags.h"
@@ -136,12 +137,10 @@ void fill_prices(site::Repeat& plans, Recordset& offer, std::size_t price, std::
 
 // The agent's own row for a plan, or null where there is none.
 std::unique_ptr<Recordset> own_offer(Connection& db, std::string_view agent_user, Recordset& plan) {
+  if (agent_user.empty()) return nullptr;
   std::string id;
   plan.append_field_text(kId, id);
-  auto offer = db.execute(host_price_sql(agent_user, id));
-  if (!offer->eof()) return offer;
-  offer->close();
-  return nullptr;
+  return row_if_any(db, host_price_sql(agent_user, id));
 }
 
 // One plan's tags; name and prices out of the agent's own row where there is one.
@@ -174,18 +173,11 @@ void fill_plans(site::Repeat& plans, Connection& db, Recordset& rows,
   DatabaseOptions options;
   for (std::int32_t left = rows.page_size(); left > 0 && !rows.eof(); --left, rows.move_next()) {
     if (breaks.due()) plans.append(parameters.LineCode);
-    std::unique_ptr<Recordset> own;
-    if (!agent_user.empty()) own = own_offer(db, agent_user.view(), rows);
+    const auto own = own_offer(db, agent_user.view(), rows);
     fill_plan(plans, rows, own.get(), options, parameters.ConLineHeight);
     if (own != nullptr) own->close();
     plans.next();
   }
-}
-
-std::string style_marker(std::string_view start, const Value& style) {
-  std::string marker(start);
-  append_text(marker, style);
-  return marker.append("-->");
 }
 
 void fill_frame(std::string& block, const Value& list_line_height, const PageTurn& turn,
@@ -205,8 +197,7 @@ void fill_frame(std::string& block, const Value& list_line_height, const PageTur
 Text Show_HostList(const site::PageContext& page, const HostListParameters& parameters) {
   const Text file = site::template_text(page, "Host-HostList-LitInfo.html");
   const std::string_view style =
-      site::cut(file.view(), style_marker("<!--HostList Style", parameters.Style),
-                style_marker("<!--End HostList Style", parameters.Style));
+      style_block(file.view(), "<!--HostList Style", "<!--End HostList Style", parameters.Style);
   site::Repeat plans(site::cut(style, "<!--HostList For Index-->", "<!--End HostList For Index-->"),
                      kPlanTags);
 

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "catalogue/host_list.h"
+#include "catalogue/plan_lists.h"
 #include "platform/page.h"
 #include "site/storefront.h"
 #include "site/tags.h"
@@ -27,6 +28,9 @@ constexpr std::array kOperations{
     operation<&SiteMain::ReStr>("ReStr"),
     operation<&SiteMain::CheckTempType>("CheckTempType"),
     operation<&SiteMain::Show_HostList>("Show_HostList"),
+    operation<&SiteMain::Show_SqlList>("Show_SqlList"),
+    operation<&SiteMain::Show_MySqlList>("Show_MySqlList"),
+    operation<&SiteMain::Show_MailList>("Show_MailList"),
 };
 
 platform::ScriptingContext& scripting_context(const Value& mysc) {
@@ -107,6 +111,30 @@ Value SiteMain::Show_HostList(Value& Style, Value& ListNum, Value& NewLineNum, V
   return Value::text(
       catalogue::Show_HostList(page_, {Style, ListNum, NewLineNum, LineCode, OrderType,
                                        ConLineHeight, ListLineHeight, PageSize, Agent_User}));
+}
+
+Value SiteMain::Show_SqlList(Value& Style, Value& ListNum, Value& NewLineNum, Value& LineCode,
+                             Value& OrderType, Value& ConLineHeight, Value& ListLineHeight,
+                             Value& Agent_User) {
+  return Value::text(
+      catalogue::Show_SqlList(page_, {Style, ListNum, NewLineNum, LineCode, OrderType,
+                                      ConLineHeight, ListLineHeight, Agent_User}));
+}
+
+Value SiteMain::Show_MySqlList(Value& Style, Value& ListNum, Value& NewLineNum, Value& LineCode,
+                               Value& OrderType, Value& ConLineHeight, Value& ListLineHeight,
+                               Value& Agent_User) {
+  return Value::text(
+      catalogue::Show_MySqlList(page_, {Style, ListNum, NewLineNum, LineCode, OrderType,
+                                        ConLineHeight, ListLineHeight, Agent_User}));
+}
+
+Value SiteMain::Show_MailList(Value& Style, Value& ListNum, Value& NewLineNum, Value& LineCode,
+                              Value& OrderType, Value& ConLineHeight, Value& ListLineHeight,
+                              Value& Agent_User) {
+  return Value::text(
+      catalogue::Show_MailList(page_, {Style, ListNum, NewLineNum, LineCode, OrderType,
+                                       ConLineHeight, ListLineHeight, Agent_User}));
 }
 
 }  // namespace rk::classes

@@ -47,6 +47,15 @@ class SiteMain : public Object {
   Value Show_HostList(Value& Style, Value& ListNum, Value& NewLineNum, Value& LineCode,
                       Value& OrderType, Value& ConLineHeight, Value& ListLineHeight,
                       Value& PageSize, Value& Agent_User);
+  Value Show_SqlList(Value& Style, Value& ListNum, Value& NewLineNum, Value& LineCode,
+                     Value& OrderType, Value& ConLineHeight, Value& ListLineHeight,
+                     Value& Agent_User);
+  Value Show_MySqlList(Value& Style, Value& ListNum, Value& NewLineNum, Value& LineCode,
+                       Value& OrderType, Value& ConLineHeight, Value& ListLineHeight,
+                       Value& Agent_User);
+  Value Show_MailList(Value& Style, Value& ListNum, Value& NewLineNum, Value& LineCode,
+                      Value& OrderType, Value& ConLineHeight, Value& ListLineHeight,
+                      Value& Agent_User);
 
  private:
   const Equipment equipment_;

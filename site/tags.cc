@@ -128,4 +128,9 @@ void fill(std::string& text, std::string_view tag, const Value& content) {
   }
 }
 
+Text filled(const Text& text, std::string_view tag, const Value& content) {
+  const auto filling = text_if_any(content);
+  return filling ? replaced(text, braced(tag), filling->view()) : Text();
+}
+
 }  // namespace rk::site

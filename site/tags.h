@@ -36,6 +36,7 @@ void replace_all(std::string& text, std::string_view from, std::string_view to);
 // Fills a tag of a text in place, as Set_Tags does.
 void fill(std::string& text, std::string_view tag, std::string_view content);
 void fill(std::string& text, std::string_view tag, const Value& content);
+Text filled(const Text& text, std::string_view tag, const Value& content);
 
 }  // namespace rk::site
 

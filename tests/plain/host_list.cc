@@ -87,7 +87,7 @@ std::string host_list(const HostListCase& given) {
     fill(list, "HostList_HostName", name);
     if (differs_from(plan[10], 0)) my_sql = "/MySql";
     if (differs_from(plan[9], 0)) sql = "/Sql";
-    fill(list, "DataBase", Value::text("Access" + sql + my_sql));
+    fill(list, "DataBase", Value::text(std::string("Access").append(sql).append(my_sql)));
     fill(list, "HostList_HostSpace", plan[1]);
     fill(list, "MaxConnections",
          equals(to_number(plan[4]), 9999) ? Value::text("无限制") : plan[4]);
