@@ -93,7 +93,7 @@ Expression* Grammar::finished(Expression* made) {
   if (made->height > kMaxDepth) {
     tokens_.fail_at(made->begin, "Expression too complex in query expression");
   }
-  made->end = std::max(made->begin, tokens_.peek().begin);
+  made->end = std::max(made->begin, tokens_.last_end());
   return made;
 }
 
@@ -233,9 +233,9 @@ Expression* Grammar::name_or_call() {
       tokens_.take();
       return finished(constant);
     }
-    // Left and Right are join words and functions.
-    const bool callable =
-        tokens_.at_name() || same_letters(word, "left") || same_letters(word, "right");
+    // Left and Right are join words, Asc is one of Order By, and all three are functions.
+    const bool callable = tokens_.at_name() || same_letters(word, "left") ||
+                          same_letters(word, "right") || same_letters(word, "asc");
     if (callable && tokens_.at_symbol('(', 1)) {
       tokens_.take();
       return call(lower_letters(word), token.begin);

@@ -9,39 +9,16 @@
 namespace rk::jetsql {
 
 std::string number_text(double value) {
-  if (value == 0) return "0";
-  // to_chars in scientific form with 15 digits gives the digits and the exponent to place them by.
-  char digits[64];
-  const auto end = std::to_chars(digits, digits + sizeof digits, std::fabs(value),
-                                 std::chars_format::scientific, 14);
-  std::string_view form(digits, static_cast<std::size_t>(end.ptr - digits));
-  const std::size_t e = form.find('e');
-  if (e == std::string_view::npos) return value < 0 ? "-INF" : std::isnan(value) ? "NAN" : "INF";
-  std::string mantissa;
-  for (const char c : form.substr(0, e)) {
-    if (c != '.') mantissa += c;
-  }
-  while (mantissa.size() > 1 && mantissa.back() == '0') mantissa.pop_back();
-  int exponent = 0;
-  const char* sign = form.data() + e + 1;
-  std::from_chars(*sign == '+' ? sign + 1 : sign, form.data() + form.size(), exponent);
-
-  std::string text = value < 0 ? "-" : "";
-  const int count = static_cast<int>(mantissa.size());
+  if (value == 0) return "0";  // also for minus zero
+  if (std::isinf(value)) return value > 0 ? "1.#INF" : "-1.#INF";
+  if (std::isnan(value)) return "-1.#IND";
   constexpr int kDigits = 15;
-  if (exponent >= kDigits || exponent < -5 || (exponent < 0 && count - exponent > kDigits)) {
-    text += mantissa.substr(0, 1);
-    if (count > 1) text += "." + mantissa.substr(1);
-    text += exponent < 0 ? "E-" : "E+";
-    const int magnitude = exponent < 0 ? -exponent : exponent;
-    return text + (magnitude < 10 ? "0" : "") + std::to_string(magnitude);
-  }
-  if (exponent < 0)
-    return text + "0." + std::string(static_cast<std::size_t>(-exponent - 1), '0') + mantissa;
-  if (count <= exponent + 1)
-    return text + mantissa + std::string(static_cast<std::size_t>(exponent + 1 - count), '0');
-  const auto whole = static_cast<std::size_t>(exponent + 1);
-  return text + mantissa.substr(0, whole) + "." + mantissa.substr(whole);
+  char digits[64];
+  const auto end =
+      std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, kDigits);
+  std::string text(digits, end.ptr);
+  if (const std::size_t e = text.find('e'); e != std::string::npos) text[e] = 'E';
+  return text;
 }
 
 std::optional<double> parse_number(std::string_view text) {

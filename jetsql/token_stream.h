@@ -19,6 +19,8 @@ class TokenStream {
   const Token& peek(std::size_t ahead = 0) const;
   Token take();
   std::size_t place() const { return next_; }
+  // Where the token before the next one ends.
+  std::uint32_t last_end() const { return next_ == 0 ? 0 : tokens_[next_ - 1].end; }
 
   bool at_end() const { return peek().kind == TokenKind::End; }
   bool at_word(std::string_view word, std::size_t ahead = 0) const;

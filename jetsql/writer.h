@@ -93,7 +93,7 @@ class Writer {
   void select_statement(Select& select);
   void describe(const Select& select);
   void count(const Select& select, const SelectPieces& pieces);
-  void window(const Select& select);
+  void window();
   void select_into(Select& select);
 
   // writer_sources.cc

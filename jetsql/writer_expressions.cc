@@ -95,7 +95,7 @@ void Writer::number(const Expression& e, std::string& out) {
       return natural(e, out);
     case Type::Boolean:
       if (e.kind == Expression::Kind::Constant) {
-        out += e.name == "true" ? "-1" : "0";
+        out += e.name == "true" ? "(-1)" : "0";
         return;
       }
       out += "(-";
@@ -366,8 +366,10 @@ void Writer::stored(const Expression& e, const Column& column, std::string& out)
     return column.type == Type::Boolean && e.type != Type::Boolean ? truth(e, out)
                                                                    : natural(e, out);
   }
-  if (column.type == Type::Integer && e.type != Type::Boolean) {
-    out += "jet_integer(";
+  const bool rounds =
+      column.type == Type::Integer || (column.type == Type::Currency && e.type != Type::Integer);
+  if (rounds && e.type != Type::Boolean) {
+    out += column.type == Type::Integer ? "jet_integer(" : "jet_currency(";
     number(e, out);
     out += ')';
     return;

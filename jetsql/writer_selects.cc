@@ -202,7 +202,7 @@ void Writer::select_statement(Select& select) {
   translation_.limit = made.limit;
   describe(select);
   count(select, made);
-  window(select);
+  window();
   translation_.statements.push_back(translation_.select_text(false, false));
 }
 
@@ -241,11 +241,11 @@ void Writer::count(const Select& select, const SelectPieces& made) {
   }
 }
 
-void Writer::window(const Select& select) {
+void Writer::window() {
   const std::string rows = std::string("?").append(std::to_string(translation_.window_count()));
   const std::string skipped = std::string("?").append(std::to_string(translation_.window_offset()));
   std::string& out = translation_.window_limit;
-  if (select.top < 0) {
+  if (translation_.limit.empty()) {
     out = " LIMIT " + rows;
   } else {
     // A negative limit would be none.

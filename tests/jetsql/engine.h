@@ -1,0 +1,284 @@
+// A real SQLite database in memory for the tests of the translator: its tables as a Schema, the
+// functions registered, texts run as an adapter would run them. Dates are those of a fixed clock.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "jetsql/functions.h"
+#include "jetsql/letters.h"
+#include "jetsql/numbers.h"
+#include "jetsql/translate.h"
+
+namespace rk::jetsql {
+
+// 2026-03-05 14:30:15
+inline constexpr double kTestDay = 46086;
+inline constexpr double kTestTime = (14 * 3600 + 30 * 60 + 15) / 86400.0;
+
+inline std::string file_text(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) throw std::runtime_error("cannot read " + path);
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
+}
+
+class Engine : public Schema {
+ public:
+  explicit Engine(const std::string& definition) {
+    sqlite3_open(":memory:", &database_);
+    sqlite3_db_config(database_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(database_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    for (const Function& function : functions()) register_function(function);
+    for (const Aggregate& aggregate : aggregates()) register_aggregate(aggregate);
+    execute(definition);
+  }
+  ~Engine() override { sqlite3_close_v2(database_); }
+  Engine(const Engine&) = delete;
+  Engine& operator=(const Engine&) = delete;
+
+  const Table* table(std::string_view name) const override {
+    const auto found = tables_.find(lower_letters(name));
+    return found == tables_.end() ? nullptr : &found->second;
+  }
+
+  void execute(const std::string& sql) {
+    char* message = nullptr;
+    if (sqlite3_exec(database_, sql.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
+      const std::string text = message;
+      sqlite3_free(message);
+      throw std::runtime_error(text + " in " + sql);
+    }
+    read_tables();
+  }
+
+  // The rows of one engine text, values parted by "|", Null as NULL.
+  std::vector<std::string> rows(const std::string& sql, const std::vector<Literal>& values) {
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v2(database_, sql.c_str(), -1, &statement, nullptr) != SQLITE_OK) {
+      throw std::runtime_error(std::string(sqlite3_errmsg(database_)) + " in " + sql);
+    }
+    for (int i = 0; i < sqlite3_bind_parameter_count(statement); ++i) {
+      bind(statement, i + 1, values.at(static_cast<std::size_t>(i)));
+    }
+    std::vector<std::string> all;
+    int code = SQLITE_ROW;
+    while ((code = sqlite3_step(statement)) == SQLITE_ROW) all.push_back(row(statement));
+    const std::string message = sqlite3_errmsg(database_);
+    sqlite3_finalize(statement);
+    if (code != SQLITE_DONE) throw std::runtime_error(message + " in " + sql);
+    return all;
+  }
+
+  struct Run {
+    Translation translation;
+    std::vector<Literal> values;
+    std::vector<std::string> rows;
+  };
+
+  static std::vector<Literal> values_of(const Translation& translation, const Shape& shape) {
+    std::vector<Literal> values;
+    for (const Parameter& parameter : translation.parameters) {
+      Literal given;
+      given.kind = Literal::Kind::Date;
+      switch (parameter.source) {
+        case Parameter::Source::Literal:
+          given = shape.literals.at(parameter.index);
+          break;
+        case Parameter::Source::Caller:
+          given.kind = Literal::Kind::Integer;
+          given.integer = 1;
+          break;
+        case Parameter::Source::Now:
+          given.number = kTestDay + kTestTime;
+          break;
+        case Parameter::Source::Today:
+          given.number = kTestDay;
+          break;
+        case Parameter::Source::Clock:
+          given.number = kTestTime;
+          break;
+      }
+      values.push_back(bound_value(parameter, given));
+    }
+    return values;
+  }
+
+  // As an adapter does it: by shape, then the statements in order; of the last one the rows.
+  Run run(const std::string& sql) {
+    Run made;
+    Shape shape;
+    read_shape(sql, shape);
+    made.translation = translate(sql, *this);
+    made.values = values_of(made.translation, shape);
+    for (const std::string& statement : made.translation.statements) {
+      made.rows = rows(statement, made.values);
+    }
+    if (!made.translation.reads()) read_tables();
+    return made;
+  }
+
+ private:
+  static void bind(sqlite3_stmt* statement, int place, const Literal& value) {
+    switch (value.kind) {
+      case Literal::Kind::Integer:
+        sqlite3_bind_int64(statement, place, value.integer);
+        break;
+      case Literal::Kind::Double:
+        sqlite3_bind_double(statement, place, value.number);
+        break;
+      case Literal::Kind::Text:
+        sqlite3_bind_text(statement, place, value.text.data(), static_cast<int>(value.text.size()),
+                          SQLITE_TRANSIENT);
+        break;
+      default:
+        sqlite3_bind_null(statement, place);
+    }
+  }
+
+  static std::string row(sqlite3_stmt* statement) {
+    std::string text;
+    for (int i = 0; i < sqlite3_column_count(statement); ++i) {
+      if (i > 0) text += '|';
+      switch (sqlite3_column_type(statement, i)) {
+        case SQLITE_NULL:
+          text += "NULL";
+          break;
+        case SQLITE_FLOAT:
+          text += number_text(sqlite3_column_double(statement, i));
+          break;
+        default:
+          text += reinterpret_cast<const char*>(sqlite3_column_text(statement, i));
+      }
+    }
+    return text;
+  }
+
+  void read_tables() {
+    tables_.clear();
+    for (const std::string& name : rows(
+             "SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE 'sqlite%'", {})) {
+      Table& table = tables_[lower_letters(name)];
+      table.name = name;
+      sqlite3_stmt* statement = nullptr;
+      sqlite3_prepare_v2(database_, ("PRAGMA table_info([" + name + "])").c_str(), -1, &statement,
+                         nullptr);
+      while (sqlite3_step(statement) == SQLITE_ROW) {
+        Column column;
+        column.name = reinterpret_cast<const char*>(sqlite3_column_text(statement, 1));
+        const std::string declared =
+            reinterpret_cast<const char*>(sqlite3_column_text(statement, 2));
+        column.type = type_of_declaration(declared);
+        const char* collation = nullptr;
+        sqlite3_table_column_metadata(database_, nullptr, name.c_str(), column.name.c_str(),
+                                      nullptr, &collation, nullptr, nullptr, nullptr);
+        column.no_case = collation != nullptr && std::string_view(collation) == "NOCASE";
+        column.row_id = same_letters(declared, "INTEGER") && sqlite3_column_int(statement, 5) == 1;
+        table.columns.push_back(column);
+      }
+      sqlite3_finalize(statement);
+    }
+  }
+
+  static Argument argument_of(sqlite3_value* value) {
+    Argument argument;
+    switch (sqlite3_value_type(value)) {
+      case SQLITE_INTEGER:
+        argument.kind = Argument::Kind::Integer;
+        argument.integer = sqlite3_value_int64(value);
+        break;
+      case SQLITE_FLOAT:
+        argument.kind = Argument::Kind::Real;
+        argument.real = sqlite3_value_double(value);
+        break;
+      case SQLITE_TEXT: {
+        argument.kind = Argument::Kind::Text;
+        const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+        argument.text =
+            std::string_view(text, static_cast<std::size_t>(sqlite3_value_bytes(value)));
+        break;
+      }
+      default:
+        break;
+    }
+    return argument;
+  }
+
+  static std::vector<Argument> arguments_of(int count, sqlite3_value** values) {
+    std::vector<Argument> arguments;
+    for (int i = 0; i < count; ++i) arguments.push_back(argument_of(values[i]));
+    return arguments;
+  }
+
+  static void answer_with(sqlite3_context* context, const Answer& answer) {
+    switch (answer.kind) {
+      case Argument::Kind::Integer:
+        sqlite3_result_int64(context, answer.integer);
+        break;
+      case Argument::Kind::Real:
+        sqlite3_result_double(context, answer.real);
+        break;
+      case Argument::Kind::Text:
+        sqlite3_result_text(context, answer.text.data(), static_cast<int>(answer.text.size()),
+                            SQLITE_TRANSIENT);
+        break;
+      default:
+        sqlite3_result_null(context);
+    }
+  }
+
+  static void call(sqlite3_context* context, int count, sqlite3_value** values) {
+    const auto* function = static_cast<const Function*>(sqlite3_user_data(context));
+    try {
+      Answer answer;
+      const std::vector<Argument> arguments = arguments_of(count, values);
+      function->call(arguments, answer);
+      answer_with(context, answer);
+    } catch (const SqlError& error) {
+      sqlite3_result_error(context, error.what(), -1);
+    }
+  }
+
+  static void step(sqlite3_context* context, int count, sqlite3_value** values) {
+    const auto* aggregate = static_cast<const Aggregate*>(sqlite3_user_data(context));
+    auto** state =
+        static_cast<Aggregation**>(sqlite3_aggregate_context(context, sizeof(Aggregation*)));
+    if (*state == nullptr) *state = new Aggregation();
+    const std::vector<Argument> arguments = arguments_of(count, values);
+    aggregate->step(**state, arguments);
+  }
+
+  static void finish(sqlite3_context* context) {
+    const auto* aggregate = static_cast<const Aggregate*>(sqlite3_user_data(context));
+    auto** state = static_cast<Aggregation**>(sqlite3_aggregate_context(context, 0));
+    if (state == nullptr || *state == nullptr) return;
+    Answer answer;
+    aggregate->finish(**state, answer);
+    answer_with(context, answer);
+    delete *state;
+  }
+
+  void register_function(const Function& function) {
+    const int flags = SQLITE_UTF8 | (function.deterministic ? SQLITE_DETERMINISTIC : 0);
+    sqlite3_create_function_v2(database_, function.name, function.arity, flags,
+                               const_cast<Function*>(&function), call, nullptr, nullptr, nullptr);
+  }
+
+  void register_aggregate(const Aggregate& aggregate) {
+    sqlite3_create_function_v2(database_, aggregate.name, aggregate.arity, SQLITE_UTF8,
+                               const_cast<Aggregate*>(&aggregate), nullptr, step, finish, nullptr);
+  }
+
+  sqlite3* database_ = nullptr;
+  std::map<std::string, Table> tables_;
+};
+
+}  // namespace rk::jetsql
