@@ -61,14 +61,12 @@ Text Set_Tags(const Value& FileCon, Value& TagName, const Value& TagCon) {
   return replaced(*text, TagName.as_view(), content->view());
 }
 
-Value GetKey(const Value& HTML, const Value& Start, const Value& Last) {
+Text GetKey(const Value& HTML, const Value& Start, const Value& Last) {
   const auto html = text_if_any(HTML);
   const auto start = text_if_any(Start);
   const auto last = text_if_any(Last);
   if (!html || !start || !last) return {};
-  // Where nothing follows the start there is no piece to cut, as where the start is missing.
-  if (cut(html->view(), start->view(), {}).empty()) return {};
-  return Value::text(cut(html->view(), start->view(), last->view()));
+  return Text(cut(html->view(), start->view(), last->view()));
 }
 
 std::string ReStr(const Value& mystr) {

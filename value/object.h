@@ -48,6 +48,10 @@ class Object : public RefCounted {
   // The number of a name in any letter case (ASCII), or kNoMember.
   virtual MemberId member(std::string_view name) const = 0;
 
+  // Objects that answer the same address number their names alike, so that callers may keep the
+  // numbers by it; null where names are only this object's.
+  virtual const void* member_table() const { return nullptr; }
+
   // Raises 438 for a number or kind the object does not have, 450 for a wrong count of arguments,
   // and what the operation itself raises. A result that is nothing is Empty.
   virtual Value invoke(MemberId id, CallKind kind, Arguments arguments) = 0;

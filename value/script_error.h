@@ -54,6 +54,8 @@ inline constexpr KnownError kKeyInUse{457,
                                       "collection"};
 inline constexpr KnownError kUndefinedVariable{500, "Variable is undefined"};
 inline constexpr KnownError kIllegalAssignment{501, "Illegal assignment"};
+inline constexpr KnownError kUnqualifiedReference{505, "Invalid or unqualified reference"};
+inline constexpr KnownError kClassNotDefined{506, "Class not defined"};
 inline constexpr KnownError kElementNotFound{32811, "Element not found"};
 inline constexpr KnownError kInvalidClassString{-2147221005, "Invalid class string"};
 

@@ -26,6 +26,9 @@ inline constexpr int kTurnsBetweenTimeChecks = 2048;
 // under 1 KiB a level; hand-written pages stay below 40.
 inline constexpr int kMaxNesting = 256;
 
+// Links of one chain such as a.b(1).c; the compiler recurses over them too.
+inline constexpr int kMaxLinks = 500;
+
 // Characters of a name, as in the language.
 inline constexpr std::size_t kMaxNameLength = 255;
 

@@ -1,0 +1,238 @@
+#include <array>
+#include <cstring>
+
+#include "value/array.h"
+#include "value/conversions.h"
+#include "vbscript/argument_buffer.h"
+#include "vbscript/machine.h"
+#include "vbscript/procedure_object.h"
+
+namespace rk::vbscript {
+
+namespace {
+
+std::int32_t index_number(const Value& value) {
+  if (value.kind() == Value::Kind::Integer) return value.as_integer();
+  return to_long(value);
+}
+
+// The place of an element by values of indexes.
+template <class IndexAt>
+std::size_t place_in(const Array& array, std::size_t count, IndexAt&& index_at) {
+  if (count == 1 && array.dimensions() == 1) {
+    const std::int32_t index = index_number(index_at(0));
+    if (index < 0 || index > array.upper_bound(0)) raise(errors::kSubscriptOutOfRange);
+    return static_cast<std::size_t>(index);
+  }
+  std::array<std::int32_t, kMaxArrayDimensions> indexes{};
+  if (count > indexes.size()) raise(errors::kSubscriptOutOfRange);
+  for (std::size_t i = 0; i < count; ++i) indexes[i] = index_number(index_at(i));
+  return array.index_of({indexes.data(), count});
+}
+
+Value element(const Array& array, std::size_t at) {
+  if (array.holds_bytes()) return Value::byte(static_cast<std::uint8_t>(array.bytes()[at]));
+  return array.elements()[at];
+}
+
+void store_element(Array& array, std::size_t at, const Value& value) {
+  if (array.holds_bytes()) {
+    array.bytes()[at] = static_cast<char>(to_byte(value));
+  } else {
+    array.elements()[at] = value;
+  }
+}
+
+bool is_same(const Value& a, const Value& b) { return std::memcmp(&a, &b, sizeof(Value)) == 0; }
+
+}  // namespace
+
+void Machine::index(Frame& frame, const Value& base, std::span<const Operand> indexes,
+                    Value& result) {
+  if (base.is_array()) {
+    const Array& array = base.as_array();
+    const std::size_t place =
+        place_in(array, indexes.size(), [&](std::size_t i) -> const Value& { return at(frame, indexes[i]); });
+    Value found = element(array, place);
+    result = std::move(found);
+    return;
+  }
+  if (!base.is_object()) raise(errors::kTypeMismatch);
+  if (base.as_object() == nullptr) raise(errors::kObjectNotSet);
+  const Ref<Object> object(base.as_object());
+  ArgumentBuffer buffer;
+  for (const Operand o : indexes) {
+    if (place_of(o) == Place::Constant) {
+      buffer.add_copy(at(frame, o));
+    } else {
+      buffer.add(at(frame, o));
+    }
+  }
+  invoke(*object, kDefaultMember, CallKind::Get, buffer.arguments(), &result);
+}
+
+void Machine::store_index(Frame& frame, Value& base, std::span<const Operand> indexes,
+                          const Value& value, bool set) {
+  if (set && !value.is_object()) raise(errors::kObjectRequired);
+  if (base.is_array()) {
+    const auto index_at = [&](std::size_t i) -> const Value& { return at(frame, indexes[i]); };
+    const std::size_t place = place_in(base.as_array(), indexes.size(), index_at);
+    Value stored = value;
+    if (!set) let(stored, value);
+    store_element(base.writable_array(), place, stored);
+    return;
+  }
+  if (!base.is_object()) raise(errors::kTypeMismatch);
+  if (base.as_object() == nullptr) raise(errors::kObjectNotSet);
+  const Ref<Object> object(base.as_object());
+  ArgumentBuffer buffer;
+  for (const Operand o : indexes) buffer.add_copy(at(frame, o));
+  buffer.add_copy(value);
+  invoke(*object, kDefaultMember, set ? CallKind::Set : CallKind::Let, buffer.arguments(), nullptr);
+}
+
+// An element that was passed by reference, where the call changed it.
+void Machine::write_back(Frame& frame, const Instruction& i) {
+  const Value& before = at(frame, i.b);
+  const Value& after = at(frame, i.c);
+  Value& array = at(frame, i.a);
+  if (is_same(before, after) || !array.is_array()) return;
+  const std::uint32_t* const list = &frame.code->lists[(&i + 1)->c];
+  const auto index_at = [&](std::size_t k) -> const Value& { return at(frame, list[k + 1]); };
+  const std::size_t place = place_in(array.as_array(), list[0], index_at);
+  store_element(array.writable_array(), place, after);
+}
+
+void Machine::member(Frame& frame, const Instruction& i, CallKind kind) {
+  const std::uint32_t* const list = &frame.code->lists[i.c];
+  const Value& base = at(frame, i.b);
+  if (!base.is_object() || base.as_object() == nullptr) raise(errors::kObjectRequired);
+  const Ref<Object> object(base.as_object());
+  const MemberId id = member_id(frame, *object, list[1], list[2]);
+  ArgumentBuffer buffer;
+  const bool assigns = kind == CallKind::Let || kind == CallKind::Set;
+  for (std::uint32_t k = 0; k < list[0]; ++k) {
+    const Operand o = list[3 + k];
+    if (assigns || place_of(o) == Place::Constant) {
+      buffer.add_copy(at(frame, o));
+    } else {
+      buffer.add(at(frame, o));
+    }
+  }
+  if (assigns) {
+    const Value& value = at(frame, i.a);
+    if (kind == CallKind::Set && !value.is_object()) raise(errors::kObjectRequired);
+    buffer.add_copy(value);
+    invoke(*object, id, kind, buffer.arguments(), nullptr);
+    return;
+  }
+  invoke(*object, id, kind, buffer.arguments(), kind == CallKind::Get ? &at(frame, i.a) : nullptr);
+}
+
+MemberId Machine::member_id(Frame& frame, Object& object, std::uint32_t site, std::uint32_t name) {
+  CallSite& known = frame.unit->sites[site];
+  const void* const table = object.member_table();
+  if (table != nullptr && known.table == table) return known.id;
+  const std::string_view text = frame.bases[1][name].as_view();
+  const MemberId id = object.member(text);
+  if (id == kNoMember) raise_about(errors::kNoSuchMember, text);
+  if (table != nullptr) known = {table, id};
+  return id;
+}
+
+void Machine::invoke(Object& object, MemberId id, CallKind kind, Arguments arguments,
+                     Value* result) {
+  Value answer = object.invoke(id, kind, arguments);
+  if (result != nullptr) *result = std::move(answer);
+}
+
+// --- members of script objects -----------------------------------------------------------------
+
+Value Machine::invoke_member(ScriptObject& object, MemberId id, CallKind kind,
+                             Arguments arguments) {
+  const ClassCode& code = object.code();
+  const int index = id == kDefaultMember ? code.default_member : id - 1;
+  if (index < 0 || index >= static_cast<int>(code.members.size())) raise(errors::kNoSuchMember);
+  const ClassMember& m = code.members[static_cast<std::size_t>(index)];
+  const bool reads = kind == CallKind::Get || kind == CallKind::Method;
+  if (m.field >= 0) {
+    if (!m.is_public) raise_about(errors::kNoSuchMember, m.text);
+    Value& field = object.fields()[static_cast<std::size_t>(m.field)];
+    if (reads) return field_element(field, arguments);
+    store_field(field, kind, arguments);
+    return Value();
+  }
+  int callee = -1;
+  if (m.method >= 0) {
+    // QUIRK: `object.Name = value` calls a method Name with the value behind its arguments.
+    callee = m.is_public && kind != CallKind::Set ? m.method : -1;
+  } else if (reads) {
+    callee = m.get_public ? m.property_get : -1;
+  } else if (kind == CallKind::Set) {
+    callee = m.set_public ? m.property_set : -1;
+  } else {
+    callee = m.let_public ? m.property_let : -1;
+  }
+  LoadedUnit& unit = object.unit();
+  if (callee < 0) {
+    // What a property answers is assigned to by its elements or default member.
+    if (!reads && arguments.size() > 1 && m.get_public && m.property_get >= 0 &&
+        m.property_let < 0 && m.property_set < 0) {
+      Value answer;
+      call({unit.unit->codes[static_cast<std::size_t>(m.property_get)].get(), &unit}, &object, {},
+           &answer);
+      store_field(answer, kind, arguments);
+      return Value();
+    }
+    raise_about(errors::kNoSuchMember, m.text);
+  }
+  const Code* const target = unit.unit->codes[static_cast<std::size_t>(callee)].get();
+  Value result;
+  if (reads && target->parameters() == 0 && !arguments.empty()) {
+    // object.Items(1): the brackets index what the property answers.
+    call({target, &unit}, &object, {}, &result);
+    return field_element(result, arguments);
+  }
+  call({target, &unit}, &object, arguments, &result);
+  return result;
+}
+
+Value Machine::field_element(Value& field, Arguments arguments) {
+  if (arguments.empty()) return field;
+  if (field.is_array()) {
+    const Array& array = field.as_array();
+    const auto index_at = [&](std::size_t i) -> const Value& { return *arguments[i]; };
+    return element(array, place_in(array, arguments.size(), index_at));
+  }
+  if (!field.is_object()) raise(errors::kWrongArgumentCount);
+  if (field.as_object() == nullptr) raise(errors::kObjectNotSet);
+  const Ref<Object> object(field.as_object());
+  return object->invoke(kDefaultMember, CallKind::Get, arguments);
+}
+
+void Machine::store_field(Value& field, CallKind kind, Arguments arguments) {
+  const Value value = *arguments.back();
+  const Arguments indexes = arguments.first(arguments.size() - 1);
+  if (indexes.empty()) {
+    if (kind == CallKind::Set) {
+      set_object(field, value);
+    } else {
+      let(field, value);
+    }
+    return;
+  }
+  if (field.is_array()) {
+    const auto index_at = [&](std::size_t i) -> const Value& { return *indexes[i]; };
+    const std::size_t place = place_in(field.as_array(), indexes.size(), index_at);
+    Value stored = value;
+    if (kind == CallKind::Let) let(stored, value);
+    store_element(field.writable_array(), place, stored);
+    return;
+  }
+  if (!field.is_object()) raise(errors::kWrongArgumentCount);
+  if (field.as_object() == nullptr) raise(errors::kObjectNotSet);
+  const Ref<Object> object(field.as_object());
+  object->invoke(kDefaultMember, kind, arguments);
+}
+
+}  // namespace rk::vbscript
