@@ -20,3 +20,10 @@ foreach(source IN LISTS targets)
     set_tests_properties(fuzz_replay_${name} PROPERTIES LABELS fuzz)
   endif()
 endforeach()
+
+# What the translator writes is prepared by the real engine.
+foreach(program fuzz_jetsql fuzz_replay_jetsql)
+  if(TARGET ${program})
+    target_link_libraries(${program} PRIVATE sqlite3)
+  endif()
+endforeach()

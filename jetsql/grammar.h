@@ -15,7 +15,7 @@ namespace rk::jetsql {
 class Deeper {
  public:
   Deeper(int& depth, const TokenStream& tokens) : depth_(depth) {
-    if (++depth_ > kMaxDepth) {
+    if (++depth_ > kMaxNesting) {
       --depth_;
       tokens.fail("Expression too complex in query expression");
     }

@@ -90,7 +90,7 @@ Expression* Grammar::finished(Expression* made) {
   for (const Expression* operand : made->operands) {
     made->height = std::max(made->height, operand->height + 1);
   }
-  if (made->height > kMaxDepth) {
+  if (made->height > kMaxHeight) {
     tokens_.fail_at(made->begin, "Expression too complex in query expression");
   }
   made->end = std::max(made->begin, tokens_.last_end());

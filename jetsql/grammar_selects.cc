@@ -178,7 +178,7 @@ Source* Grammar::joined(Source* left) {
   Source::Kind kind = Source::Kind::Inner;
   int height = depth_;
   while (join_word(kind)) {
-    if (++height > kMaxDepth) tokens_.fail("Expression too complex in FROM clause");
+    if (++height > kMaxNesting) tokens_.fail("Expression too complex in FROM clause");
     Source* made = tree_.source();
     made->kind = kind;
     made->begin = left->begin;

@@ -81,7 +81,7 @@ void Resolver::resolve_select(Select& select, const Scope* outer) {
   if (select.unions.empty()) resolve_order(select, scope);
   scope.grouped = !select.group.empty() || select.having != nullptr;
   for (const Output& output : select.outputs) {
-    scope.grouped = scope.grouped || holds_aggregate(*output.value);
+    scope.grouped = scope.grouped || output.value->aggregated;
   }
   if (scope.grouped) check_grouping(select, scope);
   if (select.distinct && select.unions.empty()) check_distinct_order(select, scope);
@@ -368,9 +368,21 @@ Type Resolver::resolve(Expression& e, Scope& scope) {
     case Expression::Kind::Star:
       fail(kSyntaxError, "Syntax error: '*' is no value.", e.begin);
   }
+  weigh(e);
   e.resolving = false;
   e.resolved = true;
   return e.type;
+}
+
+void Resolver::weigh(Expression& e) const {
+  const auto add = [&](const Expression& inner) {
+    e.weight += inner.weight;
+    e.aggregated = e.aggregated || inner.aggregated;
+    if (e.weight > kMaxWeight) fail(kSyntaxError, "Query is too complex.", e.begin);
+  };
+  e.aggregated = e.built_in != nullptr && e.built_in->aggregate();
+  for (const Expression* operand : e.operands) add(*operand);
+  if (e.stands_for != nullptr) add(*e.stands_for);
 }
 
 Type Resolver::resolve_subselect(Expression& e, Scope& scope) {
@@ -568,16 +580,6 @@ bool same_expression(const Expression& a, const Expression& b) {
     if (!same_expression(*a.operands[i], *b.operands[i])) return false;
   }
   return true;
-}
-
-bool holds_aggregate(const Expression& e) {
-  if (e.kind == Expression::Kind::Call && e.built_in != nullptr && e.built_in->aggregate())
-    return true;
-  if (e.stands_for != nullptr) return holds_aggregate(*e.stands_for);
-  for (const Expression* operand : e.operands) {
-    if (holds_aggregate(*operand)) return true;
-  }
-  return false;
 }
 
 }  // namespace rk::jetsql

@@ -12,6 +12,10 @@
 
 namespace rk::jetsql {
 
+// What an expression may weigh: names that stand for expressions that hold such names can double
+// it at each step.
+inline constexpr std::uint32_t kMaxWeight = 200'000;
+
 // One table or derived table of a From.
 struct Binding {
   std::string name;              // by which the text speaks of it: its alias, else the table's name
@@ -70,6 +74,7 @@ class Resolver {
   bool is_grouped(const Expression& expression, const Select& select, const Scope& scope) const;
   void check_distinct_order(const Select& select, const Scope& scope) const;
 
+  void weigh(Expression& expression) const;
   Type resolve_column(Expression& column, Scope& scope);
   bool find_column(Expression& column, const Scope& scope) const;
   bool find_output(Expression& column, Scope& scope);
@@ -88,6 +93,5 @@ bool is_number(Type type);
 // The type of a column that holds now the one, now the other.
 Type common_type(Type a, Type b);
 bool same_expression(const Expression& a, const Expression& b);
-bool holds_aggregate(const Expression& expression);
 
 }  // namespace rk::jetsql

@@ -81,6 +81,8 @@ struct Expression {
   const jetsql::Column* column = nullptr;  // and which one it is
   const Expression* stands_for = nullptr;  // of a Column that names an output of its select
   const BuiltIn* built_in = nullptr;       // of a Call
+  bool aggregated = false;                 // an aggregate stands within
+  std::uint32_t weight = 1;                // nodes below, names counted as what they stand for
   bool resolving = false;                  // guards against names that stand for themselves
   bool resolved = false;
 };

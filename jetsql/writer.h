@@ -51,6 +51,7 @@ class Writer {
   void sum(const Expression& e, std::string& out);
   void join(const Expression& e, std::string& out);
   void logic(const Expression& e, std::string_view word, std::string& out);
+  static bool joins_chain(const Expression& e, const Expression& left);
   void infix(const Expression& e, std::string_view symbol, std::string& out);
   void two_numbers(std::string_view function, const Expression& e, std::string& out);
 

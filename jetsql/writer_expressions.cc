@@ -246,6 +246,16 @@ void Writer::binary(const Expression& e, std::string& out) {
   }
 }
 
+// Whether the left operand may go without brackets, so that a long chain does not nest in the
+// engine's parser: sums of sums, products of products, none of them a call.
+bool Writer::joins_chain(const Expression& e, const Expression& left) {
+  const auto sums = [](Operator op) { return op == Operator::Add || op == Operator::Subtract; };
+  if (left.kind != Expression::Kind::Binary || !is_number(left.type) || !is_number(e.type))
+    return false;
+  if (sums(e.op)) return sums(left.op) || left.op == Operator::Multiply;
+  return e.op == Operator::Multiply && left.op == Operator::Multiply;
+}
+
 // A chain of one operator is written without brackets between.
 void Writer::logic(const Expression& e, std::string_view word, std::string& out) {
   const auto operand = [&](const Expression& inner) {
@@ -262,7 +272,12 @@ void Writer::logic(const Expression& e, std::string_view word, std::string& out)
 }
 
 void Writer::infix(const Expression& e, std::string_view symbol, std::string& out) {
-  number(*e.operands[0], out);
+  const Expression& left = *e.operands[0];
+  if (joins_chain(e, left)) {
+    binary(left, out);
+  } else {
+    number(left, out);
+  }
   out += symbol;
   number(*e.operands[1], out);
 }

@@ -1,0 +1,1 @@
+select id from goods where code between 'a' and 'b9'

@@ -1,0 +1,1 @@
+select id from goods where added between #2026-1-1# and #2026-3-4 12:00:00#

@@ -1,0 +1,1 @@
+select id from goods where price>1 and price<5

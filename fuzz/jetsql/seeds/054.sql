@@ -1,0 +1,1 @@
+select id from goods where id=1 imp hot=false

@@ -1,0 +1,1 @@
+select id from goods where id mod 2=1

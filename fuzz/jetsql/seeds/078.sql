@@ -1,0 +1,1 @@
+create table t (code text(10) primary key, id counter)

@@ -1,0 +1,1 @@
+create unique index ix on goods (name asc, id desc)

@@ -1,0 +1,1 @@
+alter table goods alter column stock double

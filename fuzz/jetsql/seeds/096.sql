@@ -1,0 +1,1 @@
+select null & null, null+1, 'a'+null

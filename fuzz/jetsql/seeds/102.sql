@@ -1,0 +1,1 @@
+select iif(price>1,price,0) from goods

@@ -1,0 +1,1 @@
+select datepart('yyyy',now()), datepart('q',now()), datepart('m',now()), datepart('y',now()), datepart('d',now()), datepart('w',now()), datepart('ww',now()), datepart('h',now()), datepart('n',now()), datepart('s',now())

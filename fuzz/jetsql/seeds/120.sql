@@ -1,0 +1,1 @@
+select format(1234.5,'#,##0.00'), format(0.5,'0%'), format(5,'000'), format(1234.567,'0.0'), format(-5,'0.00;(0.00)'), format(0.5,'#.##'), format(12,'fixed'), format('abc','>')

@@ -1,0 +1,1 @@
+select replace('hello','l','L'), replace('aaa','a','b',1,2), replace('aAa','A','x',1,-1,1), replace('abc','','x')

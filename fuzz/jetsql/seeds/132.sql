@@ -1,0 +1,1 @@
+select left(null,1), len(null), year(null), round(null), 1/null

@@ -1,0 +1,1 @@
+select goods.id, class.title from goods, class where goods.class=class.id

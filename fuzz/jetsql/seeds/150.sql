@@ -1,0 +1,1 @@
+select g.name, c.title, s.count from (goods g inner join class c on g.class=c.id) inner join sale s on s.goods=g.id

@@ -1,0 +1,1 @@
+select top 2 g.id, s.at from goods g, sale s where g.id=s.goods order by g.name

@@ -1,0 +1,1 @@
+select nowhere.* from goods

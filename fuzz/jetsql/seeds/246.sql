@@ -1,0 +1,1 @@
+insert goods (name) values ('a')

@@ -1,0 +1,1 @@
+insert into goods (name) values ('a'),('b')

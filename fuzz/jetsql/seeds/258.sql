@@ -1,0 +1,1 @@
+update goods set name

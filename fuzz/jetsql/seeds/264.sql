@@ -1,0 +1,1 @@
+delete from goods where nothing=1

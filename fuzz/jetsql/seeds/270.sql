@@ -1,0 +1,1 @@
+create index ix on goods (nothing)

@@ -1,0 +1,1 @@
+select top 2 id from goods order by id desc

@@ -1,0 +1,1 @@
+select id, price*stock from goods order by 2

@@ -1,0 +1,1 @@
+select id+1 as a, a*2 as b from goods where id<3

@@ -1,0 +1,1 @@
+select class, count(*) as c, sum(stock) from goods group by class having count(*)>1 order by count(*) desc

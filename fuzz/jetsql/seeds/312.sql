@@ -1,0 +1,1 @@
+select class, first(name), last(code) from goods group by class

@@ -1,0 +1,1 @@
+select id as n from goods where id<3 union all select id from class order by n desc

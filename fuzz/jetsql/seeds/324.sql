@@ -1,0 +1,1 @@
+select id from goods where class in (select id from class where title='fruit')

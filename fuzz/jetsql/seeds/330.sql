@@ -1,0 +1,1 @@
+select id from goods where id in (select top 2 id from goods order by price desc)

@@ -1,0 +1,1 @@
+insert into class values (9,'new',1)

@@ -1,0 +1,1 @@
+insert into goods (name,price) values (null,null)

@@ -1,0 +1,1 @@
+update goods set price=price+1 where id=1

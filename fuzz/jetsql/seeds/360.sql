@@ -1,0 +1,1 @@
+update goods set note=price where id=1

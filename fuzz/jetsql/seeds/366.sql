@@ -1,0 +1,1 @@
+update goods g left join class c on g.class=c.id set g.note=c.title, g.stock=c.parent

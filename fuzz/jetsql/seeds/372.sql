@@ -1,0 +1,1 @@
+delete g.* from goods g inner join class c on g.class=c.id where c.title='Fruit'
