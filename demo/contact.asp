@@ -5,14 +5,15 @@
 Dim Page_Title, Page_Section, Plan
 Page_Title = Say("联系我们", "Contact")
 Page_Section = "contact"
-Plan = ""
-If IsNumeric(Request.QueryString("plan")) Then Plan = CStr(CDbl(Request.QueryString("plan")))
+' A plan's number behind the letter of its list: H12, S1, M3, E2. Anything else is left out.
+Plan = UCase(Request.QueryString("plan") & "")
+If InStr("HSME", Left(Plan, 1)) = 0 Or Not IsNumeric(Mid(Plan, 2)) Then Plan = ""
 %>
 <!--#include virtual="/include/header.inc"-->
 <section class="wrap narrow">
 <h1><%= Page_Title %></h1>
 <% If Plan <> "" Then %>
-<p class="note"><%= Say("您选的是方案 ", "You picked plan ") %><strong><%= Plan %></strong><%= Say("，联系时请告诉我们这个编号。", ": please tell us this number.") %></p>
+<p class="note"><%= Say("您选的是方案 ", "You picked plan ") %><strong><%= Html(Plan) %></strong><%= Say("，联系时请告诉我们这个编号。", ": please tell us this number.") %></p>
 <% End If %>
 <dl class="facts">
 <dt><%= Say("电话", "Telephone") %></dt><dd><a href="tel:+8602055500100">+86 20 5550 0100</a></dd>

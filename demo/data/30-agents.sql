@@ -59,6 +59,13 @@ Insert Into Rk_AgentPriceSet (AgentUser, MastId, PriceType, AgentSetName, Price,
 
 Insert Into Rk_AgentPriceSet (AgentUser, MastId, PriceType, AgentSetName, Price) Values
   ('blue', 1, 'Sql', '小店数据库', 188),
-  ('green', 1, 'Sql', 'SQL 500', 220),
+  ('green', 1, 'Sql', 'SQL Server 500', 220),
+  ('green', 2, 'Sql', 'SQL Server 1000', 405),
+  ('green', 3, 'Sql', 'SQL Server 2000', 735),
   ('green', 1, 'MySql', 'MySQL 200', 90),
-  ('green', 1, 'Mail', 'Mailbox 5', 110);
+  ('green', 2, 'MySql', 'MySQL 500', 165),
+  ('green', 3, 'MySql', 'MySQL 1000', 295),
+  ('green', 4, 'MySql', 'MySQL 2000', 515),
+  ('green', 1, 'Mail', 'Mail for 5', 110),
+  ('green', 2, 'Mail', 'Mail for 20', 330),
+  ('green', 3, 'Mail', 'Mail for 50', 660);
