@@ -318,7 +318,7 @@ ListenAddress parse_listen(std::string_view text) {
   const bool bracketed = host.front() == '[' && host.back() == ']';
   if (bracketed) host = host.substr(1, host.size() - 2);
   if (equal_ignoring_case(host, "localhost")) host = "127.0.0.1";
-  const bool known = bracketed ? pagehost::is_ipv6_address(host) : pagehost::is_ipv4_address(host);
+  const bool known = bracketed ? http::is_ipv6_address(host) : http::is_ipv4_address(host);
   if (!known) refuse(kAllowed);
   try {
     return {host, port_of(text.substr(colon + 1))};

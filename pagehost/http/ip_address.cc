@@ -2,7 +2,7 @@
 
 #include <arpa/inet.h>
 
-namespace rk::pagehost {
+namespace rk::http {
 
 bool is_ipv4_address(const std::string& text) {
   in_addr address{};
@@ -14,4 +14,4 @@ bool is_ipv6_address(const std::string& text) {
   return inet_pton(AF_INET6, text.c_str(), &address) == 1;
 }
 
-}  // namespace rk::pagehost
+}  // namespace rk::http

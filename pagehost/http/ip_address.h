@@ -4,11 +4,11 @@
 
 #include <string>
 
-namespace rk::pagehost {
+namespace rk::http {
 
 bool is_ipv4_address(const std::string& text);
 bool is_ipv6_address(const std::string& text);  // without brackets
 
-}  // namespace rk::pagehost
+}  // namespace rk::http
 
 #endif  // RK_PAGEHOST_HTTP_IP_ADDRESS_H_

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace rk::pagehost {
+namespace rk::http {
 namespace {
 
 TEST(IpAddress, TellsTheTwoKindsFromNames) {
@@ -15,4 +15,4 @@ TEST(IpAddress, TellsTheTwoKindsFromNames) {
 }
 
 }  // namespace
-}  // namespace rk::pagehost
+}  // namespace rk::http

@@ -1,0 +1,475 @@
+#include "pagehost/http/connection.h"
+
+#include <algorithm>
+#include <array>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/post.hpp>
+#include <optional>
+
+#include "pagehost/http/http_dates.h"
+#include "pagehost/http/page_answerer.h"
+#include "pagehost/http/request_reader.h"
+#include "pagehost/http/static_answer.h"
+#include "pagehost/http/target.h"
+#include "pagehost/http/wire.h"
+#include "value/text.h"
+
+namespace rk::http {
+namespace {
+
+namespace net = boost::asio;
+using boost::system::error_code;
+using net::ip::tcp;
+using SteadyClock = std::chrono::steady_clock;
+
+// Read at once from a connection: a usual request whole, and small enough for thousands of them.
+constexpr std::size_t kReadBytes = 8192;
+// Of a file at a time, and so what a slow visitor of a large one costs.
+constexpr std::size_t kFileBytes = std::size_t{32} << 10;
+// Chunks of a file in a row before other connections have their turn.
+constexpr int kChunksInARow = 16;
+// How long a refused visitor may go on sending, so that it reads the refusal before the end.
+constexpr std::chrono::seconds kLinger{2};
+// After stop(): how long a connection without a request is kept, since one may be on its way.
+constexpr std::chrono::milliseconds kCrossing{250};
+// A page whose visitor closed the connection is left out if it has waited for its turn so long.
+constexpr std::chrono::seconds kAbandoned{1};
+constexpr std::string_view kRetryAfterSeconds = "5";
+
+class HttpConnection final : public Connection,
+                             public PageTask,
+                             public std::enable_shared_from_this<HttpConnection> {
+ public:
+  HttpConnection(Hub& hub, tcp::socket socket)
+      : hub_(hub),
+        socket_(std::move(socket)),
+        reader_(hub.options.header, hub.options.max_body_bytes) {}
+
+  void start() override;
+  SteadyClock::time_point deadline() const override { return deadline_; }
+  void meet_deadline() override;
+  void stop_soon() override;
+  void break_off() override;
+  void run() noexcept override;  // the page, on its thread
+
+ private:
+  enum class State : std::uint8_t { Reading, Page, Sending, Lingering, Closed };
+
+  Wire wire() { return Wire(socket_.native_handle()); }
+  bool may_keep_alive() const {
+    return request().keep_alive && !hub_.stopping.load(std::memory_order_relaxed);
+  }
+  ReadRequest& request() { return reader_.request(); }
+  const ReadRequest& request() const { return reader_.request(); }
+
+  void next_request();
+  void receive();
+  void take_received(std::string_view bytes);
+  void proceed();
+  void dispatch();
+  void follow(const Route& way);
+  void start_page(bool not_found);
+  void enqueue(pagehost::SessionTurn turn);
+  void answer_page(PageAnswerer& answerer);
+  void refuse(int status);
+  void refuse_busy();
+  void answer_file(const std::string& path);
+  void redirect_to_folder(const std::string& path);
+  void send_own(const pagehost::PageAnswer& answer);
+  void send_head(const pagehost::PageAnswer& answer, std::uint64_t length);
+  void pump();
+  bool send_out();
+  bool refill();
+  void end_exchange();
+  void linger();
+  void log_access();
+  void close();
+
+  Hub& hub_;
+  tcp::socket socket_;
+  std::string address_;  // the visitor's
+  std::uint16_t port_ = 0;
+  std::string local_address_;
+  std::uint16_t local_port_ = 0;
+
+  State state_ = State::Reading;
+  SteadyClock::time_point deadline_ = SteadyClock::time_point::max();
+  bool receiving_ = false;
+  std::array<char, kReadBytes> chunk_;
+  RequestReader reader_;
+  bool keep_alive_ = true;
+  bool head_only_ = false;
+
+  bool not_found_ = false;
+  pagehost::SessionTurn turn_;
+  SteadyClock::time_point queued_at_;
+  bool gone_ = false;  // the visitor takes nothing any more
+
+  int status_ = 0;
+  std::uint64_t body_bytes_ = 0;
+  std::string out_;
+  std::size_t out_at_ = 0;
+  std::unique_ptr<SiteFile> file_;
+  std::uint64_t file_at_ = 0;
+  std::uint64_t file_left_ = 0;
+};
+
+// ---- from the first byte to a whole request
+
+void HttpConnection::start() {
+  error_code ignored;
+  socket_.set_option(tcp::no_delay(true), ignored);
+  socket_.non_blocking(true, ignored);
+  const tcp::endpoint remote = socket_.remote_endpoint(ignored);
+  const tcp::endpoint local = socket_.local_endpoint(ignored);
+  address_ = remote.address().to_string();
+  port_ = remote.port();
+  local_address_ = local.address().to_string();
+  local_port_ = local.port();
+  deadline_ = SteadyClock::now() + hub_.options.header_time;
+  receive();
+}
+
+void HttpConnection::next_request() {
+  state_ = State::Reading;
+  const bool more = reader_.has_more();
+  reader_.restart();
+  deadline_ = SteadyClock::now() + hub_.options.idle_time;
+  if (!more) return receive();
+  // By way of the queue, so that a thousand requests in one packet neither nest nor keep others
+  // out.
+  net::post(hub_.io, [self = shared_from_this()] {
+    if (self->state_ == State::Reading) self->proceed();
+  });
+}
+
+void HttpConnection::receive() {
+  if (receiving_) return;
+  receiving_ = true;
+  socket_.async_read_some(net::buffer(chunk_),
+                          [self = shared_from_this()](error_code error, std::size_t count) {
+                            self->receiving_ = false;
+                            if (self->state_ == State::Closed) return;
+                            if (error) return self->close();
+                            self->take_received(std::string_view(self->chunk_.data(), count));
+                          });
+}
+
+void HttpConnection::take_received(std::string_view bytes) {
+  if (state_ == State::Lingering) return receive();
+  if (state_ != State::Reading) return;
+  reader_.append(bytes);
+  proceed();
+}
+
+void HttpConnection::proceed() {
+  const RequestReader::State before = reader_.state();
+  const RequestReader::State state = reader_.proceed();
+  if (state == RequestReader::State::Complete) return dispatch();
+  if (state == RequestReader::State::Refused) return refuse(reader_.refused_status());
+  if (state != before) {
+    const bool body = state == RequestReader::State::Body;
+    deadline_ = SteadyClock::now() + (body ? hub_.options.body_time : hub_.options.header_time);
+    // A socket that has sent nothing for this request takes these few bytes at once.
+    if (body && reader_.waits_for_continue()) wire().send_now("HTTP/1.1 100 Continue\r\n\r\n");
+  }
+  receive();
+}
+
+// ---- from a request to its answer
+
+void HttpConnection::dispatch() {
+  deadline_ = SteadyClock::time_point::max();
+  keep_alive_ = may_keep_alive();
+  pagehost::PageRequest& page = request().page;
+  head_only_ = page.method == "HEAD";
+  std::optional<Target> target =
+      parse_target(request().target, hub_.parts.pages->code_page(), *hub_.parts.code_pages);
+  if (!target) return refuse(400);
+  page.path = std::move(target->path);
+  page.query = std::move(target->query);
+  page.remote_address = address_;
+  page.remote_port = port_;
+  page.local_address = local_address_;
+  page.local_port = local_port_;
+  for (auto& [name, value] : page.headers) {
+    if (!target->authority.empty() && equal_ignoring_case(name, "host")) value = target->authority;
+  }
+  if (page.method != "GET" && page.method != "POST" && !head_only_) {
+    pagehost::PageAnswer answer = plain_answer(405);
+    answer.headers.emplace_back("Allow", "GET, HEAD, POST");
+    return send_own(answer);
+  }
+  follow(route(page.path, hub_.options.rules, *hub_.parts.files));
+}
+
+void HttpConnection::follow(const Route& way) {
+  switch (way.kind) {
+    case Route::Kind::Page:
+      request().page.path = way.path;
+      return start_page(false);
+    case Route::Kind::File:
+      return answer_file(way.path);
+    case Route::Kind::Folder:
+      return redirect_to_folder(way.path);
+    case Route::Kind::Nothing:
+      return start_page(true);
+  }
+}
+
+void HttpConnection::start_page(bool not_found) {
+  state_ = State::Page;
+  not_found_ = not_found;
+  const bool admitted = hub_.parts.pages->admit(
+      request().page,
+      [self = shared_from_this()](pagehost::SessionTurn turn) { self->enqueue(std::move(turn)); });
+  if (!admitted) refuse_busy();
+}
+
+// On any thread.
+void HttpConnection::enqueue(pagehost::SessionTurn turn) {
+  turn_ = std::move(turn);
+  queued_at_ = SteadyClock::now();
+  if (hub_.pool->submit(shared_from_this())) return;
+  net::post(hub_.io, [self = shared_from_this()] {
+    self->turn_ = pagehost::SessionTurn();
+    self->refuse_busy();
+  });
+}
+
+// On the page's thread.
+void HttpConnection::run() noexcept {
+  const bool abandoned = SteadyClock::now() - queued_at_ > kAbandoned && !wire().is_connected();
+  if (abandoned) {
+    turn_ = pagehost::SessionTurn();
+    gone_ = true;
+  } else {
+    const ExchangeTerms terms{keep_alive_, request().old_version, head_only_,
+                              hub_.options.send_time};
+    PageAnswerer answerer(wire(), terms, [this] { return hub_.date.now(); });
+    answer_page(answerer);
+  }
+  net::post(hub_.io, [self = shared_from_this()] {
+    if (self->gone_) return self->close();
+    self->pump();
+  });
+}
+
+// The page run itself answers for what a page does; what comes out of it here is its own failure.
+void HttpConnection::answer_page(PageAnswerer& answerer) {
+  Pages& pages = *hub_.parts.pages;
+  const pagehost::PageRequest& page = request().page;
+  try {
+    answerer.finish(not_found_ ? pages.answer_not_found(page, std::move(turn_), &answerer)
+                               : pages.run(page, std::move(turn_), &answerer));
+  } catch (const std::exception& failure) {
+    hub_.parts.log->error(page.path + ": " + failure.what());
+    if (answerer.began()) {
+      answerer.break_off();
+    } else {
+      answerer.finish(plain_answer(500));
+    }
+  }
+  keep_alive_ = answerer.keeps_alive();
+  gone_ = answerer.gone();
+  status_ = answerer.status();
+  body_bytes_ = answerer.body_bytes();
+  out_ = answerer.take_left_over();
+}
+
+void HttpConnection::refuse(int status) {
+  keep_alive_ = false;
+  head_only_ = false;
+  send_own(plain_answer(status));
+}
+
+void HttpConnection::refuse_busy() {
+  pagehost::PageAnswer answer = plain_answer(503);
+  answer.headers.emplace_back("Retry-After", kRetryAfterSeconds);
+  send_own(answer);
+}
+
+void HttpConnection::redirect_to_folder(const std::string& path) {
+  pagehost::PageAnswer answer = plain_answer(301);
+  std::string address = encoded_path(path) + "/";
+  const std::string& query = request().page.query;
+  if (!query.empty()) address.append("?").append(query);
+  answer.headers.emplace_back("Location", std::move(address));
+  send_own(answer);
+}
+
+void HttpConnection::answer_file(const std::string& path) {
+  const pagehost::PageRequest& page = request().page;
+  if (page.method == "POST") {
+    pagehost::PageAnswer answer = plain_answer(405);
+    answer.headers.emplace_back("Allow", "GET, HEAD");
+    return send_own(answer);
+  }
+  file_ = hub_.parts.site_files->open(hub_.options.rules.site_root + path);
+  std::array<char, kDatabaseStartBytes> start;
+  const std::size_t length = file_ ? file_->read_at(0, start.data(), start.size()) : 0;
+  if (!file_ || begins_as_database(std::string_view(start.data(), length))) {
+    file_.reset();
+    return start_page(true);
+  }
+  const StaticAnswer answer = static_answer(page, path, file_->stamp());
+  file_at_ = answer.offset;
+  file_left_ = head_only_ ? 0 : answer.count;
+  body_bytes_ = file_left_;
+  send_head(answer.head, answer.count);
+  if (file_left_ > 0) refill();
+  pump();
+}
+
+// ---- out to the visitor, on the thread of run()
+
+void HttpConnection::send_head(const pagehost::PageAnswer& answer, std::uint64_t length) {
+  status_ = answer.status;
+  const std::string date = hub_.date.now();
+  HeadFraming framing;
+  if (has_body(answer.status)) framing.length = length;
+  framing.keep_alive = keep_alive_;
+  framing.old_version = request().old_version;
+  framing.date = date;
+  out_ = answer_head(answer, framing);
+  out_at_ = 0;
+}
+
+void HttpConnection::send_own(const pagehost::PageAnswer& answer) {
+  send_head(answer, answer.body.size());
+  if (!head_only_) out_.append(answer.body);
+  body_bytes_ = head_only_ ? 0 : answer.body.size();
+  pump();
+}
+
+// The next piece of the file behind what is to be sent; false where the file gives no more.
+bool HttpConnection::refill() {
+  const std::size_t before = out_.size();
+  const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(file_left_, kFileBytes));
+  out_.resize(before + wanted);
+  const std::size_t count = file_->read_at(file_at_, out_.data() + before, wanted);
+  out_.resize(before + count);
+  file_at_ += count;
+  file_left_ -= count;
+  return count > 0;
+}
+
+// False where the rest goes out later, or the connection has ended.
+bool HttpConnection::send_out() {
+  while (out_at_ < out_.size()) {
+    const std::optional<std::size_t> sent = wire().send_now(std::string_view(out_).substr(out_at_));
+    if (!sent) {
+      close();
+      return false;
+    }
+    out_at_ += *sent;
+    if (*sent > 0) continue;
+    socket_.async_wait(tcp::socket::wait_write, [self = shared_from_this()](error_code error) {
+      if (self->state_ != State::Sending) return;
+      if (error) return self->close();
+      self->pump();
+    });
+    return false;
+  }
+  out_.clear();
+  out_at_ = 0;
+  return true;
+}
+
+void HttpConnection::pump() {
+  state_ = State::Sending;
+  deadline_ = SteadyClock::now() + hub_.options.send_time;
+  for (int chunk = 0; chunk < kChunksInARow; ++chunk) {
+    if (!send_out()) return;
+    if (file_left_ == 0) return end_exchange();
+    // A file cut short meanwhile cannot keep its promise of a length.
+    if (!refill()) return close();
+  }
+  net::post(hub_.io, [self = shared_from_this()] {
+    if (self->state_ == State::Sending) self->pump();
+  });
+}
+
+void HttpConnection::end_exchange() {
+  file_.reset();
+  out_ = std::string();
+  log_access();
+  if (keep_alive_ && !hub_.stopping.load(std::memory_order_relaxed)) return next_request();
+  linger();
+}
+
+// Closing with bytes unread would reset the connection before the visitor has read the answer.
+void HttpConnection::linger() {
+  if (reader_.state() == RequestReader::State::Complete && !reader_.has_more()) return close();
+  error_code ignored;
+  socket_.shutdown(tcp::socket::shutdown_send, ignored);
+  state_ = State::Lingering;
+  deadline_ = SteadyClock::now() + kLinger;
+  receive();
+}
+
+void HttpConnection::log_access() {
+  if (!hub_.access_log.is_on()) return;
+  AccessRecord record;
+  record.address = address_;
+  record.time = std::time(nullptr);
+  record.request_line = request().line;
+  record.status = status_;
+  record.bytes = body_bytes_;
+  record.referer = request().page.header("Referer");
+  record.user_agent = request().page.header("User-Agent");
+  hub_.access_log.write(record);
+}
+
+// ---- ends
+
+void HttpConnection::meet_deadline() {
+  const bool begun = reader_.state() == RequestReader::State::Header ||
+                     reader_.state() == RequestReader::State::Body;
+  if (state_ == State::Reading && begun) {
+    refuse(408);
+  } else if (state_ != State::Page) {
+    close();
+  }
+}
+
+void HttpConnection::stop_soon() {
+  const bool idle = state_ == State::Reading && reader_.state() == RequestReader::State::Idle;
+  if (idle) deadline_ = std::min(deadline_, SteadyClock::now() + kCrossing);
+}
+
+void HttpConnection::break_off() {
+  error_code ignored;
+  socket_.shutdown(tcp::socket::shutdown_both, ignored);
+  if (state_ != State::Page) close();
+}
+
+void HttpConnection::close() {
+  if (state_ == State::Closed) return;
+  state_ = State::Closed;
+  error_code ignored;
+  socket_.close(ignored);
+  file_.reset();
+  hub_.connections.erase(shared_from_this());
+  hub_.on_closed();
+}
+
+}  // namespace
+
+std::string DateField::now() {
+  const std::time_t second = std::time(nullptr);
+  const std::lock_guard lock(mutex_);
+  if (second != second_) {
+    second_ = second;
+    text_ = date_header(second);
+  }
+  return text_;
+}
+
+std::shared_ptr<Connection> make_connection(Hub& hub, int socket, bool v6) {
+  tcp::socket taken(hub.io, v6 ? tcp::v6() : tcp::v4(), socket);
+  return std::make_shared<HttpConnection>(hub, std::move(taken));
+}
+
+}  // namespace rk::http

@@ -1,0 +1,71 @@
+// Connection: one visitor's connection, from its first byte to its end.
+//
+// All of it belongs to the thread of the front's event loop, but while a page runs: then the page's
+// thread has the request and writes to the socket itself.
+#ifndef RK_PAGEHOST_HTTP_CONNECTION_H_
+#define RK_PAGEHOST_HTTP_CONNECTION_H_
+
+#include <atomic>
+#include <chrono>
+#include <ctime>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <unordered_set>
+
+#include "pagehost/http/access_log.h"
+#include "pagehost/http/front.h"
+#include "pagehost/http/page_pool.h"
+
+namespace boost::asio {
+class io_context;
+}
+
+namespace rk::http {
+
+// The Date field, made anew once a second. Any thread.
+class DateField {
+ public:
+  std::string now();
+
+ private:
+  std::mutex mutex_;
+  std::time_t second_ = 0;
+  std::string text_;
+};
+
+class Connection {
+ public:
+  virtual ~Connection() = default;
+  virtual void start() = 0;
+  virtual std::chrono::steady_clock::time_point deadline() const = 0;
+  virtual void meet_deadline() = 0;
+  // The server stops: a connection between two requests is not kept for long.
+  virtual void stop_soon() = 0;
+  // Ends whatever it is at; a page that runs finds its visitor gone.
+  virtual void break_off() = 0;
+};
+
+// What all connections of a front share.
+struct Hub {
+  Hub(boost::asio::io_context& loop, FrontOptions given, FrontParts given_parts)
+      : io(loop), options(std::move(given)), parts(given_parts), access_log(options.access_log) {}
+
+  boost::asio::io_context& io;
+  FrontOptions options;
+  FrontParts parts;
+  AccessLog access_log;
+  DateField date;
+  std::unordered_set<std::shared_ptr<Connection>> connections;  // of the event loop's thread
+  std::function<void()> on_closed;                              // called there, a connection less
+  std::atomic<bool> stopping{false};
+  std::unique_ptr<PagePool> pool;
+};
+
+// Takes over an accepted socket.
+std::shared_ptr<Connection> make_connection(Hub& hub, int socket, bool v6);
+
+}  // namespace rk::http
+
+#endif  // RK_PAGEHOST_HTTP_CONNECTION_H_

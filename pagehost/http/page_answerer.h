@@ -1,0 +1,68 @@
+// PageAnswerer: sends a page's answer from the page's own thread, at its end or, where the page
+// flushes, piece by piece (chunked, or to the end of the connection for HTTP/1.0).
+//
+// Of one exchange and one thread at a time.
+#ifndef RK_PAGEHOST_HTTP_PAGE_ANSWERER_H_
+#define RK_PAGEHOST_HTTP_PAGE_ANSWERER_H_
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "pagehost/http/answer_head.h"
+#include "pagehost/http/wire.h"
+#include "pagehost/pages/page_request.h"
+
+namespace rk::http {
+
+struct ExchangeTerms {
+  bool keep_alive = true;
+  bool old_version = false;  // HTTP/1.0
+  bool head_only = false;
+  std::chrono::milliseconds send_time{60000};
+};
+
+class PageAnswerer final : public pagehost::AnswerSink {
+ public:
+  // `date` answers the Date field.
+  PageAnswerer(Wire wire, const ExchangeTerms& terms, std::function<std::string()> date)
+      : wire_(wire), terms_(terms), date_(std::move(date)) {}
+
+  // While the page runs.
+  void begin(const pagehost::PageAnswer& head) override;
+  void write(std::string_view bytes) override;
+  bool connected() override { return !gone_ && wire_.is_connected(); }
+
+  // At its end. What the socket does not take at once of an answer that was not streamed is left
+  // over.
+  void finish(pagehost::PageAnswer answer);
+  // The page failed: what was begun must not look whole.
+  void break_off() { gone_ = true; }
+
+  bool began() const noexcept { return began_; }
+  bool gone() const noexcept { return gone_; }
+  bool keeps_alive() const noexcept { return terms_.keep_alive; }
+  int status() const noexcept { return status_; }
+  std::uint64_t body_bytes() const noexcept { return body_bytes_; }
+  std::string take_left_over() { return std::move(left_over_); }
+
+ private:
+  void send(std::string_view bytes);
+  std::string head_of(const pagehost::PageAnswer& answer, HeadFraming framing) const;
+
+  Wire wire_;
+  ExchangeTerms terms_;
+  std::function<std::string()> date_;
+  bool began_ = false;
+  bool chunked_ = false;
+  bool gone_ = false;
+  int status_ = 0;
+  std::uint64_t body_bytes_ = 0;
+  std::string left_over_;
+};
+
+}  // namespace rk::http
+
+#endif  // RK_PAGEHOST_HTTP_PAGE_ANSWERER_H_

@@ -1,0 +1,35 @@
+#include "pagehost/http/route.h"
+
+#include "pagehost/http/static_answer.h"
+
+namespace rk::http {
+namespace {
+
+constexpr std::string_view kDefaultDocuments[] = {"index.asp", "default.asp", "index.html"};
+
+Route to(std::string path, const RouteRules& rules) {
+  return {rules.is_page(path) ? Route::Kind::Page : Route::Kind::File, std::move(path)};
+}
+
+Route default_document(std::string_view folder, const RouteRules& rules,
+                       const platform::Files& files) {
+  for (const std::string_view name : kDefaultDocuments) {
+    std::string path = std::string(folder).append(name);
+    const std::string physical = rules.site_root + path;
+    if (files.find(physical) && !files.is_folder(physical)) return to(std::move(path), rules);
+  }
+  return {};
+}
+
+}  // namespace
+
+Route route(std::string_view path, const RouteRules& rules, const platform::Files& files) {
+  if (is_hidden(path, rules.hidden_folders)) return {};
+  if (path.ends_with('/')) return default_document(path, rules, files);
+  if (rules.is_page(path)) return to(std::string(path), rules);
+  const std::string physical = rules.site_root + std::string(path);
+  if (files.is_folder(physical)) return {Route::Kind::Folder, std::string(path)};
+  return to(std::string(path), rules);
+}
+
+}  // namespace rk::http

@@ -1,0 +1,34 @@
+// Where a path of the site leads: to a page, to a file as it is, to its folder's address, nowhere.
+// Pure but for the look at the files.
+#ifndef RK_PAGEHOST_HTTP_ROUTE_H_
+#define RK_PAGEHOST_HTTP_ROUTE_H_
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/files.h"
+
+namespace rk::http {
+
+struct Route {
+  enum class Kind : std::uint8_t { Page, File, Folder, Nothing };
+  Kind kind = Kind::Nothing;
+  // Virtual path: that of the default document where a folder was asked for; in the letter case
+  // of the request where it named the file. What it names need not be there.
+  std::string path;
+};
+
+struct RouteRules {
+  std::string site_root;                    // physical, without a "/" behind it
+  std::vector<std::string> hidden_folders;  // "/log", in small letters
+  bool (*is_page)(std::string_view path) = nullptr;
+};
+
+// `path` is that of a Target. Folder: the path names one but for its last "/".
+Route route(std::string_view path, const RouteRules& rules, const platform::Files& files);
+
+}  // namespace rk::http
+
+#endif  // RK_PAGEHOST_HTTP_ROUTE_H_

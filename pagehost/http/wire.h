@@ -1,0 +1,34 @@
+// Writing to a connection's socket without the event loop. Any one thread at a time; the socket
+// does not wait by itself (non-blocking) and stays open while this is used.
+#ifndef RK_PAGEHOST_HTTP_WIRE_H_
+#define RK_PAGEHOST_HTTP_WIRE_H_
+
+#include <chrono>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+namespace rk::http {
+
+class Wire {
+ public:
+  explicit Wire(int socket) noexcept : socket_(socket) {}
+
+  // How much of the two, one behind the other, the socket takes at once; nothing where the visitor
+  // is gone.
+  std::optional<std::size_t> send_now(std::string_view first, std::string_view second = {}) const;
+
+  // Sends all, waiting until the socket takes it; false where the visitor is gone or takes nothing
+  // for `patience`.
+  bool send_waiting(std::string_view bytes, std::chrono::milliseconds patience) const;
+
+  // Whether the visitor's end is still open, as far as it told.
+  bool is_connected() const;
+
+ private:
+  int socket_;
+};
+
+}  // namespace rk::http
+
+#endif  // RK_PAGEHOST_HTTP_WIRE_H_

@@ -1,0 +1,531 @@
+#include "pagehost/http/front.h"
+
+#include <arpa/inet.h>
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <fstream>
+#include <future>
+#include <thread>
+
+#include "tests/support/memory_files.h"
+#include "tests/support/toy_code_pages.h"
+
+namespace rk::http {
+namespace {
+
+// Pages that tests script: a function answers each.
+class PlayedPages final : public Pages {
+ public:
+  using Answer =
+      std::function<pagehost::PageAnswer(const pagehost::PageRequest&, pagehost::AnswerSink*)>;
+  Answer answer;
+  bool admits = true;
+  std::atomic<bool> ended{false};
+
+  bool admit(const pagehost::PageRequest&,
+             std::function<void(pagehost::SessionTurn)> ready) override {
+    if (admits) ready(pagehost::SessionTurn());
+    return admits;
+  }
+  pagehost::PageAnswer run(const pagehost::PageRequest& request, pagehost::SessionTurn,
+                           pagehost::AnswerSink* sink) override {
+    return answer(request, sink);
+  }
+  pagehost::PageAnswer answer_not_found(const pagehost::PageRequest& request, pagehost::SessionTurn,
+                                        pagehost::AnswerSink*) override {
+    pagehost::PageAnswer missing;
+    missing.status = 404;
+    missing.reason = "Not Found";
+    missing.body = "no " + request.path;
+    return missing;
+  }
+  void end_running_pages() override { ended.store(true); }
+  void sweep_sessions() override {}
+  int code_page() const override { return platform::kUtf8; }
+};
+
+class MemorySiteFile final : public SiteFile {
+ public:
+  MemorySiteFile(std::string bytes, platform::FileStamp stamp)
+      : bytes_(std::move(bytes)), stamp_(stamp) {}
+  const platform::FileStamp& stamp() const override { return stamp_; }
+  std::size_t read_at(std::uint64_t offset, char* out, std::size_t count) override {
+    if (offset >= bytes_.size()) return 0;
+    return bytes_.copy(out, count, static_cast<std::size_t>(offset));
+  }
+
+ private:
+  std::string bytes_;
+  platform::FileStamp stamp_;
+};
+
+class MemorySiteFiles final : public SiteFiles {
+ public:
+  explicit MemorySiteFiles(const tests::MemoryFiles& files) : files_(files) {}
+  std::unique_ptr<SiteFile> open(std::string_view path) const override {
+    if (!files_.find(path)) return nullptr;
+    std::string bytes = files_.read(path);
+    const std::uint64_t size = bytes.size();
+    return std::make_unique<MemorySiteFile>(std::move(bytes),
+                                            platform::FileStamp{784111777'000000000, size, 1});
+  }
+
+ private:
+  const tests::MemoryFiles& files_;
+};
+
+class SilentLog final : public pagehost::Log {
+ public:
+  void error(std::string_view) override { ++errors; }
+  void note(std::string_view) override {}
+  std::atomic<int> errors{0};
+};
+
+// A visitor with a socket of its own.
+class Visitor {
+ public:
+  explicit Visitor(std::uint16_t port) : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    connected_ = ::connect(socket_, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
+    // A test that goes wrong ends in failure, not in waiting.
+    const timeval patience{20, 0};
+    ::setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+  }
+  ~Visitor() { ::close(socket_); }
+  Visitor(const Visitor&) = delete;
+  Visitor& operator=(const Visitor&) = delete;
+
+  bool connected() const { return connected_; }
+  void send(std::string_view bytes) {
+    ASSERT_EQ(::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL),
+              static_cast<ssize_t>(bytes.size()));
+  }
+  void finish_sending() { ::shutdown(socket_, SHUT_WR); }
+  // All until the other end closes.
+  std::string read_all() {
+    std::string all;
+    while (read_some(all)) {
+    }
+    return all;
+  }
+  std::string read_until(std::string_view mark) {
+    std::string all;
+    while (all.find(mark) == std::string::npos && read_some(all)) {
+    }
+    return all;
+  }
+
+ private:
+  bool read_some(std::string& all) {
+    char bytes[65536];
+    const ssize_t count = ::recv(socket_, bytes, sizeof bytes, 0);
+    if (count > 0) all.append(bytes, static_cast<std::size_t>(count));
+    return count > 0;
+  }
+
+  int socket_;
+  bool connected_ = false;
+};
+
+class FrontTest : public ::testing::Test {
+ protected:
+  FrontTest() {
+    options_.rules.site_root = "/site";
+    options_.rules.hidden_folders = {"/data"};
+    options_.rules.is_page = [](std::string_view path) { return path.ends_with(".asp"); };
+    options_.max_body_bytes = 1000;
+    options_.stop_time = std::chrono::milliseconds(10000);
+    options_.pool.max_threads = 4;
+    options_.pool.max_waiting = 4;
+    options_.pool.stack_bytes = std::size_t{256} << 10;
+    files_.put("/site/hello.txt", "hello");
+    files_.put("/site/shop/index.asp", "");
+    files_.put("/site/data/secret.txt", "secret");
+    files_.put("/site/renamed.png", std::string("SQLite format 3\0 and more", 25));
+    files_.put("/site/large.bin", std::string(300'000, 'x') + "end");
+    pages_.answer = [](const pagehost::PageRequest& request, pagehost::AnswerSink*) {
+      pagehost::PageAnswer answer;
+      answer.headers.emplace_back("Content-Type", "text/plain");
+      answer.body =
+          request.method + " " + request.path + " [" + request.query + "] [" + request.body + "]\n";
+      return answer;
+    };
+  }
+  ~FrontTest() override { stop(); }
+
+  void start() {
+    FrontParts parts;
+    parts.pages = &pages_;
+    parts.files = &files_;
+    parts.site_files = &site_files_;
+    parts.code_pages = &code_pages_;
+    parts.log = &log_;
+    front_ = std::make_unique<Front>(options_, parts);
+    port_ = front_->open();
+    thread_ = std::thread([this] { front_->run(); });
+  }
+  void stop() {
+    if (!front_) return;
+    front_->stop();
+    thread_.join();
+    front_.reset();
+  }
+
+  static std::string request(const std::string& target, const std::string& more = "") {
+    return "GET " + target + " HTTP/1.1\r\nHost: h\r\n" + more + "\r\n";
+  }
+  std::string answer_to(std::string_view bytes) {
+    Visitor visitor(port_);
+    visitor.send(bytes);
+    visitor.finish_sending();
+    return visitor.read_all();
+  }
+  int status_of(std::string_view bytes) {
+    const std::string answer = answer_to(bytes);
+    return answer.starts_with("HTTP/1.1 ") ? std::atoi(answer.c_str() + 9) : 0;
+  }
+  static std::string body_of(const std::string& answer) {
+    return answer.substr(answer.find("\r\n\r\n") + 4);
+  }
+
+  FrontOptions options_;
+  PlayedPages pages_;
+  tests::MemoryFiles files_;
+  MemorySiteFiles site_files_{files_};
+  tests::ToyCodePages code_pages_;
+  SilentLog log_;
+  std::unique_ptr<Front> front_;
+  std::uint16_t port_ = 0;
+  std::thread thread_;
+};
+
+constexpr const char* kClose = "Connection: close\r\n";
+
+TEST_F(FrontTest, APageAnswersWithItsLength) {
+  start();
+  const std::string answer = answer_to(request("/shop/index.asp?a=1", kClose));
+  EXPECT_TRUE(answer.starts_with("HTTP/1.1 200 OK\r\nDate: ")) << answer;
+  EXPECT_NE(answer.find("\r\nContent-Length: 29\r\n"), std::string::npos) << answer;
+  EXPECT_EQ(body_of(answer), "GET /shop/index.asp [a=1] []\n");
+}
+
+TEST_F(FrontTest, PipelinedRequestsAreAnsweredInOrder) {
+  start();
+  Visitor visitor(port_);
+  std::string all;
+  for (int i = 0; i < 200; ++i) {
+    all += i % 2 == 0 ? request("/" + std::to_string(i) + ".asp") : request("/hello.txt");
+  }
+  visitor.send(all + request("/last.asp", kClose));
+  const std::string answers = visitor.read_all();
+  std::size_t at = 0;
+  for (int i = 0; i < 200; ++i) {
+    const std::string mark = i % 2 == 0 ? "GET /" + std::to_string(i) + ".asp" : "\r\n\r\nhello";
+    at = answers.find(mark, at);
+    ASSERT_NE(at, std::string::npos) << i;
+  }
+  EXPECT_NE(answers.find("GET /last.asp", at), std::string::npos);
+}
+
+TEST_F(FrontTest, ABodyReachesItsPageWholeAndHeadSendsNone) {
+  start();
+  EXPECT_EQ(body_of(answer_to("POST /a.asp HTTP/1.1\r\nHost: h\r\nConnection: close\r\n"
+                              "Content-Length: 3\r\n\r\na=1")),
+            "POST /a.asp [] [a=1]\n");
+  EXPECT_EQ(body_of(answer_to("POST /a.asp HTTP/1.1\r\nHost: h\r\nConnection: close\r\n"
+                              "Transfer-Encoding: chunked\r\n\r\n2\r\na=\r\n1\r\n1\r\n0\r\n\r\n")),
+            "POST /a.asp [] [a=1]\n");
+  const std::string head =
+      answer_to("HEAD /a.asp HTTP/1.1\r\nHost: h\r\nConnection: close\r\n\r\n");
+  EXPECT_NE(head.find("Content-Length: 18"), std::string::npos) << head;
+  EXPECT_EQ(body_of(head), "");
+}
+
+TEST_F(FrontTest, AVisitorThatAsksIsToldToSendItsBody) {
+  start();
+  Visitor visitor(port_);
+  visitor.send(
+      "POST /a.asp HTTP/1.1\r\nHost: h\r\nExpect: 100-continue\r\nConnection: close\r\n"
+      "Content-Length: 3\r\n\r\n");
+  EXPECT_EQ(visitor.read_until("\r\n\r\n"), "HTTP/1.1 100 Continue\r\n\r\n");
+  visitor.send("a=1");
+  EXPECT_EQ(body_of(visitor.read_all()), "POST /a.asp [] [a=1]\n");
+}
+
+TEST_F(FrontTest, RefusalsHaveTheirStatusAndCloseTheConnection) {
+  start();
+  struct Row {
+    std::string bytes;
+    int status;
+  };
+  const Row rows[] = {
+      {"GET / HTTP/1.1\r\n\r\n", 400},
+      {request("/a%2fb"), 400},
+      {request("/../a"), 400},
+      {request("/%zz"), 400},
+      {request("/a%00.asp"), 400},
+      {"GET /" + std::string(9000, 'a') + " HTTP/1.1\r\nHost: h\r\n\r\n", 414},
+      {request("/", "X: " + std::string(40000, 'a') + "\r\n"), 431},
+      {"POST /a.asp HTTP/1.1\r\nHost: h\r\nContent-Length: 1001\r\n\r\n" + std::string(1001, 'a'),
+       413},
+      {"POST /a.asp HTTP/1.1\r\nHost: h\r\nTransfer-Encoding: gzip\r\n\r\n", 501},
+      {"GET / HTTP/3.0\r\nHost: h\r\n\r\n", 505},
+  };
+  for (const Row& row : rows) {
+    Visitor visitor(port_);
+    visitor.send(row.bytes);
+    const std::string answer = visitor.read_all();
+    EXPECT_EQ(std::atoi(answer.c_str() + 9), row.status) << row.bytes.substr(0, 80);
+    EXPECT_NE(answer.find("Connection: close"), std::string::npos) << answer;
+  }
+}
+
+TEST_F(FrontTest, OtherMethodsAreToldWhatIsAllowed) {
+  start();
+  for (const char* method : {"PUT", "DELETE", "TRACE", "OPTIONS", "CONNECT"}) {
+    const std::string answer =
+        answer_to(std::string(method) + " /a.asp HTTP/1.1\r\nHost: h\r\nConnection: close\r\n\r\n");
+    EXPECT_TRUE(answer.starts_with("HTTP/1.1 405")) << method << answer;
+    EXPECT_NE(answer.find("Allow: GET, HEAD, POST"), std::string::npos);
+  }
+}
+
+TEST_F(FrontTest, FilesAreServedAsTheyAre) {
+  start();
+  const std::string answer = answer_to(request("/hello.txt", kClose));
+  EXPECT_NE(answer.find("Content-Type: text/plain\r\n"), std::string::npos);
+  EXPECT_NE(answer.find("Last-Modified: Sun, 06 Nov 1994 08:49:37 GMT\r\n"), std::string::npos);
+  EXPECT_EQ(body_of(answer), "hello");
+  EXPECT_EQ(body_of(answer_to(request("/hello.txt", "Connection: close\r\nRange: bytes=1-2\r\n"))),
+            "el");
+  EXPECT_EQ(status_of(request("/hello.txt",
+                              "Connection: close\r\nIf-Modified-Since: Sun, 06 Nov 1994 08:49:37 "
+                              "GMT\r\n")),
+            304);
+  const std::string large = body_of(answer_to(request("/large.bin", kClose)));
+  EXPECT_EQ(large.size(), 300'003u);
+  EXPECT_TRUE(large.ends_with("xend"));
+}
+
+TEST_F(FrontTest, WhatIsHiddenOrMissingIsNotFound) {
+  start();
+  for (const char* target : {"/none.png", "/data/secret.txt", "/DATA/secret.txt", "/renamed.png",
+                             "/global.asa", "/.git", "/%2e./x"}) {
+    const int status = status_of(request(target, kClose));
+    EXPECT_TRUE(status == 404 || status == 400) << target << status;
+  }
+  EXPECT_EQ(body_of(answer_to(request("/renamed.png", kClose))), "no /renamed.png");
+}
+
+TEST_F(FrontTest, AFolderIsRedirectedWithItsQueryString) {
+  start();
+  const std::string answer = answer_to(request("/shop?a=1&b", kClose));
+  EXPECT_TRUE(answer.starts_with("HTTP/1.1 301 ")) << answer;
+  EXPECT_NE(answer.find("\r\nLocation: /shop/?a=1&b\r\n"), std::string::npos) << answer;
+  EXPECT_EQ(body_of(answer_to(request("/shop/?a", kClose))), "GET /shop/index.asp [a] []\n");
+}
+
+TEST_F(FrontTest, AStreamedAnswerComesInChunksAsItIsWritten) {
+  std::promise<void> gate;
+  pages_.answer = [&](const pagehost::PageRequest&, pagehost::AnswerSink* sink) {
+    pagehost::PageAnswer answer;
+    sink->begin(answer);
+    sink->write("first");
+    gate.get_future().wait();
+    sink->write("second");
+    answer.streamed = true;
+    answer.body = "third";
+    return answer;
+  };
+  start();
+  Visitor visitor(port_);
+  visitor.send(request("/a.asp", kClose));
+  const std::string first = visitor.read_until("5\r\nfirst\r\n");
+  EXPECT_NE(first.find("Transfer-Encoding: chunked\r\n"), std::string::npos) << first;
+  gate.set_value();
+  EXPECT_EQ(visitor.read_all(), "6\r\nsecond\r\n5\r\nthird\r\n0\r\n\r\n");
+}
+
+TEST_F(FrontTest, AnOldVisitorGetsAStreamUntilTheConnectionEnds) {
+  pages_.answer = [&](const pagehost::PageRequest&, pagehost::AnswerSink* sink) {
+    pagehost::PageAnswer answer;
+    sink->begin(answer);
+    sink->write("one ");
+    answer.streamed = true;
+    answer.body = "two";
+    return answer;
+  };
+  start();
+  const std::string answer =
+      answer_to("GET /a.asp HTTP/1.0\r\nHost: h\r\nConnection: keep-alive\r\n\r\n");
+  EXPECT_EQ(answer.find("chunked"), std::string::npos) << answer;
+  EXPECT_EQ(body_of(answer), "one two");
+}
+
+TEST_F(FrontTest, APageThatBreaksInTheHostIsA500AndLogged) {
+  pages_.answer = [](const pagehost::PageRequest&, pagehost::AnswerSink*) -> pagehost::PageAnswer {
+    throw std::runtime_error("secret inside");
+  };
+  start();
+  const std::string answer = answer_to(request("/a.asp", kClose));
+  EXPECT_TRUE(answer.starts_with("HTTP/1.1 500 ")) << answer;
+  EXPECT_EQ(answer.find("secret"), std::string::npos);
+  EXPECT_EQ(log_.errors.load(), 1);
+}
+
+TEST_F(FrontTest, AFullPoolAnswers503AndRecovers) {
+  std::promise<void> gate;
+  const std::shared_future<void> open = gate.get_future().share();
+  pages_.answer = [&](const pagehost::PageRequest& request, pagehost::AnswerSink*) {
+    if (request.path == "/wait.asp") open.wait();
+    pagehost::PageAnswer answer;
+    answer.body = "done";
+    return answer;
+  };
+  start();
+  // Four run and four wait, in whatever order they come; the ninth is one too many.
+  std::vector<std::unique_ptr<Visitor>> blocked;
+  for (int i = 0; i < 9; ++i) {
+    blocked.push_back(std::make_unique<Visitor>(port_));
+    blocked.back()->send(request("/wait.asp", kClose));
+  }
+  int refused = 0;
+  int answered = 0;
+  std::vector<std::thread> readers;
+  std::mutex mutex;
+  std::promise<void> one_refused;
+  for (const auto& visitor : blocked) {
+    readers.emplace_back([&, who = visitor.get()] {
+      const std::string answer = who->read_all();
+      const std::lock_guard lock(mutex);
+      if (answer.starts_with("HTTP/1.1 503 ") &&
+          answer.find("Retry-After: ") != std::string::npos && ++refused == 1) {
+        one_refused.set_value();
+      }
+      if (answer.starts_with("HTTP/1.1 200 ")) ++answered;
+    });
+  }
+  one_refused.get_future().wait();
+  gate.set_value();
+  for (std::thread& reader : readers) reader.join();
+  EXPECT_EQ(refused, 1);
+  EXPECT_EQ(answered, 8);
+  EXPECT_EQ(body_of(answer_to(request("/a.asp", kClose))), "done");
+}
+
+TEST_F(FrontTest, TooManyForASessionIs503) {
+  pages_.admits = false;
+  start();
+  EXPECT_EQ(status_of(request("/a.asp", kClose)), 503);
+}
+
+TEST_F(FrontTest, AHeaderOrBodyThatDoesNotComeInTimeIs408) {
+  options_.header_time = std::chrono::milliseconds(50);
+  options_.body_time = std::chrono::milliseconds(50);
+  start();
+  Visitor header(port_);
+  header.send("GET / HTTP/1.1\r\n");
+  EXPECT_TRUE(header.read_all().starts_with("HTTP/1.1 408 "));
+  Visitor body(port_);
+  body.send("POST /a.asp HTTP/1.1\r\nHost: h\r\nContent-Length: 3\r\n\r\na");
+  EXPECT_TRUE(body.read_all().starts_with("HTTP/1.1 408 "));
+  Visitor silent(port_);
+  EXPECT_EQ(silent.read_all(), "");
+}
+
+TEST_F(FrontTest, AConnectionBetweenRequestsIsClosedAfterItsTime) {
+  options_.idle_time = std::chrono::milliseconds(50);
+  start();
+  Visitor visitor(port_);
+  visitor.send(request("/hello.txt"));
+  EXPECT_EQ(body_of(visitor.read_all()), "hello");
+}
+
+TEST_F(FrontTest, StoppingLetsARunningPageFinish) {
+  std::promise<void> started;
+  std::promise<void> gate;
+  pages_.answer = [&](const pagehost::PageRequest&, pagehost::AnswerSink*) {
+    started.set_value();
+    gate.get_future().wait();
+    pagehost::PageAnswer answer;
+    answer.body = "finished";
+    return answer;
+  };
+  start();
+  Visitor visitor(port_);
+  visitor.send(request("/a.asp"));
+  started.get_future().wait();
+  front_->stop();
+  // The port is closed as soon as the stop has begun.
+  while (Visitor(port_).connected()) std::this_thread::yield();
+  gate.set_value();
+  const std::string answer = visitor.read_all();
+  EXPECT_EQ(body_of(answer), "finished");
+  thread_.join();
+  front_.reset();
+  EXPECT_FALSE(pages_.ended.load());
+}
+
+TEST_F(FrontTest, APageThatRunsTooLongAfterTheStopIsEndedWithAnAnswer) {
+  options_.stop_time = std::chrono::milliseconds(20);
+  std::promise<void> started;
+  pages_.answer = [&](const pagehost::PageRequest&, pagehost::AnswerSink*) {
+    started.set_value();
+    while (!pages_.ended.load()) std::this_thread::yield();
+    pagehost::PageAnswer answer;
+    answer.status = 500;
+    answer.body = "timed out";
+    return answer;
+  };
+  start();
+  Visitor visitor(port_);
+  visitor.send(request("/a.asp"));
+  started.get_future().wait();
+  stop();
+  EXPECT_EQ(body_of(visitor.read_all()), "timed out");
+}
+
+TEST_F(FrontTest, ATakenPortIsAClearError) {
+  start();
+  FrontOptions second = options_;
+  second.port = port_;
+  Front other(second, {&pages_, &files_, &site_files_, &code_pages_, &log_});
+  try {
+    other.open();
+    FAIL() << "it opened";
+  } catch (const FrontError& error) {
+    EXPECT_EQ(error.what(),
+              "cannot serve at 127.0.0.1:" + std::to_string(port_) + ": Address already in use");
+  }
+}
+
+TEST_F(FrontTest, TheAccessLogTellsOfEveryAnswer) {
+  std::string folder = ::testing::TempDir() + "rk-front-XXXXXX";
+  ASSERT_NE(::mkdtemp(folder.data()), nullptr);
+  options_.access_log = folder + "/access.log";
+  start();
+  answer_to(request("/hello.txt", "Connection: close\r\nUser-Agent: tester\r\n"));
+  answer_to("BAD\r\n\r\n");
+  stop();
+  std::ifstream in(options_.access_log);
+  std::string first;
+  std::string second;
+  std::getline(in, first);
+  std::getline(in, second);
+  EXPECT_NE(first.find("\"GET /hello.txt HTTP/1.1\" 200 5 \"-\" \"tester\""), std::string::npos)
+      << first;
+  EXPECT_NE(second.find("\"BAD\" 400 "), std::string::npos) << second;
+  std::remove(options_.access_log.c_str());
+  std::remove(folder.c_str());
+}
+
+}  // namespace
+}  // namespace rk::http
