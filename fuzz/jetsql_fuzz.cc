@@ -1,6 +1,6 @@
-// Feeds texts to the translator and runs what it writes on the engine: no text may crash either, and
-// what is taken must be one that the engine can prepare, but for the depth that its own parser has.
-// Byte 0 of the input chooses where a part "from outside" would begin and end.
+// Feeds texts to the translator and runs what it writes on the engine: no text may crash either,
+// and what is taken must be one that the engine can prepare, but for the depth that its own parser
+// has. Byte 0 of the input chooses where a part "from outside" would begin and end.
 #include <sqlite3.h>
 
 #include <cstdint>
@@ -21,8 +21,8 @@ class TwoTables : public Schema {
  public:
   TwoTables() {
     goods_.name = "goods";
-    goods_.columns = {{"id", Type::Integer, false, true}, {"name", Type::Text, true, false},
-                      {"code", Type::Text, false, false}, {"price", Type::Currency, false, false},
+    goods_.columns = {{"id", Type::Integer, false, true},   {"name", Type::Text, true, false},
+                      {"code", Type::Text, false, false},   {"price", Type::Currency, false, false},
                       {"hot", Type::Boolean, false, false}, {"added", Type::Date, false, false}};
     class_.name = "class";
     class_.columns = {{"id", Type::Integer, false, true}, {"title", Type::Text, true, false}};
@@ -36,8 +36,12 @@ class TwoTables : public Schema {
   Table goods_, class_;
 };
 
-void nothing(sqlite3_context* context, int, sqlite3_value**) { sqlite3_result_null(context); }
-void finish(sqlite3_context* context) { sqlite3_result_null(context); }
+void nothing(sqlite3_context* context, int, sqlite3_value**) {
+  sqlite3_result_null(context);
+}
+void finish(sqlite3_context* context) {
+  sqlite3_result_null(context);
+}
 
 sqlite3* engine() {
   static sqlite3* database = [] {
@@ -46,18 +50,19 @@ sqlite3* engine() {
     sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     for (const Function& function : functions()) {
-      sqlite3_create_function_v2(opened, function.name, function.arity, SQLITE_UTF8, nullptr, nothing,
-                                 nullptr, nullptr, nullptr);
+      sqlite3_create_function_v2(opened, function.name, function.arity, SQLITE_UTF8, nullptr,
+                                 nothing, nullptr, nullptr, nullptr);
     }
     for (const Aggregate& aggregate : aggregates()) {
-      sqlite3_create_function_v2(opened, aggregate.name, aggregate.arity, SQLITE_UTF8, nullptr, nullptr,
-                                 nothing, finish, nullptr);
+      sqlite3_create_function_v2(opened, aggregate.name, aggregate.arity, SQLITE_UTF8, nullptr,
+                                 nullptr, nothing, finish, nullptr);
     }
-    sqlite3_exec(opened,
-                 "CREATE TABLE goods (id INTEGER PRIMARY KEY, name TEXT COLLATE NOCASE, code TEXT, price "
-                 "CURRENCY, hot BOOLEAN, added DATETIME);"
-                 "CREATE TABLE class (id INTEGER PRIMARY KEY, title TEXT COLLATE NOCASE)",
-                 nullptr, nullptr, nullptr);
+    sqlite3_exec(
+        opened,
+        "CREATE TABLE goods (id INTEGER PRIMARY KEY, name TEXT COLLATE NOCASE, code TEXT, price "
+        "CURRENCY, hot BOOLEAN, added DATETIME);"
+        "CREATE TABLE class (id INTEGER PRIMARY KEY, title TEXT COLLATE NOCASE)",
+        nullptr, nullptr, nullptr);
     return opened;
   }();
   return database;
@@ -65,16 +70,17 @@ sqlite3* engine() {
 
 void prepare(const std::string& sql) {
   sqlite3_stmt* statement = nullptr;
-  const int code = sqlite3_prepare_v2(engine(), sql.data(), static_cast<int>(sql.size()), &statement, nullptr);
+  const int code =
+      sqlite3_prepare_v2(engine(), sql.data(), static_cast<int>(sql.size()), &statement, nullptr);
   sqlite3_finalize(statement);
   if (code == SQLITE_OK) return;
   const std::string_view message = sqlite3_errmsg(engine());
   // Limits of the engine's own, and names that a definition may clash with.
-  for (const char* known : {"parser stack overflow", "too many", "too large", "already exists",
-                            "duplicate column", "no such index", "may not be", "Cannot add",
-                            "cannot drop", "foreign key", "too deep", "more than one primary key",
-                            "no such column: \"", "cannot DROP", "there is already", "object name reserved",
-                            "after drop column", "expressions prohibited", "unknown column"}) {
+  for (const char* known :
+       {"parser stack overflow", "too many", "too large", "already exists", "duplicate column",
+        "no such index", "may not be", "Cannot add", "cannot drop", "foreign key", "too deep",
+        "more than one primary key", "no such column: \"", "cannot DROP", "there is already",
+        "object name reserved", "after drop column", "expressions prohibited", "unknown column"}) {
     if (message.find(known) != std::string_view::npos) return;
   }
   std::abort();
@@ -104,7 +110,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       } catch (const SqlError&) {
       }
     }
-    if (translation.kind == Translation::Kind::Define || translation.kind == Translation::Kind::SelectInto) {
+    if (translation.kind == Translation::Kind::Define ||
+        translation.kind == Translation::Kind::SelectInto) {
       prepare(translation.statements.front());
       return 0;
     }
