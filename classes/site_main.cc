@@ -2,8 +2,11 @@
 
 #include <array>
 
+#include "catalogue/domain_lists.h"
+#include "catalogue/host_info.h"
 #include "catalogue/host_list.h"
 #include "catalogue/plan_lists.h"
+#include "catalogue/selectors.h"
 #include "platform/page.h"
 #include "site/storefront.h"
 #include "site/tags.h"
@@ -31,6 +34,11 @@ constexpr std::array kOperations{
     operation<&SiteMain::Show_SqlList>("Show_SqlList"),
     operation<&SiteMain::Show_MySqlList>("Show_MySqlList"),
     operation<&SiteMain::Show_MailList>("Show_MailList"),
+    operation<&SiteMain::Show_HostInfo>("Show_HostInfo"),
+    operation<&SiteMain::Show_DomainPriceList>("Show_DomainPriceList"),
+    operation<&SiteMain::Show_sDomainList>("Show_sDomainList"),
+    operation<&SiteMain::ShowPro_List>("ShowPro_List"),
+    operation<&SiteMain::Show_ServerList>("Show_ServerList"),
 };
 
 platform::ScriptingContext& scripting_context(const Value& mysc) {
@@ -135,6 +143,28 @@ Value SiteMain::Show_MailList(Value& Style, Value& ListNum, Value& NewLineNum, V
   return Value::text(
       catalogue::Show_MailList(page_, {Style, ListNum, NewLineNum, LineCode, OrderType,
                                        ConLineHeight, ListLineHeight, Agent_User}));
+}
+
+Value SiteMain::Show_HostInfo(Value& Agent_User) {
+  return catalogue::Show_HostInfo(page_, Agent_User);
+}
+
+Value SiteMain::Show_DomainPriceList(Value& Style, Value& DomainLanguage, Value& Agent_User) {
+  return Value::text(catalogue::Show_DomainPriceList(page_, Style, DomainLanguage, Agent_User));
+}
+
+Value SiteMain::Show_sDomainList(Value& TopNum, Value& InputWidth, Value& InputHeight,
+                                 Value& DomainType, Value& OrderType, Value& Agent_User) {
+  return Value::text(catalogue::Show_sDomainList(
+      page_, {TopNum, InputWidth, InputHeight, DomainType, OrderType, Agent_User}));
+}
+
+Value SiteMain::ShowPro_List(Value& Agent_User) {
+  return Value::text(catalogue::ShowPro_List(page_, Agent_User));
+}
+
+Value SiteMain::Show_ServerList(Value& Width, Value& sHeight, Value& ShowPage, Value& Agent_User) {
+  return Value::text(catalogue::Show_ServerList(page_, {Width, sHeight, ShowPage, Agent_User}));
 }
 
 }  // namespace rk::classes

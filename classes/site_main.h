@@ -56,6 +56,12 @@ class SiteMain : public Object {
   Value Show_MailList(Value& Style, Value& ListNum, Value& NewLineNum, Value& LineCode,
                       Value& OrderType, Value& ConLineHeight, Value& ListLineHeight,
                       Value& Agent_User);
+  Value Show_HostInfo(Value& Agent_User);
+  Value Show_DomainPriceList(Value& Style, Value& DomainLanguage, Value& Agent_User);
+  Value Show_sDomainList(Value& TopNum, Value& InputWidth, Value& InputHeight, Value& DomainType,
+                         Value& OrderType, Value& Agent_User);
+  Value ShowPro_List(Value& Agent_User);
+  Value Show_ServerList(Value& Width, Value& sHeight, Value& ShowPage, Value& Agent_User);
 
  private:
   const Equipment equipment_;
