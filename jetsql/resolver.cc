@@ -565,9 +565,11 @@ bool same_expression(const Expression& a, const Expression& b) {
     case Expression::Kind::Column:
       return a.column == b.column && a.binding == b.binding && a.stands_for == b.stands_for;
     case Expression::Kind::Literal:
-      if (a.literal.kind != b.literal.kind || a.literal.text != b.literal.text ||
-          a.literal.integer != b.literal.integer || a.literal.number != b.literal.number ||
-          a.parameter != b.parameter) {
+      if (a.literal.kind != b.literal.kind) return false;
+      // A literal that became a parameter has another value in the next text of its key.
+      if (a.parameter >= 0 || b.parameter >= 0) break;
+      if (a.literal.text != b.literal.text || a.literal.integer != b.literal.integer ||
+          a.literal.number != b.literal.number) {
         return false;
       }
       break;

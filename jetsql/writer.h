@@ -65,6 +65,7 @@ class Writer {
   void literal_side(const Expression& e, bool negate, const Expression& other, std::string& out);
   Conversion literal_conversion(const Expression& e, const Expression& other) const;
   static bool needs_no_case(const Expression& a, const Expression& b);
+  static bool needs_no_case(const Expression& tested);
 
   // writer_calls.cc
   void call(const Expression& e, std::string& out);

@@ -26,6 +26,12 @@ bool Writer::needs_no_case(const Expression& a, const Expression& b) {
   return true;
 }
 
+// In and Between go by the rule of what they test alone.
+bool Writer::needs_no_case(const Expression& tested) {
+  if (tested.type != Type::Text && tested.type != Type::Unknown) return false;
+  return !is_plain_column(tested) || !tested.column->no_case;
+}
+
 Writer::Conversion Writer::literal_conversion(const Expression& e, const Expression& other) const {
   if (e.kind == Expression::Kind::Question) {
     if (other.type == Type::Boolean) return Conversion::Flag;
@@ -98,7 +104,7 @@ void Writer::like(const Expression& e, std::string& out) {
 void Writer::between(const Expression& e, std::string& out) {
   const Expression& middle = *e.operands[0];
   side(middle, *e.operands[1], out);
-  if (needs_no_case(middle, *e.operands[1])) out += kNoCase;
+  if (needs_no_case(middle)) out += kNoCase;
   out += e.negated ? " NOT BETWEEN " : " BETWEEN ";
   side(*e.operands[1], middle, out);
   out += " AND ";
@@ -109,15 +115,13 @@ void Writer::in(const Expression& e, std::string& out) {
   const Expression& left = *e.operands[0];
   if (e.select != nullptr) {
     natural(left, out);
-    const bool textual = left.type == Type::Text || left.type == Type::Unknown;
-    const bool declared = is_plain_column(left) && left.column->no_case;
-    if (textual && !declared) out += kNoCase;
+    if (needs_no_case(left)) out += kNoCase;
     out += e.negated ? " NOT IN(" : " IN(";
     out += whole(*e.select, e.select->top >= 0) + ")";
     return;
   }
   side(left, *e.operands[1], out);
-  if (needs_no_case(left, *e.operands[1])) out += kNoCase;
+  if (needs_no_case(left)) out += kNoCase;
   out += e.negated ? " NOT IN(" : " IN(";
   for (std::size_t i = 1; i < e.operands.size(); ++i) {
     if (i > 1) out += ',';

@@ -336,8 +336,8 @@ void Writer::join(const Expression& e, std::string& out) {
 }
 
 void Writer::of_type(const Expression& e, Type type, std::string& out) {
-  if (e.type == type || type == Type::Unknown || type == Type::Blob) return argument(e, out);
   if (type == Type::Boolean) return truth(e, out);
+  if (e.type == type || type == Type::Unknown || type == Type::Blob) return argument(e, out);
   if (is_number(type)) return number(e, out);
   out += type == Type::Date ? "jet_date(" : "jet_text(";
   argument(e, out);
