@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "shop/agent_filter.h"
-#include "shop/shortened.h"
+#include "site/agent_filter.h"
+#include "site/shortened.h"
 #include "site/storefront.h"
 #include "site/tags.h"
 #include "value/comparison.h"
@@ -41,8 +41,8 @@ std::string news_line(platform::Recordset& item, const NewsParameters& parameter
   append_text(line, item.field("id"));
   line.append("' title='");
   append_text(line, title);
-  line.append("'>").append(first_units(title, parameters.lfno).view());
-  line.append(longer_than(title, parameters.lfno) ? "..</a>" : "</a>");
+  line.append("'>").append(site::first_units(title, parameters.lfno).view());
+  line.append(site::longer_than(title, parameters.lfno) ? "..</a>" : "</a>");
   if (equals(parameters.swdata, "1")) {
     line.append(" <font color='999999'>[");
     append_text(line, time);
@@ -75,7 +75,7 @@ std::string getnews_sql(const NewsParameters& parameters, std::string_view kind)
   std::string sql = "select top ";
   append_text(sql, parameters.nos);
   sql.append(" * from Rk_news where type='").append(kind);
-  if (is_master(parameters.Agent_User)) {
+  if (site::is_master(parameters.Agent_User)) {
     return sql.append("' And (AgentUser='' Or AgentUser Is Null) order by id desc");
   }
   sql.append("' And AgentUser='");
@@ -98,8 +98,8 @@ void add_item(std::string& html, platform::Recordset& item, const NewsListParame
   append_text(html, title);
   html.append("\">");
   // QUIRK: a title of just that length is shown whole and has dots all the same.
-  if (at_least(title, parameters.TitleLength)) {
-    html.append(first_units(title, parameters.TitleLength).view()).append("...</a> ");
+  if (site::at_least(title, parameters.TitleLength)) {
+    html.append(site::first_units(title, parameters.TitleLength).view()).append("...</a> ");
   } else {
     append_text(html, title);
     html.append("</a> ");
@@ -130,7 +130,7 @@ std::string news_list_sql(const NewsListParameters& parameters) {
   append_text(sql, parameters.NewsNum);
   sql.append(" [title],[Id],[Time] From [Rk_News] Where [Type]='");
   append_text(sql, parameters.NewsType);
-  if (is_master(parameters.Agent_User)) {
+  if (site::is_master(parameters.Agent_User)) {
     return sql.append("' And (AgentUser Is Null Or AgentUser='') Order By [Id] Desc");
   }
   sql.append("' And (AgentUser='");

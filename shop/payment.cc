@@ -4,7 +4,7 @@
 #include <cmath>
 #include <string_view>
 
-#include "shop/agent_filter.h"
+#include "site/agent_filter.h"
 #include "site/repeat.h"
 #include "site/storefront.h"
 #include "site/tags.h"
@@ -72,7 +72,7 @@ Text Show_EnterPay(const site::PageContext& page, const platform::Clock& clock,
 }
 
 std::string pay_type_sql(const Value& agent_user) {
-  if (is_master(agent_user)) {
+  if (site::is_master(agent_user)) {
     return "Select * From [Pay] Where AgentUser Is Null Or AgentUser=''";
   }
   std::string sql = "Select * From [Pay] Where AgentUser='";
@@ -82,7 +82,7 @@ std::string pay_type_sql(const Value& agent_user) {
 
 // QUIRK: other brackets than pay_type_sql's, and a blank at the end for an agent.
 std::string enter_pay_sql(const Value& agent_user) {
-  if (is_master(agent_user)) {
+  if (site::is_master(agent_user)) {
     return "Select * From [Pay] Where [AgentUser] Is Null Or AgentUser=''";
   }
   std::string sql = "Select * From [Pay] Where [AgentUser]='";

@@ -3,8 +3,8 @@
 #include <array>
 #include <memory>
 
-#include "shop/agent_filter.h"
 #include "shop/settling_text.h"
+#include "site/agent_filter.h"
 #include "site/repeat.h"
 #include "site/storefront.h"
 #include "site/tags.h"
@@ -240,7 +240,7 @@ platform::SqlText shop_categories_sql(const ShopListParameters& parameters, std:
         "[ChildStr],[ItemName],[ServDay],[id],[Info] From [Rk_ShopItem] Where [ParentID]=0 And "
         "sysType='RkHost'");
   }
-  if (is_master(parameters.Agent_User)) {
+  if (site::is_master(parameters.Agent_User)) {
     sql.add(" And ([AgentUser]='' Or [AgentUser] Is Null)");
   } else {
     sql.add(" And [AgentUser]='").add(joined_text(parameters.Agent_User).view()).add("'");
@@ -271,7 +271,7 @@ std::string goods_sql(const ShopListParameters& parameters, std::string_view lis
         "From [Rk_ShopList]  Where [ItemId] In (");
   }
   sql.append(list).append(")");
-  if (is_master(parameters.Agent_User)) {
+  if (site::is_master(parameters.Agent_User)) {
     sql.append(" And ([AgentUser]='' Or [AgentUser] Is Null)");
   } else {
     sql.append(" And [AgentUser]='");

@@ -2,9 +2,9 @@
 
 #include <array>
 
-#include "shop/agent_filter.h"
-#include "shop/shortened.h"
+#include "site/agent_filter.h"
 #include "site/repeat.h"
+#include "site/shortened.h"
 #include "site/storefront.h"
 #include "site/tags.h"
 #include "site/template_cache.h"
@@ -54,7 +54,7 @@ Value Show_SuccessItem(const site::PageContext& page, const Value& Width, const 
 }
 
 std::string success_item_sql(const Value& agent_user) {
-  if (is_master(agent_user)) return "Select [succlass] From [System]";
+  if (site::is_master(agent_user)) return "Select [succlass] From [System]";
   std::string sql = "Select [succlass] From [Rk_AgentSet] Where [AgentUser]='";
   append_text(sql, agent_user);
   return sql.append("'");
@@ -76,8 +76,8 @@ std::string Show_SuccessList(const site::PageContext& page,
     html.append("\" target=\"_blank\" title=\"");
     append_text(html, name);
     html.append("\">");
-    if (longer_than(name, parameters.TitleLength)) {
-      html.append(first_units(name, parameters.TitleLength).view()).append("...");
+    if (site::longer_than(name, parameters.TitleLength)) {
+      html.append(site::first_units(name, parameters.TitleLength).view()).append("...");
     } else {
       append_text(html, name);
     }
@@ -92,7 +92,7 @@ std::string success_list_sql(const SuccessListParameters& parameters) {
   std::string sql = "Select Top ";
   append_text(sql, parameters.SuccNum);
   sql.append(" [Id],[SiteName],[SiteUrl] From [Rk_Success] Where [AgentUser]='");
-  if (is_master(parameters.Agent_User)) {
+  if (site::is_master(parameters.Agent_User)) {
     return sql.append("' Or [AgentUser] Is Null Order By [Id] Desc");
   }
   append_text(sql, parameters.Agent_User);
@@ -201,7 +201,7 @@ Text Show_SuccessPageList(const site::PageContext& page, const SuccessPageParame
 }
 
 platform::SqlText success_page_sql(const SuccessPageParameters& parameters, std::string_view type) {
-  const bool master = is_master(parameters.Agent_User);
+  const bool master = site::is_master(parameters.Agent_User);
   const Text agent = joined_text(parameters.Agent_User);
   const Text order = joined_text(parameters.OrderType);
   platform::SqlText sql("Select * From [Rk_Success]");

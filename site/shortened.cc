@@ -1,9 +1,9 @@
-#include "shop/shortened.h"
+#include "site/shortened.h"
 
 #include "value/conversions.h"
 #include "value/script_error.h"
 
-namespace rk::shop {
+namespace rk::site {
 
 bool longer_than(const Value& title, const Value& length) {
   const double most = to_double(length);
@@ -21,4 +21,4 @@ Text first_units(const Value& title, const Value& length) {
   return joined_text(title).mid(0, static_cast<std::size_t>(units));
 }
 
-}  // namespace rk::shop
+}  // namespace rk::site
