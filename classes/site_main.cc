@@ -100,7 +100,7 @@ Value SiteMain::Set_Tags(Value& FileCon, Value& TagName, Value& TagCon) {
 }
 
 Value SiteMain::GetKey(Value& HTML, Value& Start, Value& Last) {
-  return Value::text(site::GetKey(HTML, Start, Last));
+  return site::GetKey(HTML, Start, Last);
 }
 
 Value SiteMain::ReStr(Value& mystr) {

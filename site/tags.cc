@@ -61,12 +61,14 @@ Text Set_Tags(const Value& FileCon, Value& TagName, const Value& TagCon) {
   return replaced(*text, TagName.as_view(), content->view());
 }
 
-Text GetKey(const Value& HTML, const Value& Start, const Value& Last) {
+Value GetKey(const Value& HTML, const Value& Start, const Value& Last) {
   const auto html = text_if_any(HTML);
   const auto start = text_if_any(Start);
   const auto last = text_if_any(Last);
   if (!html || !start || !last) return {};
-  return Text(cut(html->view(), start->view(), last->view()));
+  // Where nothing follows the start there is no piece to cut, as where the start is missing.
+  if (cut(html->view(), start->view(), {}).empty()) return {};
+  return Value::text(cut(html->view(), start->view(), last->view()));
 }
 
 std::string ReStr(const Value& mystr) {

@@ -16,9 +16,9 @@ namespace rk::site {
 // FileCon with every "{TagName}" replaced by TagCon; TagName becomes "{TagName}". Empty where one
 // of the three is Null or has no text.
 Text Set_Tags(const Value& FileCon, Value& TagName, const Value& TagCon);
-// The text between the first Start and the Last that follows it. Empty where Start does not occur;
-// up to the next Start or the end where Last does not.
-Text GetKey(const Value& HTML, const Value& Start, const Value& Last);
+// The text between the first Start and the Last that follows it, up to the next Start or the end
+// where there is no Last. Empty, not "", where Start does not occur or nothing follows it.
+Value GetKey(const Value& HTML, const Value& Start, const Value& Last);
 // mystr without blanks, "'", "*" and "%". Raises 94 on Null.
 std::string ReStr(const Value& mystr);
 // "table" where chkStr1 without chkStr2 holds both table tags in any letter case, else "div".

@@ -71,33 +71,38 @@ TEST(SetTags, TextWithoutTheTagIsTheSameTextUncopied) {
 }
 
 TEST(GetKey, AnswersTheFirstOfSeveralBlocks) {
-  EXPECT_EQ(GetKey(text("<a>1</a><a>2</a>"), text("<a>"), text("</a>")).view(), "1");
+  EXPECT_EQ(GetKey(text("<a>1</a><a>2</a>"), text("<a>"), text("</a>")).as_view(), "1");
 }
 
 TEST(GetKey, WithoutAStartIsEmpty) {
-  EXPECT_EQ(GetKey(text("1</a>"), text("<a>"), text("</a>")).view(), "");
-  EXPECT_EQ(GetKey(text("1</a>"), text(""), text("</a>")).view(), "");
-  EXPECT_EQ(GetKey(text("<A>1</a>"), text("<a>"), text("</a>")).view(), "");
+  EXPECT_TRUE(GetKey(text("1</a>"), text("<a>"), text("</a>")).is_empty());
+  EXPECT_TRUE(GetKey(text("1</a>"), text(""), text("</a>")).is_empty());
+  EXPECT_TRUE(GetKey(text("<A>1</a>"), text("<a>"), text("</a>")).is_empty());
 }
 
 TEST(GetKey, WithoutAnEndRunsToTheNextStartOrTheEnd) {
-  EXPECT_EQ(GetKey(text("<a>1<a>2"), text("<a>"), text("</a>")).view(), "1");
-  EXPECT_EQ(GetKey(text("<a>12"), text("<a>"), text("</a>")).view(), "12");
-  EXPECT_EQ(GetKey(text("<a>12"), text("<a>"), text("")).view(), "12");
+  EXPECT_EQ(GetKey(text("<a>1<a>2"), text("<a>"), text("</a>")).as_view(), "1");
+  EXPECT_EQ(GetKey(text("<a>12"), text("<a>"), text("</a>")).as_view(), "12");
+  EXPECT_EQ(GetKey(text("<a>12"), text("<a>"), text("")).as_view(), "12");
+}
+
+TEST(GetKey, AnEmptyBlockIsATextAndNoBlockIsNone) {
+  EXPECT_TRUE(GetKey(text("<a></a>"), text("<a>"), text("</a>")).is_text());
+  EXPECT_TRUE(GetKey(text("x<a>"), text("<a>"), text("</a>")).is_empty());
 }
 
 TEST(GetKey, NeverRunsPastASecondStart) {
-  EXPECT_EQ(GetKey(text("<a>1<a>2</a>"), text("<a>"), text("</a>")).view(), "1");
-  EXPECT_EQ(GetKey(text("xx1axx2"), text("xx"), text("axx")).view(), "1a")
+  EXPECT_EQ(GetKey(text("<a>1<a>2</a>"), text("<a>"), text("</a>")).as_view(), "1");
+  EXPECT_EQ(GetKey(text("xx1axx2"), text("xx"), text("axx")).as_view(), "1a")
       << "a start inside the end marker";
-  EXPECT_EQ(GetKey(text("aaaa1"), text("aa"), text("1")).view(), "");
+  EXPECT_TRUE(GetKey(text("aaaa1"), text("aa"), text("1")).is_empty());
 }
 
 TEST(GetKey, NeverRaises) {
-  EXPECT_EQ(GetKey(Value::null(), text("<a>"), text("</a>")).view(), "");
-  EXPECT_EQ(GetKey(text("<a>1"), Value::null(), text("</a>")).view(), "");
-  EXPECT_EQ(GetKey(text("<a>1"), text("<a>"), Value::null()).view(), "");
-  EXPECT_EQ(GetKey(Value::nothing(), text("<a>"), text("</a>")).view(), "");
+  EXPECT_TRUE(GetKey(Value::null(), text("<a>"), text("</a>")).is_empty());
+  EXPECT_TRUE(GetKey(text("<a>1"), Value::null(), text("</a>")).is_empty());
+  EXPECT_TRUE(GetKey(text("<a>1"), text("<a>"), Value::null()).is_empty());
+  EXPECT_TRUE(GetKey(Value::nothing(), text("<a>"), text("</a>")).is_empty());
 }
 
 TEST(ReStr, RemovesBlanksQuotesStarsAndPercents) {

@@ -60,7 +60,11 @@ class ScriptedRecordset : public platform::Recordset {
     at_ = std::min<std::int64_t>((std::int64_t{page} - 1) * page_size_, count());
   }
   std::int64_t absolute_position() override { return bof() ? -2 : eof() ? -3 : at_ + 1; }
-  void set_absolute_position(std::int64_t row) override { at_ = std::min(row - 1, count()); }
+  void set_absolute_position(std::int64_t row) override {
+    if (count() == 0) raise(errors::kNoCurrentRecord);
+    if (row < 1) raise(errors::kInvalidArgument);
+    at_ = std::min(row - 1, count());
+  }
 
   std::size_t field_count() const override { return rows_.columns.size(); }
   const std::string& field_name(std::size_t ordinal) const override {

@@ -1,0 +1,108 @@
+#include "bench/bench_site.h"
+
+#include <stdexcept>
+#include <utility>
+
+#include "app/schema.h"
+
+namespace rk::bench {
+
+namespace {
+
+// The folder's server: databases on the disk, templates in memory (they are read once).
+class BenchServer : public platform::Server {
+ public:
+  explicit BenchServer(sqlite::Engine& engine) : engine_(engine) { next_page(); }
+
+  void next_page() { database_ = engine_.page(); }
+  std::unique_ptr<platform::Connection> create_connection() override {
+    return database_->connection();
+  }
+  platform::Files& files() override { return files_; }
+  tests::MemoryFiles& memory_files() { return files_; }
+  std::string map_path(std::string_view path) override { return std::string(path); }
+  std::string url_encode(std::string_view utf8) override { return std::string(utf8); }
+
+ private:
+  sqlite::Engine& engine_;
+  std::unique_ptr<platform::Database> database_;
+  tests::MemoryFiles files_;
+};
+
+void run(sqlite3* db, const std::string& sql) {
+  char* message = nullptr;
+  if (sqlite3_exec(db, sql.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
+    throw std::runtime_error(message);
+  }
+}
+
+}  // namespace
+
+class BenchSite::Context : public tests::FakeScriptingContext {
+ public:
+  explicit Context(sqlite::Engine& engine) : bench(std::make_shared<BenchServer>(engine)) {}
+  std::shared_ptr<platform::Server> server() override { return bench; }
+
+  const std::shared_ptr<BenchServer> bench;
+};
+
+Statement::Statement(sqlite3* db, std::string_view sql) {
+  if (sqlite3_prepare_v2(db, sql.data(), static_cast<int>(sql.size()), &statement_, nullptr) !=
+      SQLITE_OK) {
+    throw std::runtime_error(sqlite3_errmsg(db));
+  }
+}
+
+std::string_view Statement::text(int column) const {
+  const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
+  if (bytes == nullptr) return {};
+  return {bytes, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column))};
+}
+
+BenchSite::BenchSite(const std::string& data) {
+  const std::string file = folder_.path() + "/shop.db";
+  if (sqlite3_open(file.c_str(), &floor_) != SQLITE_OK) throw std::runtime_error("no database");
+  run(floor_, app::schema_ddl(app::SchemaEngine::Sqlite));
+  run(floor_,
+      "Begin;"
+      "Insert Into Rk_Template (Id, templatePath, UseThis) Values (1, 'bench', 1);"
+      "Insert Into SysTem (SiteDomain) Values ('');"
+      "Insert Into Rk_AgentSet (AgentUser, AgentDomain, template) "
+      "Values ('blue', 'blue.localhost', 1);" +
+          data + "Commit;");
+  engine_ = std::make_unique<sqlite::Engine>(
+      sqlite::EngineSettings{.site_folder = folder_.path(), .data_folders = {}}, folder_, clock_);
+  context_ = make_ref<Context>(*engine_);
+  context_->fake_application->values["rk_connstr"] = Value::text("Data Source=shop.db");
+  context_->fake_request->server_variables["http_host"] = "localhost:8080";
+  page_.start(*context_);
+}
+
+BenchSite::~BenchSite() {
+  sqlite3_close(floor_);
+}
+
+void BenchSite::put_template(std::string_view file, std::string text) {
+  context_->bench->memory_files().put(std::string("/Template/bench/").append(file),
+                                      std::move(text));
+}
+
+const site::PageContext& BenchSite::new_page() {
+  context_->bench->next_page();
+  return page_;
+}
+
+std::string hosting_plans(int n) {
+  const std::string count = std::to_string(n);
+  return "With Recursive plan(n) As (Select 1 Union All Select n + 1 From plan Where n < " + count +
+         ") Insert Into Rk_HostList (Id, HostName, HostSpace, Scriptmaps, MaxConnections, "
+         "MaxBandwidth, Price, MonPrice, freeMail, freeMsSql, freeMySql, ProClass, AgentS) "
+         "Select n, '标准型主机 ' || n, (n % 20 + 1) || ' GB', 'ASP / ASP.NET / PHP', "
+         "Case When n % 10 = 0 Then 9999 Else n % 10 * 50 End, 1024, n % 500 + 99.5, n % 4 * 9.5, "
+         "0, n % 7 = 0, n % 3 = 0, n % 5 + 1, n % 3 > 0 From plan;"
+         "Insert Into Rk_AgentPriceSet (AgentUser, MastId, PriceType, AgentSetName, Price, "
+         "MonPrice, ProClass) Select 'blue', Id, 'Host', '蓝湾 ' || Id, Price + 10, MonPrice, 11 "
+         "From Rk_HostList Where AgentS = 1 And Id % 2 = 0;";
+}
+
+}  // namespace rk::bench

@@ -1,0 +1,71 @@
+// A storefront on the disk for measures of the library: the schema that the program prints, with
+// as many products as asked for, and pages over it as the page host would bind them. Beside it a
+// plain SQLite connection to the same file, for floors.
+#ifndef RK_BENCH_BENCH_SITE_H_
+#define RK_BENCH_BENCH_SITE_H_
+
+#include <sqlite3.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "adapters/sqlite/engine.h"
+#include "site/page_context.h"
+#include "tests/adapters/sqlite/disk_folder.h"
+#include "tests/support/fake_page.h"
+#include "tests/support/fixed_clock.h"
+
+namespace rk::bench {
+
+// A prepared statement of a floor. Text and numbers are appended as SQLite gives them.
+class Statement {
+ public:
+  Statement(sqlite3* db, std::string_view sql);
+  ~Statement() { sqlite3_finalize(statement_); }
+  Statement(const Statement&) = delete;
+  Statement& operator=(const Statement&) = delete;
+
+  void bind(int place, std::int64_t value) { sqlite3_bind_int64(statement_, place, value); }
+  bool step() { return sqlite3_step(statement_) == SQLITE_ROW; }
+  void reset() { sqlite3_reset(statement_); }
+  std::int64_t number(int column) const { return sqlite3_column_int64(statement_, column); }
+  double real(int column) const { return sqlite3_column_double(statement_, column); }
+  // Valid until the next step.
+  std::string_view text(int column) const;
+
+ private:
+  sqlite3_stmt* statement_ = nullptr;
+};
+
+class BenchSite {
+ public:
+  // `data`: statements that fill the tables behind the schema and one template, "bench".
+  explicit BenchSite(const std::string& data);
+  ~BenchSite();
+  BenchSite(const BenchSite&) = delete;
+  BenchSite& operator=(const BenchSite&) = delete;
+
+  void put_template(std::string_view file, std::string text);
+  // A page of its own for each request; the last one's is gone then.
+  const site::PageContext& new_page();
+  sqlite3* floor() const { return floor_; }
+
+ private:
+  class Context;
+
+  tests::DiskFolder folder_;
+  tests::FixedClock clock_;
+  std::unique_ptr<sqlite::Engine> engine_;
+  Ref<Context> context_;
+  site::PageContext page_;
+  sqlite3* floor_ = nullptr;
+};
+
+// Plans 1 to n of Rk_HostList as bench/make-site makes them, with own names and prices of agent
+// "blue" for half of what agents may sell.
+std::string hosting_plans(int n);
+
+}  // namespace rk::bench
+
+#endif  // RK_BENCH_BENCH_SITE_H_
