@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "value/script_error.h"
+
 namespace rk::platform {
 
 // What tells one state of a file from another.
@@ -39,6 +41,15 @@ class Files {
   // Replaces the file by a whole new one, or appends. Raises 70 or 76.
   virtual void write(std::string_view path, std::string_view bytes) = 0;
   virtual void append(std::string_view path, std::string_view bytes) = 0;
+
+  // Files of a kind that cannot be changed so raise 70.
+  virtual void remove(std::string_view) { raise(errors::kPermissionDenied); }  // or 53
+  virtual void remove_folder(std::string_view) {
+    raise(errors::kPermissionDenied);
+  }                                                                                 // empty; or 76
+  virtual void make_folder(std::string_view) { raise(errors::kPermissionDenied); }  // or 58, 76
+  // A file or folder; what is at the new place already stays, and 58 is raised.
+  virtual void rename(std::string_view, std::string_view) { raise(errors::kPermissionDenied); }
 };
 
 }  // namespace rk::platform

@@ -341,4 +341,50 @@ void PosixFiles::append(std::string_view path, std::string_view bytes) {
   write_all(file.number(), bytes);
 }
 
+void PosixFiles::unlink(std::string_view path, bool folder) {
+  const std::optional<std::string> found = find(path);
+  // A root itself is not the site's to remove.
+  if (!found || roots_.root_of(*found).size() == found->size()) {
+    raise(folder ? errors::kPathNotFound : errors::kFileNotFound);
+  }
+  const Descriptor place = roots_.open(std::string(folder_part(*found)), O_PATH | O_DIRECTORY);
+  const std::string name(name_part(*found));
+  const int flags = folder ? AT_REMOVEDIR : 0;
+  if (!place || ::unlinkat(place.number(), name.c_str(), flags) != 0) {
+    raise(errors::kPermissionDenied);
+  }
+}
+
+void PosixFiles::remove(std::string_view path) {
+  unlink(path, false);
+}
+
+void PosixFiles::remove_folder(std::string_view path) {
+  unlink(path, true);
+}
+
+void PosixFiles::make_folder(std::string_view path) {
+  const std::string target = destination(path);
+  if (find(target)) raise(errors::kFileExists);
+  const Descriptor place = roots_.open(std::string(folder_part(target)), O_PATH | O_DIRECTORY);
+  const std::string name(name_part(target));
+  if (!place || ::mkdirat(place.number(), name.c_str(), 0777) != 0) {
+    raise(errors::kPermissionDenied);
+  }
+}
+
+void PosixFiles::rename(std::string_view from, std::string_view to) {
+  const std::optional<std::string> found = find(from);
+  if (!found || roots_.root_of(*found).size() == found->size()) raise(errors::kFileNotFound);
+  const std::string target = destination(to);
+  const Descriptor place = roots_.open(std::string(folder_part(*found)), O_PATH | O_DIRECTORY);
+  const Descriptor goal = roots_.open(std::string(folder_part(target)), O_PATH | O_DIRECTORY);
+  if (!place || !goal) raise(errors::kPathNotFound);
+  // Not over what is there, even where it came to be this moment.
+  if (::renameat2(place.number(), std::string(name_part(*found)).c_str(), goal.number(),
+                  std::string(name_part(target)).c_str(), RENAME_NOREPLACE) != 0) {
+    raise(errno == EEXIST ? errors::kFileExists : errors::kPermissionDenied);
+  }
+}
+
 }  // namespace rk::posix

@@ -53,6 +53,10 @@ class PosixFiles final : public platform::Files {
   // Whole or not at all for whoever reads meanwhile; the file is not forced to the disk.
   void write(std::string_view path, std::string_view bytes) override;
   void append(std::string_view path, std::string_view bytes) override;
+  void remove(std::string_view path) override;
+  void remove_folder(std::string_view path) override;
+  void make_folder(std::string_view path) override;
+  void rename(std::string_view from, std::string_view to) override;
 
   // A regular file, for reading; nothing where there is none.
   std::optional<OpenedFile> open(std::string_view path) const;
@@ -71,6 +75,7 @@ class PosixFiles final : public platform::Files {
   std::optional<std::string> on_disk(const std::string& cleaned) const;
   std::shared_ptr<const Listing> listing(const std::string& folder) const;
   std::string destination(std::string_view path) const;
+  void unlink(std::string_view path, bool folder);
 
   Roots roots_;
   const platform::CodePages& code_pages_;

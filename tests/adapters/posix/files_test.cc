@@ -241,5 +241,29 @@ TEST_F(FilesTest, BadBytesAreToldWithFileAndLine) {
   EXPECT_EQ(told, site_ + "/bad.txt:3");
 }
 
+TEST_F(FilesTest, FilesAndFoldersAreMadeMovedAndRemovedInAnyLetterCase) {
+  PosixFiles site = files();
+  site.make_folder(site_ + "/Up");
+  site.write(site_ + "/up/a.txt", "1");
+  site.rename(site_ + "/UP/A.TXT", site_ + "/b.txt");
+  EXPECT_EQ(site.read(site_ + "/b.txt"), "1");
+  EXPECT_EQ(number_of([&] { site.make_folder(site_ + "/uP"); }), 58);
+  site.remove_folder(site_ + "/UP");
+  site.remove(site_ + "/B.txt");
+  EXPECT_FALSE(site.find(site_ + "/b.txt"));
+  EXPECT_FALSE(site.is_folder(site_ + "/Up"));
+}
+
+TEST_F(FilesTest, MovingReplacesNothingAndRemovingStaysInTheSite) {
+  put(site_ + "/a.txt", "a");
+  put(site_ + "/b.txt", "b");
+  PosixFiles site = files();
+  EXPECT_EQ(number_of([&] { site.rename(site_ + "/a.txt", site_ + "/b.txt"); }), 58);
+  EXPECT_EQ(site.read(site_ + "/b.txt"), "b");
+  EXPECT_EQ(number_of([&] { site.remove(site_ + "/../outside.txt"); }), 53);
+  EXPECT_EQ(number_of([&] { site.remove_folder(site_); }), 76);
+  EXPECT_EQ(number_of([&] { site.rename(site_ + "/a.txt", site_ + "/../a.txt"); }), 76);
+}
+
 }  // namespace
 }  // namespace rk::posix

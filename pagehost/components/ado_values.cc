@@ -1,0 +1,79 @@
+#include "pagehost/components/ado_values.h"
+
+#include "value/array.h"
+#include "value/conversions.h"
+
+namespace rk::pagehost {
+
+AdoType ado_type_of(const Value& value) {
+  switch (value.kind()) {
+    case Value::Kind::Boolean:
+      return AdoType::Boolean;
+    case Value::Kind::Byte:
+      return AdoType::UnsignedTinyInt;
+    case Value::Kind::Integer:
+      return AdoType::SmallInt;
+    case Value::Kind::Long:
+      return AdoType::Integer;
+    case Value::Kind::Single:
+      return AdoType::Single;
+    case Value::Kind::Double:
+      return AdoType::Double;
+    case Value::Kind::Currency:
+      return AdoType::Currency;
+    case Value::Kind::Date:
+      return AdoType::Date;
+    case Value::Kind::Array:
+      return AdoType::LongVarBinary;
+    default:
+      return AdoType::VarWChar;
+  }
+}
+
+std::int32_t actual_size_of(const Value& value) {
+  switch (value.kind()) {
+    case Value::Kind::String:
+      return static_cast<std::int32_t>(value.as_text().byte_length());
+    case Value::Kind::Array:
+      return static_cast<std::int32_t>(value.as_array().bytes().size());
+    case Value::Kind::Empty:
+    case Value::Kind::Null:
+      return 0;
+    case Value::Kind::Byte:
+      return 1;
+    case Value::Kind::Boolean:
+    case Value::Kind::Integer:
+      return 2;
+    case Value::Kind::Long:
+    case Value::Kind::Single:
+      return 4;
+    default:
+      return 8;
+  }
+}
+
+std::string sql_literal(const Value& value) {
+  const Value plain = plain_value(value);
+  switch (plain.kind()) {
+    case Value::Kind::Null:
+    case Value::Kind::Empty:
+      return "Null";
+    case Value::Kind::Array:
+    case Value::Kind::Error:
+      raise(errors::kTypeMismatch);
+    case Value::Kind::Date:
+      return "#" + date_text(plain.as_date()) + "#";
+    case Value::Kind::String:
+      break;
+    default:
+      return to_text(plain).string();
+  }
+  std::string out = "'";
+  for (const char c : plain.as_view()) {
+    out += c;
+    if (c == '\'') out += c;
+  }
+  return out + "'";
+}
+
+}  // namespace rk::pagehost

@@ -1,0 +1,50 @@
+// What the database objects have in common: their errors, the kinds of columns as numbers, and
+// literals in SQL texts. Pure functions.
+#ifndef RK_PAGEHOST_COMPONENTS_ADO_VALUES_H_
+#define RK_PAGEHOST_COMPONENTS_ADO_VALUES_H_
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "value/script_error.h"
+#include "value/value.h"
+
+namespace rk::pagehost {
+
+inline constexpr std::string_view kAdoSource = "ADODB";
+
+inline constexpr KnownError kConnectionUnusable{
+    3709,
+    "The connection cannot be used to perform this operation. It is either closed or invalid in "
+    "this context."};
+
+// As Field.Type and Parameter.Type number them.
+enum class AdoType : std::int32_t {
+  SmallInt = 2,
+  Integer = 3,
+  Single = 4,
+  Double = 5,
+  Currency = 6,
+  Date = 7,
+  Boolean = 11,
+  UnsignedTinyInt = 17,
+  DbTimeStamp = 135,
+  VarChar = 200,
+  VarWChar = 202,
+  LongVarWChar = 203,
+  LongVarBinary = 205,
+};
+
+// The type of a column that holds this value; a Null says nothing and counts as text.
+AdoType ado_type_of(const Value& value);
+// In bytes, 2 a character of a text; 0 for Null.
+std::int32_t actual_size_of(const Value& value);
+
+// A value as a literal of the SQL that pages write: texts in single quotes with quotes doubled,
+// dates between "#". Raises 13 for arrays and objects.
+std::string sql_literal(const Value& value);
+
+}  // namespace rk::pagehost
+
+#endif  // RK_PAGEHOST_COMPONENTS_ADO_VALUES_H_

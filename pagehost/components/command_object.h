@@ -1,0 +1,80 @@
+// CommandObject (ADODB.Command): a statement with parameters, which go into its text as literals;
+// and the Parameter objects.
+#ifndef RK_PAGEHOST_COMPONENTS_COMMAND_OBJECT_H_
+#define RK_PAGEHOST_COMPONENTS_COMMAND_OBJECT_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "pagehost/components/connection_object.h"
+#include "pagehost/pages/tabled_object.h"
+
+namespace rk::pagehost {
+
+class ParameterObject final : public TabledObject<ParameterObject> {
+ public:
+  std::string_view type_name() const override { return "Parameter"; }
+  static std::span<const Member<ParameterObject>> members();
+
+  std::string name;
+  Value value;
+  std::int32_t type = 0;
+  std::int32_t direction = 1;
+  std::int32_t size = 0;
+
+ private:
+  Value value_member(const Call& call);
+  Value name_member(const Call& call);
+  Value type_member(const Call& call);
+  Value direction_member(const Call& call);
+  Value size_member(const Call& call);
+  Value ignored(const Call& call);
+};
+
+using ParameterList = std::vector<Ref<ParameterObject>>;
+
+// The statement with each "?" outside of quotes and brackets replaced by a parameter in order, and
+// each "@name" by the one of that name. Raises 3001 where parameters are missing.
+std::string with_parameters(std::string_view statement, const ParameterList& parameters);
+
+class CommandObject final : public TabledObject<CommandObject> {
+ public:
+  explicit CommandObject(std::shared_ptr<platform::Database> database)
+      : database_(std::move(database)) {}
+  std::string_view type_name() const override { return "Command"; }
+  static std::span<const Member<CommandObject>> members();
+
+  std::string statement() const;
+  const Ref<ConnectionObject>& connection() const { return connection_; }
+
+ private:
+  Value parameters(const Call& call);
+  Value create_parameter(const Call& call);
+  Value execute(const Call& call);
+  Value active_connection(const Call& call);
+  Value command_text(const Call& call);
+  Value command_type(const Call& call);
+  Value command_timeout(const Call& call);
+  Value prepared(const Call& call);
+  Value name(const Call& call);
+  Value state(const Call& call);
+  Value cancel(const Call& call);
+
+  std::shared_ptr<platform::Database> database_;
+  Ref<ConnectionObject> connection_;
+  std::shared_ptr<ParameterList> parameters_ = std::make_shared<ParameterList>();
+  std::string text_;
+  std::string name_;
+  std::int32_t type_ = 8;
+  std::int32_t timeout_ = 30;
+  bool prepared_ = false;
+};
+
+}  // namespace rk::pagehost
+
+#endif  // RK_PAGEHOST_COMPONENTS_COMMAND_OBJECT_H_

@@ -1,0 +1,257 @@
+#include "pagehost/components/connection_object.h"
+
+#include <utility>
+
+#include "pagehost/components/ado_values.h"
+#include "pagehost/components/recordset_object.h"
+#include "value/conversions.h"
+
+namespace rk::pagehost {
+namespace {
+
+class ErrorObject final : public TabledObject<ErrorObject> {
+ public:
+  explicit ErrorObject(const ScriptError& error) : error_(error) {}
+  std::string_view type_name() const override { return "Error"; }
+  static std::span<const Member<ErrorObject>> members() {
+    static constexpr Member<ErrorObject> kMembers[] = {
+        {"Description", &ErrorObject::description}, {"Number", &ErrorObject::number},
+        {"Source", &ErrorObject::source},           {"NativeError", &ErrorObject::native_error},
+        {"SQLState", &ErrorObject::sql_state},      {"HelpFile", &ErrorObject::sql_state},
+    };
+    return kMembers;
+  }
+
+ private:
+  Value description(const Call&) { return Value::text(error_.description()); }
+  Value number(const Call&) { return Value::long_integer(error_.number()); }
+  Value source(const Call&) {
+    return Value::text(error_.source().empty() ? kAdoSource : std::string_view(error_.source()));
+  }
+  Value native_error(const Call&) { return Value::long_integer(0); }
+  Value sql_state(const Call&) { return Value::text(""); }
+
+  ScriptError error_;
+};
+
+// The failure of the connection's last step, if it failed.
+class ErrorsObject final : public TabledObject<ErrorsObject> {
+ public:
+  explicit ErrorsObject(std::optional<ScriptError> failure) : failure_(std::move(failure)) {}
+  std::string_view type_name() const override { return "Errors"; }
+  static std::span<const Member<ErrorsObject>> members() {
+    static constexpr Member<ErrorsObject> kMembers[] = {
+        {"Item", &ErrorsObject::item, 1, 1},
+        {"Count", &ErrorsObject::count},
+        {"Clear", &ErrorsObject::clear},
+    };
+    return kMembers;
+  }
+  std::unique_ptr<Enumeration> enumerate() override;
+
+ private:
+  Value item(const Call& call) {
+    if (!failure_ || call.number(0) != 0) raise(rk::errors::kItemNotFound);
+    return Value::object(make_ref<ErrorObject>(*failure_));
+  }
+  Value count(const Call&) { return Value::long_integer(failure_ ? 1 : 0); }
+  Value clear(const Call&) {
+    failure_.reset();
+    return {};
+  }
+
+  std::optional<ScriptError> failure_;
+};
+
+class OneWalk final : public Enumeration {
+ public:
+  explicit OneWalk(Value only) : only_(std::move(only)) {}
+  bool next(Value& item) override {
+    if (only_.is_empty()) return false;
+    item = std::exchange(only_, Value());
+    return true;
+  }
+
+ private:
+  Value only_;
+};
+
+std::unique_ptr<Enumeration> ErrorsObject::enumerate() {
+  return std::make_unique<OneWalk>(failure_ ? Value::object(make_ref<ErrorObject>(*failure_))
+                                            : Value());
+}
+
+}  // namespace
+
+std::span<const Member<ConnectionObject>> ConnectionObject::members() {
+  using C = ConnectionObject;
+  static constexpr Member<C> kMembers[] = {
+      {"ConnectionString", &C::connection_string, 0, 0, Access::Both},
+      {"Execute", &C::execute, 1, 3},
+      {"Open", &C::open, 0, 4},
+      {"Close", &C::close},
+      {"BeginTrans", &C::begin_trans},
+      {"CommitTrans", &C::commit_trans},
+      {"RollbackTrans", &C::rollback_trans},
+      {"State", &C::state},
+      {"Errors", &C::errors, 0, 1},
+      {"OpenSchema", &C::open_schema, 1, 3},
+      {"Version", &C::version},
+      {"CursorLocation", &C::cursor_location, 0, 0, Access::Both},
+      {"CommandTimeout", &C::command_timeout, 0, 0, Access::Both},
+      {"ConnectionTimeout", &C::connection_timeout, 0, 0, Access::Both},
+      {"Mode", &C::mode, 0, 0, Access::Both},
+      {"IsolationLevel", &C::isolation_level, 0, 0, Access::Both},
+      {"Provider", &C::provider, 0, 0, Access::Both},
+      {"DefaultDatabase", &C::default_database, 0, 0, Access::Both},
+      {"Cancel", &C::nothing_to_do},
+  };
+  return kMembers;
+}
+
+std::shared_ptr<platform::Connection> ConnectionObject::opened() const {
+  if (!connection_) raise(kConnectionUnusable);
+  return connection_;
+}
+
+Value ConnectionObject::remembering(const std::function<Value()>& step) {
+  failure_.reset();
+  try {
+    return step();
+  } catch (const ScriptError& error) {  // passed on
+    failure_ = error;
+    throw;
+  }
+}
+
+void ConnectionObject::open_with(const std::string& connection_string) {
+  if (connection_) raise(rk::errors::kObjectOpen);
+  std::shared_ptr<platform::Connection> fresh = database_->connection();
+  fresh->open(connection_string);
+  connection_ = std::move(fresh);
+  connection_string_ = connection_string;
+}
+
+Value ConnectionObject::connection_string(const Call& call) {
+  return text_property(call, connection_string_);
+}
+
+Value ConnectionObject::open(const Call& call) {
+  return remembering([&] {
+    open_with(call.text_or(0, connection_string_));
+    return Value();
+  });
+}
+
+Value ConnectionObject::close(const Call&) {
+  if (!connection_) raise(rk::errors::kObjectClosed);
+  const auto closing = std::exchange(connection_, nullptr);
+  closing->close();
+  return {};
+}
+
+// Execute(text, affected, options): a record set, closed where the statement gives no rows.
+Value ConnectionObject::execute(const Call& call) {
+  return remembering([&] {
+    if (!connection_) raise(rk::errors::kObjectClosed);
+    std::int64_t affected = 0;
+    const std::string text = call.text(0);
+    auto rows = connection_->execute(platform::SqlText(text), &affected);
+    if (call.has(1) || call.count() > 1) {
+      call.at(1) = Value::long_integer(static_cast<std::int32_t>(affected));
+    }
+    auto recordset = make_ref<RecordsetObject>(database_);
+    recordset->take(std::move(rows), Ref<ConnectionObject>(this), connection_, text);
+    return Value::object(recordset);
+  });
+}
+
+Value ConnectionObject::begin_trans(const Call&) {
+  return remembering([&] {
+    if (!connection_) raise(rk::errors::kObjectClosed);
+    connection_->begin_transaction();
+    return Value::long_integer(1);
+  });
+}
+
+Value ConnectionObject::commit_trans(const Call&) {
+  return remembering([&] {
+    if (!connection_) raise(rk::errors::kObjectClosed);
+    connection_->commit_transaction();
+    return Value();
+  });
+}
+
+Value ConnectionObject::rollback_trans(const Call&) {
+  return remembering([&] {
+    if (!connection_) raise(rk::errors::kObjectClosed);
+    connection_->roll_back_transaction();
+    return Value();
+  });
+}
+
+Value ConnectionObject::state(const Call&) {
+  return Value::long_integer(connection_ ? 1 : 0);
+}
+
+Value ConnectionObject::errors(const Call& call) {
+  auto found = make_ref<ErrorsObject>(failure_);
+  if (call.count() == 0) return Value::object(found);
+  return found->invoke(kDefaultMember, CallKind::Get, call.arguments());
+}
+
+// The schema's row sets are made by the engine beneath, which offers none yet.
+Value ConnectionObject::open_schema(const Call&) {
+  raise(rk::errors::kFeatureNotAvailable);
+}
+
+Value ConnectionObject::version(const Call&) {
+  return Value::text("2.8");
+}
+
+Value ConnectionObject::cursor_location(const Call& call) {
+  return number_property(call, cursor_location_);
+}
+
+Value ConnectionObject::command_timeout(const Call& call) {
+  return number_property(call, command_timeout_);
+}
+
+Value ConnectionObject::connection_timeout(const Call& call) {
+  return number_property(call, connection_timeout_);
+}
+
+Value ConnectionObject::mode(const Call& call) {
+  return number_property(call, mode_);
+}
+
+Value ConnectionObject::isolation_level(const Call& call) {
+  return number_property(call, isolation_level_);
+}
+
+Value ConnectionObject::provider(const Call& call) {
+  return text_property(call, provider_);
+}
+
+Value ConnectionObject::default_database(const Call& call) {
+  return text_property(call, default_database_);
+}
+
+// Cancel: no statement runs on while the page does something else.
+Value ConnectionObject::nothing_to_do(const Call&) {
+  return {};
+}
+
+Value ConnectionObject::number_property(const Call& call, std::int32_t& kept) {
+  if (!call.assigns()) return Value::long_integer(kept);
+  kept = to_long(call.assigned());
+  return {};
+}
+
+Value ConnectionObject::text_property(const Call& call, std::string& kept) {
+  if (!call.assigns()) return Value::text(kept);
+  kept = to_text(call.assigned()).string();
+  return {};
+}
+
+}  // namespace rk::pagehost

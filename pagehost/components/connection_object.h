@@ -1,0 +1,75 @@
+// ConnectionObject (ADODB.Connection): a page's own connection, over platform::Connection.
+//
+// It keeps the page's database alive, so that a connection in a session works on after its page.
+#ifndef RK_PAGEHOST_COMPONENTS_CONNECTION_OBJECT_H_
+#define RK_PAGEHOST_COMPONENTS_CONNECTION_OBJECT_H_
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "pagehost/pages/tabled_object.h"
+#include "platform/database.h"
+#include "value/script_error.h"
+
+namespace rk::pagehost {
+
+class ConnectionObject final : public TabledObject<ConnectionObject> {
+ public:
+  explicit ConnectionObject(std::shared_ptr<platform::Database> database)
+      : database_(std::move(database)) {}
+  std::string_view type_name() const override { return "Connection"; }
+  static std::span<const Member<ConnectionObject>> members();
+
+  // The open connection; raises 3709 where it is closed.
+  std::shared_ptr<platform::Connection> opened() const;
+  void open_with(const std::string& connection_string);
+  // Runs a step and keeps its failure for the Errors collection.
+  Value remembering(const std::function<Value()>& step);
+  const std::optional<ScriptError>& last_failure() const { return failure_; }
+  const std::shared_ptr<platform::Database>& database() const { return database_; }
+  std::int32_t cursor_location() const { return cursor_location_; }
+
+ private:
+  Value connection_string(const Call& call);
+  Value open(const Call& call);
+  Value close(const Call& call);
+  Value execute(const Call& call);
+  Value begin_trans(const Call& call);
+  Value commit_trans(const Call& call);
+  Value rollback_trans(const Call& call);
+  Value state(const Call& call);
+  Value errors(const Call& call);
+  Value open_schema(const Call& call);
+  Value version(const Call& call);
+  Value cursor_location(const Call& call);
+  Value command_timeout(const Call& call);
+  Value connection_timeout(const Call& call);
+  Value mode(const Call& call);
+  Value isolation_level(const Call& call);
+  Value provider(const Call& call);
+  Value default_database(const Call& call);
+  Value nothing_to_do(const Call& call);
+  Value number_property(const Call& call, std::int32_t& kept);
+  Value text_property(const Call& call, std::string& kept);
+
+  std::shared_ptr<platform::Database> database_;
+  std::shared_ptr<platform::Connection> connection_;
+  std::optional<ScriptError> failure_;
+  std::string connection_string_;
+  std::string provider_;
+  std::string default_database_;
+  std::int32_t cursor_location_ = 2;
+  std::int32_t command_timeout_ = 30;
+  std::int32_t connection_timeout_ = 15;
+  std::int32_t mode_ = 0;
+  std::int32_t isolation_level_ = 4096;
+};
+
+}  // namespace rk::pagehost
+
+#endif  // RK_PAGEHOST_COMPONENTS_CONNECTION_OBJECT_H_

@@ -1,0 +1,21 @@
+// The parts of file paths as the file system object names them. Both "/" and "\" separate.
+// Pure functions.
+#ifndef RK_PAGEHOST_COMPONENTS_FILE_PATHS_H_
+#define RK_PAGEHOST_COMPONENTS_FILE_PATHS_H_
+
+#include <string>
+#include <string_view>
+
+namespace rk::pagehost {
+
+std::string_view file_name_of(std::string_view path);      // "c.txt" of "/a/b/c.txt"
+std::string_view base_name_of(std::string_view path);      // "c"
+std::string_view extension_of(std::string_view path);      // "txt"
+std::string_view parent_folder_of(std::string_view path);  // "/a/b"
+std::string joined_path(std::string_view folder, std::string_view name);
+// "*" and "?" in the last step; letter case does not count.
+bool matches_wildcard(std::string_view name, std::string_view pattern);
+
+}  // namespace rk::pagehost
+
+#endif  // RK_PAGEHOST_COMPONENTS_FILE_PATHS_H_

@@ -1,0 +1,481 @@
+#include "pagehost/components/recordset_object.h"
+
+#include <utility>
+#include <vector>
+
+#include "pagehost/components/ado_values.h"
+#include "pagehost/components/command_object.h"
+#include "pagehost/components/field_objects.h"
+#include "pagehost/components/row_criterion.h"
+#include "value/array.h"
+#include "value/conversions.h"
+
+namespace rk::pagehost {
+namespace {
+
+constexpr std::int32_t kUseClient = 3;
+constexpr std::int32_t kCommandTable = 2;
+constexpr std::int32_t kCommandTableDirect = 512;
+
+// "Select * From [name]" where a table is named instead of a statement.
+std::string statement_of(const std::string& source, std::int32_t options) {
+  const bool named = options == kCommandTable || options == kCommandTableDirect;
+  const bool one_word = source.find_first_of(" \t\r\n") == std::string::npos && !source.empty();
+  if (!named && !one_word) return source;
+  const bool bracketed = source.front() == '[';
+  return "Select * From " + (bracketed ? source : "[" + source + "]");
+}
+
+}  // namespace
+
+std::span<const Member<RecordsetObject>> RecordsetObject::members() {
+  using R = RecordsetObject;
+  static constexpr Member<R> kMembers[] = {
+      {"Fields", &R::fields, 0, 1, Access::Both},
+      {"EOF", &R::eof},
+      {"BOF", &R::bof},
+      {"MoveNext", &R::move_next},
+      {"MovePrevious", &R::move_previous},
+      {"MoveFirst", &R::move_first},
+      {"MoveLast", &R::move_last},
+      {"Move", &R::move, 1, 2},
+      {"Open", &R::open, 0, 5},
+      {"Close", &R::close},
+      {"RecordCount", &R::record_count},
+      {"PageSize", &R::page_size, 0, 0, Access::Both},
+      {"PageCount", &R::page_count},
+      {"AbsolutePage", &R::absolute_page, 0, 0, Access::Both},
+      {"AbsolutePosition", &R::absolute_position, 0, 0, Access::Both},
+      {"Bookmark", &R::bookmark, 0, 0, Access::Both},
+      {"CursorType", &R::cursor_type, 0, 0, Access::Both},
+      {"LockType", &R::lock_type, 0, 0, Access::Both},
+      {"CursorLocation", &R::cursor_location, 0, 0, Access::Both},
+      {"CacheSize", &R::cache_size, 0, 0, Access::Both},
+      {"MaxRecords", &R::max_records, 0, 0, Access::Both},
+      {"ActiveConnection", &R::active_connection, 0, 0, Access::Both},
+      {"Source", &R::source, 0, 0, Access::Both},
+      {"State", &R::state},
+      {"Status", &R::status},
+      {"EditMode", &R::edit_mode},
+      {"AddNew", &R::add_new, 0, 2},
+      {"Update", &R::update, 0, 2},
+      {"UpdateBatch", &R::update, 0, 1},
+      {"CancelUpdate", &R::cancel_update},
+      {"CancelBatch", &R::cancel_update, 0, 1},
+      {"Delete", &R::remove, 0, 1},
+      {"Requery", &R::requery, 0, 1},
+      {"Resync", &R::nothing_to_do, 0, 2},
+      {"Supports", &R::supports, 1, 1},
+      {"Find", &R::find, 1, 4},
+      {"GetRows", &R::rows_array, 0, 3},
+      {"GetString", &R::rows_text, 0, 5},
+      {"NextRecordset", &R::next_recordset, 0, 1},
+      {"Cancel", &R::nothing_to_do},
+  };
+  return kMembers;
+}
+
+std::unique_ptr<Enumeration> RecordsetObject::enumerate() {
+  return fields_object(Ref<RecordsetObject>(this))->enumerate();
+}
+
+void RecordsetObject::take(std::unique_ptr<platform::Recordset> rows,
+                           Ref<ConnectionObject> connection,
+                           std::shared_ptr<platform::Connection> opened, std::string source) {
+  rows_ = std::move(rows);
+  connection_ = std::move(connection);
+  opened_ = std::move(opened);
+  source_ = std::move(source);
+}
+
+platform::Recordset& RecordsetObject::rows() {
+  if (!rows_) raise(errors::kObjectClosed);
+  return *rows_;
+}
+
+std::size_t RecordsetObject::ordinal_of(const Value& index) {
+  if (index.is_text()) return rows().ordinal(index.as_view());
+  const Value plain = plain_value(index);
+  if (plain.is_text()) return rows().ordinal(plain.as_view());
+  const std::int32_t place = to_long(plain);
+  if (place < 0 || static_cast<std::size_t>(place) >= rows().field_count()) {
+    raise(errors::kItemNotFound);
+  }
+  return static_cast<std::size_t>(place);
+}
+
+Value RecordsetObject::field_object(std::size_t ordinal) {
+  return Value::object(pagehost::field_object(Ref<RecordsetObject>(this), ordinal));
+}
+
+void RecordsetObject::set_field(std::size_t ordinal, const Value& value) {
+  rows().set_field(ordinal, value.is_empty() ? Value::null() : value);
+  if (editing_ == Editing::None) editing_ = Editing::Row;
+}
+
+// rs(name), rs(name) = value, rs.Fields and rs.Fields(name).
+Value RecordsetObject::fields(const Call& call) {
+  if (call.count() == 0) {
+    if (call.assigns()) raise(errors::kWrongArgumentCount);
+    return Value::object(fields_object(Ref<RecordsetObject>(this)));
+  }
+  const std::size_t ordinal = ordinal_of(call.at(0));
+  if (!call.assigns()) return field_object(ordinal);
+  set_field(ordinal, plain_value(call.assigned()));
+  return {};
+}
+
+void RecordsetObject::connect(const Value& connection) {
+  if (connection.is_object()) {
+    connection_ = Ref<ConnectionObject>(dynamic_cast<ConnectionObject*>(connection.as_object()));
+    if (!connection_ && connection.as_object() != nullptr) raise(errors::kInvalidArgument);
+    return;
+  }
+  auto fresh = make_ref<ConnectionObject>(database_);
+  fresh->open_with(to_text(connection).string());
+  connection_ = fresh;
+}
+
+// Open(source, connection, cursor type, lock type, options)
+Value RecordsetObject::open(const Call& call) {
+  if (rows_) raise(errors::kObjectOpen);
+  std::int32_t options = call.number_or(4, 0);
+  if (call.has(0)) {
+    const Value from = call.at(0);
+    auto* command = from.is_object() ? dynamic_cast<CommandObject*>(from.as_object()) : nullptr;
+    if (command != nullptr) {
+      source_ = command->statement();
+      if (command->connection()) connection_ = command->connection();
+    } else {
+      source_ = to_text(from).string();
+    }
+  }
+  if (call.has(1)) connect(call.at(1));
+  cursor_type_ = call.number_or(2, cursor_type_);
+  lock_type_ = call.number_or(3, lock_type_);
+  source_ = statement_of(source_, options);
+  run();
+  return {};
+}
+
+void RecordsetObject::run() {
+  if (!connection_) raise(kConnectionUnusable);
+  if (cursor_type_ < 0 || cursor_type_ > 3 || lock_type_ < 1 || lock_type_ > 4) {
+    raise(errors::kInvalidArgument);
+  }
+  opened_ = connection_->opened();
+  // Records held by the client are always a static set.
+  const bool client =
+      cursor_location_ == kUseClient || connection_->cursor_location() == kUseClient;
+  if (client) cursor_type_ = static_cast<std::int32_t>(platform::CursorType::Static);
+  connection_->remembering([&] {
+    rows_ = opened_->open_recordset(platform::SqlText(source_),
+                                    static_cast<platform::CursorType>(cursor_type_),
+                                    static_cast<platform::LockType>(lock_type_));
+    return Value();
+  });
+  if (rows_ && page_size_ != rows_->page_size()) rows_->set_page_size(page_size_);
+  editing_ = Editing::None;
+}
+
+Value RecordsetObject::close(const Call&) {
+  rows();
+  const auto closing = std::exchange(rows_, nullptr);
+  editing_ = Editing::None;
+  closing->close();
+  return {};
+}
+
+Value RecordsetObject::eof(const Call&) {
+  return Value::boolean(rows().eof());
+}
+
+Value RecordsetObject::bof(const Call&) {
+  return Value::boolean(rows().bof());
+}
+
+Value RecordsetObject::move_next(const Call&) {
+  rows().move_next();
+  editing_ = Editing::None;
+  return {};
+}
+
+Value RecordsetObject::move_previous(const Call&) {
+  rows().move_previous();
+  editing_ = Editing::None;
+  return {};
+}
+
+Value RecordsetObject::move_first(const Call&) {
+  rows().move_first();
+  editing_ = Editing::None;
+  return {};
+}
+
+Value RecordsetObject::move_last(const Call&) {
+  rows().move_last();
+  editing_ = Editing::None;
+  return {};
+}
+
+// Move(rows, start): start is 0 the current row, 1 the first, 2 the last, or a bookmark.
+Value RecordsetObject::move(const Call& call) {
+  using Origin = platform::Recordset::Origin;
+  Origin origin = Origin::Current;
+  if (call.has(1)) {
+    const std::int32_t start = call.number(1);
+    if (start < 0 || start > 2) raise(errors::kInvalidArgument);
+    origin = static_cast<Origin>(start);
+  }
+  rows().move(call.number(0), origin);
+  editing_ = Editing::None;
+  return {};
+}
+
+Value RecordsetObject::record_count(const Call&) {
+  return Value::long_integer(static_cast<std::int32_t>(rows().record_count()));
+}
+
+Value RecordsetObject::page_size(const Call& call) {
+  if (!call.assigns()) return Value::long_integer(rows_ ? rows_->page_size() : page_size_);
+  const std::int32_t size = to_long(call.assigned());
+  if (size < 1) raise(errors::kInvalidArgument);
+  if (rows_) rows_->set_page_size(size);
+  page_size_ = size;
+  return {};
+}
+
+Value RecordsetObject::page_count(const Call&) {
+  return Value::long_integer(rows().page_count());
+}
+
+Value RecordsetObject::absolute_page(const Call& call) {
+  if (!call.assigns()) return Value::long_integer(rows().absolute_page());
+  rows().set_absolute_page(to_long(call.assigned()));
+  return {};
+}
+
+Value RecordsetObject::absolute_position(const Call& call) {
+  if (!call.assigns()) {
+    return Value::long_integer(static_cast<std::int32_t>(rows().absolute_position()));
+  }
+  rows().set_absolute_position(to_long(call.assigned()));
+  return {};
+}
+
+// A row's number, which stays while the record set is open.
+Value RecordsetObject::bookmark(const Call& call) {
+  if (call.assigns()) {
+    rows().set_absolute_position(static_cast<std::int64_t>(to_double(call.assigned())));
+    return {};
+  }
+  const std::int64_t place = rows().absolute_position();
+  if (place < 1) raise(errors::kNoCurrentRecord);
+  return Value::real(static_cast<double>(place));
+}
+
+Value RecordsetObject::cursor_type(const Call& call) {
+  if (call.assigns() && rows_) raise(errors::kObjectOpen);
+  return number_property(call, cursor_type_);
+}
+
+Value RecordsetObject::lock_type(const Call& call) {
+  if (call.assigns() && rows_) raise(errors::kObjectOpen);
+  return number_property(call, lock_type_);
+}
+
+Value RecordsetObject::cursor_location(const Call& call) {
+  if (call.assigns() && rows_) raise(errors::kObjectOpen);
+  return number_property(call, cursor_location_);
+}
+
+Value RecordsetObject::cache_size(const Call& call) {
+  return number_property(call, cache_size_);
+}
+
+Value RecordsetObject::max_records(const Call& call) {
+  return number_property(call, max_records_);
+}
+
+Value RecordsetObject::active_connection(const Call& call) {
+  if (!call.assigns()) return connection_ ? Value::object(connection_) : Value::nothing();
+  connect(call.assigned());
+  return {};
+}
+
+Value RecordsetObject::source(const Call& call) {
+  if (!call.assigns()) return Value::text(source_);
+  if (rows_) raise(errors::kObjectOpen);
+  source_ = to_text(call.assigned()).string();
+  return {};
+}
+
+Value RecordsetObject::state(const Call&) {
+  return Value::long_integer(rows_ ? 1 : 0);
+}
+
+Value RecordsetObject::status(const Call&) {
+  return Value::long_integer(0);
+}
+
+Value RecordsetObject::edit_mode(const Call&) {
+  rows();
+  return Value::long_integer(static_cast<std::int32_t>(editing_));
+}
+
+// One name with one value, or arrays of both.
+void RecordsetObject::set_fields(const Value& names, const Value& values) {
+  const Value plain_names = plain_value(names);
+  if (!plain_names.is_array()) return set_field(ordinal_of(plain_names), plain_value(values));
+  const Value plain_values = plain_value(values);
+  if (!plain_values.is_array()) raise(errors::kInvalidArgument);
+  const auto all_names = plain_names.as_array().elements();
+  const auto all_values = plain_values.as_array().elements();
+  if (all_names.size() != all_values.size()) raise(errors::kInvalidArgument);
+  for (std::size_t i = 0; i < all_names.size(); ++i) {
+    set_field(ordinal_of(all_names[i]), plain_value(all_values[i]));
+  }
+}
+
+Value RecordsetObject::add_new(const Call& call) {
+  rows().add_new();
+  editing_ = Editing::NewRow;
+  if (!call.has(0)) return {};
+  if (!call.has(1)) raise(errors::kInvalidArgument);
+  set_fields(call.at(0), call.at(1));
+  rows().update();
+  editing_ = Editing::None;
+  return {};
+}
+
+Value RecordsetObject::update(const Call& call) {
+  if (call.count() == 2 && call.has(0)) set_fields(call.at(0), call.at(1));
+  const auto step = [&] {
+    rows().update();
+    return Value();
+  };
+  if (connection_) {
+    connection_->remembering(step);
+  } else {
+    step();
+  }
+  editing_ = Editing::None;
+  return {};
+}
+
+Value RecordsetObject::cancel_update(const Call&) {
+  rows().cancel_update();
+  editing_ = Editing::None;
+  return {};
+}
+
+Value RecordsetObject::remove(const Call&) {
+  rows().remove();
+  editing_ = Editing::None;
+  return {};
+}
+
+Value RecordsetObject::requery(const Call&) {
+  rows();
+  std::exchange(rows_, nullptr)->close();
+  run();
+  return {};
+}
+
+// What its cursor and lock allow.
+Value RecordsetObject::supports(const Call& call) {
+  constexpr std::int32_t kMovePrevious = 0x200;
+  constexpr std::int32_t kBookmarks = 0x2000 | 0x4000;  // and absolute positions
+  constexpr std::int32_t kChanges = 0x1000400 | 0x1000800 | 0x1008000;
+  constexpr std::int32_t kFind = 0x80000;
+  rows();
+  std::int32_t can = kFind;
+  if (cursor_type_ != 0) can |= kMovePrevious | kBookmarks;
+  if (lock_type_ != 1) can |= kChanges;
+  const std::int32_t asked = call.number(0);
+  return Value::boolean((can & asked) == asked);
+}
+
+// Find(criterion, rows to skip, direction, start): the row that matches, or the end.
+Value RecordsetObject::find(const Call& call) {
+  const RowCriterion criterion(call.text(0));
+  const bool forward = call.number_or(2, 1) >= 0;
+  platform::Recordset& all = rows();
+  if (call.has(3)) all.set_absolute_position(static_cast<std::int64_t>(to_double(call.at(3))));
+  if (all.eof() && all.bof()) return {};
+  for (std::int32_t skip = call.number_or(1, 0); skip > 0 && !all.eof() && !all.bof(); --skip) {
+    forward ? all.move_next() : all.move_previous();
+  }
+  while (!all.eof() && !all.bof() && !criterion.holds(all)) {
+    forward ? all.move_next() : all.move_previous();
+  }
+  return {};
+}
+
+// GetRows(rows, start, fields): an array (field, row) of the rows from here on.
+Value RecordsetObject::rows_array(const Call& call) {
+  platform::Recordset& all = rows();
+  const std::int32_t most = call.number_or(0, -1);
+  if (call.has(1) && call.number_or(1, 0) == 1) all.move_first();
+  std::vector<std::size_t> columns;
+  if (call.has(2)) {
+    const Value wanted = plain_value(call.at(2));
+    if (wanted.is_array()) {
+      for (const Value& each : wanted.as_array().elements()) columns.push_back(ordinal_of(each));
+    } else {
+      columns.push_back(ordinal_of(wanted));
+    }
+  } else {
+    for (std::size_t i = 0; i < all.field_count(); ++i) columns.push_back(i);
+  }
+  if (all.eof() || all.bof()) raise(errors::kNoCurrentRecord);
+  std::vector<Value> cells;
+  std::int32_t count = 0;
+  for (; !all.eof() && (most < 0 || count < most); ++count) {
+    for (const std::size_t column : columns) cells.push_back(all.field(column));
+    if (cells.size() > kMaxArrayElements) raise(errors::kOutOfMemory);
+    all.move_next();
+  }
+  const std::int32_t bounds[] = {static_cast<std::int32_t>(columns.size()) - 1, count - 1};
+  Ref<Array> out = Array::make(bounds);
+  std::move(cells.begin(), cells.end(), out->elements().begin());
+  return Value::array(std::move(out));
+}
+
+// GetString(format, rows, column delimiter, row delimiter, text of Null)
+Value RecordsetObject::rows_text(const Call& call) {
+  platform::Recordset& all = rows();
+  const std::int32_t most = call.number_or(1, -1);
+  const std::string between = call.text_or(2, "\t");
+  const std::string behind = call.text_or(3, "\r");
+  const std::string null_text = call.text_or(4, "");
+  std::string out;
+  for (std::int32_t count = 0; !all.eof() && (most < 0 || count < most); ++count) {
+    for (std::size_t i = 0; i < all.field_count(); ++i) {
+      if (i > 0) out += between;
+      if (!all.append_field_text(i, out)) out += null_text;
+    }
+    out += behind;
+    if (out.size() > kMaxTextBytes) raise(errors::kOutOfStringSpace);
+    all.move_next();
+  }
+  return Value::text(out);
+}
+
+// One statement gives one set of rows.
+Value RecordsetObject::next_recordset(const Call&) {
+  if (rows_) std::exchange(rows_, nullptr)->close();
+  return Value::nothing();
+}
+
+Value RecordsetObject::nothing_to_do(const Call&) {
+  return {};
+}
+
+Value RecordsetObject::number_property(const Call& call, std::int32_t& kept) {
+  if (!call.assigns()) return Value::long_integer(kept);
+  kept = to_long(call.assigned());
+  return {};
+}
+
+}  // namespace rk::pagehost

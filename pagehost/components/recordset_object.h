@@ -1,0 +1,99 @@
+// RecordsetObject (ADODB.Recordset): rows for pages, over platform::Recordset; and the Field
+// objects by which pages read and set columns.
+#ifndef RK_PAGEHOST_COMPONENTS_RECORDSET_OBJECT_H_
+#define RK_PAGEHOST_COMPONENTS_RECORDSET_OBJECT_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "pagehost/components/connection_object.h"
+#include "pagehost/pages/tabled_object.h"
+#include "platform/database.h"
+
+namespace rk::pagehost {
+
+class RecordsetObject final : public TabledObject<RecordsetObject> {
+ public:
+  explicit RecordsetObject(std::shared_ptr<platform::Database> database)
+      : database_(std::move(database)) {}
+  std::string_view type_name() const override { return "Recordset"; }
+  static std::span<const Member<RecordsetObject>> members();
+  std::unique_ptr<Enumeration> enumerate() override;  // the fields
+
+  // What a statement gave; no rows: a closed record set.
+  void take(std::unique_ptr<platform::Recordset> rows, Ref<ConnectionObject> connection,
+            std::shared_ptr<platform::Connection> opened, std::string source);
+
+  // The open rows; raises 3704 where there are none.
+  platform::Recordset& rows();
+  // The place of a column by its name or number; raises 3265.
+  std::size_t ordinal_of(const Value& index);
+  void set_field(std::size_t ordinal, const Value& value);
+  Value field_object(std::size_t ordinal);
+
+ private:
+  Value fields(const Call& call);
+  Value open(const Call& call);
+  Value close(const Call& call);
+  Value bof(const Call& call);
+  Value eof(const Call& call);
+  Value move_next(const Call& call);
+  Value move_previous(const Call& call);
+  Value move_first(const Call& call);
+  Value move_last(const Call& call);
+  Value move(const Call& call);
+  Value record_count(const Call& call);
+  Value page_size(const Call& call);
+  Value page_count(const Call& call);
+  Value absolute_page(const Call& call);
+  Value absolute_position(const Call& call);
+  Value bookmark(const Call& call);
+  Value cursor_type(const Call& call);
+  Value lock_type(const Call& call);
+  Value cursor_location(const Call& call);
+  Value cache_size(const Call& call);
+  Value max_records(const Call& call);
+  Value active_connection(const Call& call);
+  Value source(const Call& call);
+  Value state(const Call& call);
+  Value status(const Call& call);
+  Value edit_mode(const Call& call);
+  Value add_new(const Call& call);
+  Value update(const Call& call);
+  Value cancel_update(const Call& call);
+  Value remove(const Call& call);
+  Value requery(const Call& call);
+  Value supports(const Call& call);
+  Value find(const Call& call);
+  Value rows_array(const Call& call);
+  Value rows_text(const Call& call);
+  Value next_recordset(const Call& call);
+  Value nothing_to_do(const Call& call);
+  Value number_property(const Call& call, std::int32_t& kept);
+
+  void run();
+  void set_fields(const Value& names, const Value& values);
+  void connect(const Value& connection);
+
+  std::shared_ptr<platform::Database> database_;
+  Ref<ConnectionObject> connection_;
+  std::shared_ptr<platform::Connection> opened_;  // outlives the rows
+  std::unique_ptr<platform::Recordset> rows_;
+  std::string source_;
+  std::int32_t cursor_type_ = 0;
+  std::int32_t lock_type_ = 1;
+  std::int32_t cursor_location_ = 2;
+  std::int32_t page_size_ = 10;
+  std::int32_t cache_size_ = 1;
+  std::int32_t max_records_ = 0;
+  enum class Editing : std::uint8_t { None = 0, Row = 1, NewRow = 2 };
+  Editing editing_ = Editing::None;
+};
+
+}  // namespace rk::pagehost
+
+#endif  // RK_PAGEHOST_COMPONENTS_RECORDSET_OBJECT_H_

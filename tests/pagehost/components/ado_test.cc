@@ -1,0 +1,184 @@
+#include <gtest/gtest.h>
+
+#include "pagehost/components/ado_values.h"
+#include "pagehost/components/command_object.h"
+#include "pagehost/components/connection_object.h"
+#include "pagehost/components/recordset_object.h"
+#include "pagehost/components/row_criterion.h"
+#include "tests/support/object_calls.h"
+#include "tests/support/recording_database.h"
+#include "value/array.h"
+
+namespace rk::pagehost {
+namespace {
+
+using tests::error_number;
+using tests::get;
+using tests::let;
+using tests::text_of;
+
+class Ado : public ::testing::Test {
+ protected:
+  Ado() {
+    database_->answer("Select * From t", {{"Id", "Name"},
+                                          {{tests::number(1), t("one")},
+                                           {tests::number(2), Value::null()},
+                                           {tests::number(3), t("it's")}}});
+    database_->answer("Select * From [t]", database_->rows_of("Select * From t"));
+  }
+  static Value t(std::string_view text) { return Value::text(text); }
+  static Value n(std::int32_t number) { return Value::long_integer(number); }
+  Value connection() {
+    Value made = Value::object(make_ref<ConnectionObject>(database_));
+    get(made, "Open", {t("Data Source=a.db")});
+    return made;
+  }
+  Value recordset() { return Value::object(make_ref<RecordsetObject>(database_)); }
+  Value opened(std::int32_t cursor = 1, std::int32_t lock = 1) {
+    Value rows = recordset();
+    get(rows, "Open", {t("Select * From t"), connection(), n(cursor), n(lock)});
+    return rows;
+  }
+
+  std::shared_ptr<tests::RecordingDatabase> database_ =
+      std::make_shared<tests::RecordingDatabase>();
+};
+
+TEST_F(Ado, RowsAreReadByNameAndByNumber) {
+  const Value rows = get(connection(), "Execute", {t("Select * From t")});
+  EXPECT_EQ(text_of(get(rows, "", {t("name")})), "one");
+  EXPECT_EQ(text_of(get(rows, "", {n(0)})), "1");
+  get(rows, "MoveNext");
+  EXPECT_TRUE(plain_value(get(rows, "", {t("Name")})).is_null());
+  EXPECT_EQ(error_number([&] { get(rows, "", {t("nope")}); }), 3265);
+  EXPECT_EQ(error_number([&] { get(rows, "", {n(2)}); }), 3265);
+}
+
+TEST_F(Ado, AFieldShowsTheRowThatIsCurrent) {
+  const Value rows = opened();
+  const Value field = get(rows, "Fields", {t("Id")});
+  EXPECT_EQ(text_of(field), "1");
+  get(rows, "MoveNext");
+  EXPECT_EQ(text_of(field), "2");
+  EXPECT_EQ(text_of(get(field, "Name")), "Id");
+  EXPECT_EQ(text_of(get(field, "Type")), "3");
+}
+
+TEST_F(Ado, ReadingPastTheEndIsAnError) {
+  const Value rows = opened();
+  for (int i = 0; i < 3; ++i) get(rows, "MoveNext");
+  EXPECT_TRUE(get(rows, "EOF").as_boolean());
+  EXPECT_EQ(error_number([&] { text_of(get(rows, "", {t("Id")})); }), 3021);
+  EXPECT_EQ(error_number([&] { get(rows, "MoveNext"); }), 3021);
+}
+
+TEST_F(Ado, CursorAndLockReachTheDatabase) {
+  opened(1, 3);
+  const auto& log = database_->log();
+  EXPECT_NE(std::find(log.begin(), log.end(), "recordset 1 3 Select * From t"), log.end());
+}
+
+TEST_F(Ado, RecordsHeldByTheClientAreStatic) {
+  const Value rows = recordset();
+  let(rows, "CursorLocation", {n(3)});
+  get(rows, "Open", {t("Select * From t"), connection()});
+  EXPECT_EQ(text_of(get(rows, "CursorType")), "3");
+}
+
+TEST_F(Ado, ATableMayBeNamedInPlaceOfAStatement) {
+  const Value rows = recordset();
+  get(rows, "Open", {t("t"), connection()});
+  EXPECT_EQ(text_of(get(rows, "Source")), "Select * From [t]");
+}
+
+TEST_F(Ado, WhatIsClosedOrOpenSaysSo) {
+  const Value rows = recordset();
+  EXPECT_EQ(error_number([&] { get(rows, "EOF"); }), 3704);
+  EXPECT_EQ(error_number([&] { get(rows, "Close"); }), 3704);
+  EXPECT_EQ(error_number([&] { get(rows, "Open", {t("Select * From t")}); }), 3709);
+  const Value other = opened();
+  EXPECT_EQ(error_number([&] { get(other, "Open"); }), 3705);
+  const Value closed = Value::object(make_ref<ConnectionObject>(database_));
+  EXPECT_EQ(error_number([&] { get(closed, "Execute", {t("x")}); }), 3704);
+  EXPECT_EQ(error_number([&] { get(closed, "Close"); }), 3704);
+}
+
+TEST_F(Ado, APageSizeBelowOneIsRefused) {
+  const Value rows = recordset();
+  EXPECT_EQ(error_number([&] { let(rows, "PageSize", {n(0)}); }), 3001);
+}
+
+TEST_F(Ado, GetRowsGivesFieldsByRows) {
+  const Value rows = opened();
+  const Value all = get(rows, "GetRows", {n(2)});
+  EXPECT_EQ(all.as_array().upper_bound(0), 1);
+  EXPECT_EQ(all.as_array().upper_bound(1), 1);
+  EXPECT_EQ(text_of(all.as_array().elements()[0]), "1");
+  EXPECT_EQ(text_of(all.as_array().elements()[1]), "one");
+  EXPECT_EQ(text_of(all.as_array().elements()[2]), "2");
+  EXPECT_EQ(text_of(get(rows, "", {t("Id")})), "3");
+}
+
+TEST_F(Ado, GetStringJoinsColumnsAndRows) {
+  EXPECT_EQ(text_of(get(opened(), "GetString", {n(2), n(-1), t(","), t(";"), t("-")})),
+            "1,one;2,-;3,it's;");
+}
+
+TEST_F(Ado, FindGoesToTheRowOrToTheEnd) {
+  const Value rows = opened();
+  get(rows, "Find", {t("Name = 'IT''S'")});
+  EXPECT_EQ(text_of(get(rows, "", {t("Id")})), "3");
+  get(rows, "Find", {t("[Id] > 7")});
+  EXPECT_TRUE(get(rows, "EOF").as_boolean());
+}
+
+TEST_F(Ado, ACriterionThatIsNoneIsRefused) {
+  EXPECT_EQ(error_number([] { RowCriterion("Name"); }), 3001);
+  EXPECT_EQ(error_number([] { RowCriterion("Name = Name"); }), 3001);
+  EXPECT_EQ(error_number([] { RowCriterion("[Name"); }), 3001);
+}
+
+TEST_F(Ado, TheConnectionRemembersItsLastFailure) {
+  const Value cn = connection();
+  EXPECT_EQ(error_number([&] { get(cn, "Execute", {t("Selct")}); }), -2147217900);
+  EXPECT_EQ(text_of(get(get(cn, "Errors"), "Count")), "1");
+  EXPECT_EQ(text_of(get(get(cn, "Errors", {n(0)}), "Number")), "-2147217900");
+  get(cn, "Execute", {t("Select * From t")});
+  EXPECT_EQ(text_of(get(get(cn, "Errors"), "Count")), "0");
+}
+
+TEST_F(Ado, ParametersGoIntoTheTextAsLiterals) {
+  const auto parameter = [](std::string name, Value value) {
+    auto made = make_ref<ParameterObject>();
+    made->name = std::move(name);
+    made->value = std::move(value);
+    return made;
+  };
+  const ParameterList list{parameter("@Name", t("O'Neil? @Name")), parameter("n", n(7)),
+                           parameter("d", Value::date(45000.0))};
+  EXPECT_EQ(with_parameters("Select '?' From [a?b] Where a=? And b=? And c=?", list),
+            "Select '?' From [a?b] Where a='O''Neil? @Name' And b=7 And c=#2023-03-15#");
+  EXPECT_EQ(with_parameters("Where a=@name", list), "Where a='O''Neil? @Name'");
+  EXPECT_EQ(error_number([&] { with_parameters("????", list); }), 3001);
+}
+
+TEST_F(Ado, ACommandRunsWithItsParameters) {
+  database_->answer("Select * From t Where Id=2", {{"Id"}, {{tests::number(2)}}});
+  const Value command = Value::object(make_ref<CommandObject>(database_));
+  let(command, "ActiveConnection", {connection()});
+  let(command, "CommandText", {t("Select * From t Where Id=?")});
+  const Value parameter = get(command, "CreateParameter", {t("id"), n(3), n(1), n(4), n(2)});
+  get(get(command, "Parameters"), "Append", {parameter});
+  EXPECT_EQ(text_of(get(get(command, "Execute"), "", {n(0)})), "2");
+}
+
+TEST_F(Ado, LiteralsOfEveryKindAreQuotedAsTheyMustBe) {
+  EXPECT_EQ(sql_literal(Value::null()), "Null");
+  EXPECT_EQ(sql_literal(Value::boolean(true)), "True");
+  EXPECT_EQ(sql_literal(Value::real(0.5)), "0.5");
+  EXPECT_EQ(sql_literal(t("a'b")), "'a''b'");
+  EXPECT_EQ(error_number([] { sql_literal(Value::array(Array::of({}))); }), 13);
+}
+
+}  // namespace
+}  // namespace rk::pagehost

@@ -1,0 +1,73 @@
+#include "pagehost/components/dictionary.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/object_calls.h"
+#include "value/array.h"
+
+namespace rk::pagehost {
+namespace {
+
+using tests::error_number;
+using tests::get;
+using tests::let;
+using tests::text_of;
+using tests::walked;
+
+class DictionaryTest : public ::testing::Test {
+ protected:
+  Value d_ = Value::object(make_ref<Dictionary>());
+  static Value t(std::string_view text) { return Value::text(text); }
+};
+
+TEST_F(DictionaryTest, KeepsTheOrderOfComing) {
+  let(d_, "", {t("b"), t("1")});
+  let(d_, "", {t("a"), t("2")});
+  get(d_, "Remove", {t("b")});
+  get(d_, "Add", {t("b"), t("3")});
+  EXPECT_EQ(walked(d_), "a,b");
+  EXPECT_EQ(text_of(get(d_, "Items").as_array().elements()[1]), "3");
+  EXPECT_EQ(text_of(get(d_, "Count")), "2");
+}
+
+TEST_F(DictionaryTest, ReadingAKeyThatIsNotThereMakesIt) {
+  EXPECT_TRUE(get(d_, "Item", {t("x")}).is_empty());
+  EXPECT_TRUE(get(d_, "Exists", {t("x")}).as_boolean());
+}
+
+TEST_F(DictionaryTest, AddingAKeyTwiceIsAnError) {
+  get(d_, "Add", {t("x"), t("1")});
+  EXPECT_EQ(error_number([&] { get(d_, "Add", {t("x"), t("2")}); }), 457);
+}
+
+TEST_F(DictionaryTest, NumbersAreKeysByTheirValueAndNotByTheirText) {
+  let(d_, "", {Value::integer(1), t("one")});
+  EXPECT_EQ(text_of(get(d_, "", {Value::real(1.0)})), "one");
+  EXPECT_FALSE(get(d_, "Exists", {t("1")}).as_boolean());
+}
+
+TEST_F(DictionaryTest, LetterCaseCountsUnlessCompareModeSaysOtherwise) {
+  let(d_, "", {t("A"), t("1")});
+  EXPECT_FALSE(get(d_, "Exists", {t("a")}).as_boolean());
+  EXPECT_EQ(error_number([&] { let(d_, "CompareMode", {Value::integer(1)}); }), 5);
+  get(d_, "RemoveAll");
+  let(d_, "CompareMode", {Value::integer(1)});
+  let(d_, "", {t("A"), t("1")});
+  EXPECT_TRUE(get(d_, "Exists", {t("a")}).as_boolean());
+}
+
+TEST_F(DictionaryTest, AKeyCanBeRenamedInItsPlace) {
+  let(d_, "", {t("a"), t("1")});
+  let(d_, "", {t("b"), t("2")});
+  let(d_, "Key", {t("a"), t("c")});
+  EXPECT_EQ(walked(d_), "c,b");
+  EXPECT_EQ(error_number([&] { let(d_, "Key", {t("c"), t("b")}); }), 457);
+  EXPECT_EQ(error_number([&] { let(d_, "Key", {t("x"), t("y")}); }), 32811);
+}
+
+TEST_F(DictionaryTest, RemovingWhatIsNotThereIsAnError) {
+  EXPECT_EQ(error_number([&] { get(d_, "Remove", {t("x")}); }), 32811);
+}
+
+}  // namespace
+}  // namespace rk::pagehost
