@@ -208,7 +208,7 @@ void PagedRecordset::move_next() {
     case Place::Past:
       raise(errors::kNoCurrentRecord);
   }
-  resolve();
+  // Whether a row follows is looked at when it is asked for: a page that showed its rows does not.
 }
 
 void PagedRecordset::move_previous() {
