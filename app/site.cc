@@ -1,0 +1,236 @@
+#include "app/site.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "adapters/codepage/code_pages.h"
+#include "adapters/posix/clock.h"
+#include "adapters/posix/files.h"
+#include "adapters/posix/random.h"
+#include "adapters/sqlite/engine.h"
+#include "app/program.h"
+#include "classes/program_ids.h"
+#include "pagehost/components/components.h"
+#include "platform/page.h"
+#include "value/conversions.h"
+#include "value/text.h"
+
+namespace rk::app {
+namespace {
+
+constexpr std::string_view kStorefrontClass = "Rkclient.SiteMain";
+
+class PosixSiteFile final : public http::SiteFile {
+ public:
+  explicit PosixSiteFile(posix::OpenedFile file) : file_(std::move(file)) {}
+  const platform::FileStamp& stamp() const override { return file_.stamp; }
+  std::size_t read_at(std::uint64_t offset, char* bytes, std::size_t count) override {
+    const ssize_t read =
+        ::pread(file_.descriptor.number(), bytes, count, static_cast<off_t>(offset));
+    return read > 0 ? static_cast<std::size_t>(read) : 0;
+  }
+
+ private:
+  posix::OpenedFile file_;
+};
+
+class PosixSiteFiles final : public http::SiteFiles {
+ public:
+  explicit PosixSiteFiles(const posix::PosixFiles& files) : files_(files) {}
+  std::unique_ptr<http::SiteFile> open(std::string_view path) const override {
+    std::optional<posix::OpenedFile> file = files_.open(path);
+    return file ? std::make_unique<PosixSiteFile>(std::move(*file)) : nullptr;
+  }
+
+ private:
+  const posix::PosixFiles& files_;
+};
+
+std::vector<std::string> roots_of(const SiteOptions& options) {
+  std::vector<std::string> roots{options.folder};
+  const std::vector<std::string>& folders = options.settings.data.folders;
+  roots.insert(roots.end(), folders.begin(), folders.end());
+  return roots;
+}
+
+posix::TextDecoding decoding_of(const SiteOptions& options, pagehost::Log& log) {
+  posix::TextDecoding decoding;
+  decoding.code_page = options.settings.text.template_codepage;
+  decoding.ansi = options.settings.text.ansi_codepage;
+  const std::string site = options.folder;
+  decoding.on_bad_bytes = [site, &log](const std::string& path, std::size_t line) {
+    const bool inside = path.starts_with(site + "/");
+    log.error((inside ? path.substr(site.size()) : path) + ":" + std::to_string(line) +
+              ": bytes that the template's code page does not have");
+  };
+  return decoding;
+}
+
+sqlite::EngineSettings engine_settings(const SiteOptions& options) {
+  sqlite::EngineSettings settings;
+  settings.site_folder = options.folder;
+  settings.data_folders = options.settings.data.folders;
+  settings.busy = std::chrono::milliseconds(options.settings.data.busy_ms);
+  return settings;
+}
+
+pagehost::ShowErrors viewers(ErrorViewers who) {
+  switch (who) {
+    case ErrorViewers::All:
+      return pagehost::ShowErrors::All;
+    case ErrorViewers::None:
+      return pagehost::ShowErrors::None;
+    case ErrorViewers::Local:
+      break;
+  }
+  return pagehost::ShowErrors::Local;
+}
+
+pagehost::PageHostOptions host_options(const SiteOptions& given) {
+  const Settings& settings = given.settings;
+  pagehost::PageHostOptions options;
+  options.site_root = given.folder;
+  options.page_time = std::chrono::seconds(settings.server.page_seconds);
+  options.page_code_page = settings.text.page_codepage;
+  options.ansi_code_page = settings.text.ansi_codepage;
+  options.show_errors = viewers(settings.server.show_errors);
+  options.session_samesite = settings.server.session_samesite;
+  options.not_found = settings.server.not_found;
+  options.server_software = "Rkclient/" + given.version;
+  return options;
+}
+
+}  // namespace
+
+std::string site_folder(const std::string& given) {
+  std::error_code error;
+  const std::filesystem::path folder = std::filesystem::canonical(given, error);
+  if (error || !std::filesystem::is_directory(folder, error)) {
+    throw CommandFailure(given + " is not a folder");
+  }
+  return folder.string();
+}
+
+struct Site::Parts {
+  Parts(SiteOptions given, pagehost::Log& log_given)
+      : options(std::move(given)),
+        log(log_given),
+        files(roots_of(options), code_pages, decoding_of(options, log)),
+        site_files(files),
+        engine(engine_settings(options), files, clock),
+        owners(log) {
+    add_programs();
+    host = std::make_unique<pagehost::PageHost>(host_options(options), host_parts());
+  }
+
+  void add_programs();
+  pagehost::PageHostParts host_parts();
+  std::shared_ptr<platform::Database> make_database(
+      const std::shared_ptr<const pagehost::PageWatch>& watch);
+  void note_host(pagehost::PageServices& page);
+
+  SiteOptions options;
+  pagehost::Log& log;
+  codepage::IcuCodePages code_pages;
+  posix::PosixClock clock;
+  posix::SystemRandom random;
+  posix::PosixFiles files;
+  PosixSiteFiles site_files;
+  sqlite::Engine engine;
+  HostOwners owners;
+  pagehost::Programs programs;
+  std::unique_ptr<pagehost::PageHost> host;
+};
+
+void Site::Parts::add_programs() {
+  pagehost::add_components(programs);
+  const classes::Equipment equipment{clock, random};
+  for (const classes::ProgramId& id : classes::program_ids()) {
+    const bool watched =
+        options.name_unowned_hosts && equal_ignoring_case(id.name, kStorefrontClass);
+    programs.add(id.name, [this, equipment, make = id.make, watched](pagehost::PageServices& page) {
+      if (watched) note_host(page);
+      return make(equipment);
+    });
+  }
+}
+
+void Site::Parts::note_host(pagehost::PageServices& page) {
+  const Ref<platform::ScriptingContext> context = page.context();
+  const Text name = joined_text(context->request()->server_variable("HTTP_HOST"));
+  const Text connection = joined_text(context->application()->value("Rk_ConnStr"));
+  if (!name.empty()) owners.note(name.view(), *page.database(), connection.view());
+}
+
+std::shared_ptr<platform::Database> Site::Parts::make_database(
+    const std::shared_ptr<const pagehost::PageWatch>& watch) {
+  sqlite::PageHooks hooks;
+  hooks.limits.expired = [watch] { return watch->over(); };
+  hooks.limits.end = [watch] { watch->check(); };
+  if (options.trace) {
+    hooks.trace = options.trace;
+    hooks.place = [watch] { return watch->place(); };
+  }
+  return engine.page(std::move(hooks));
+}
+
+pagehost::PageHostParts Site::Parts::host_parts() {
+  pagehost::PageHostParts parts;
+  parts.files = &files;
+  parts.code_pages = &code_pages;
+  parts.clock = &clock;
+  parts.random = &random;
+  parts.programs = &programs;
+  parts.log = &log;
+  parts.make_database = [this](const std::shared_ptr<const pagehost::PageWatch>& watch) {
+    return make_database(watch);
+  };
+  return parts;
+}
+
+Site::Site(SiteOptions options, pagehost::Log& log) {
+  const std::string& zone = options.settings.server.timezone;
+  if (!zone.empty() && !posix::choose_time_zone(zone)) {
+    throw CommandFailure("time zone \"" + zone + "\" is not known to this system");
+  }
+  parts_ = std::make_unique<Parts>(std::move(options), log);
+}
+
+Site::~Site() = default;
+
+const std::string& Site::folder() const {
+  return parts_->options.folder;
+}
+const Settings& Site::settings() const {
+  return parts_->options.settings;
+}
+pagehost::PageHost& Site::pages() {
+  return *parts_->host;
+}
+const platform::Files& Site::files() const {
+  return parts_->files;
+}
+const http::SiteFiles& Site::site_files() const {
+  return parts_->site_files;
+}
+const platform::CodePages& Site::code_pages() const {
+  return parts_->code_pages;
+}
+
+std::vector<std::string> Site::hidden_folders() const {
+  std::vector<std::string> hidden{"/log", "/data"};
+  std::vector<std::string> folders = settings().data.folders;
+  folders.push_back(settings().log.folder);
+  for (const std::string& named : folders) {
+    std::error_code error;
+    const std::string real = std::filesystem::weakly_canonical(named, error).string();
+    if (!error && real.starts_with(folder() + "/")) {
+      hidden.push_back(lowered_ascii(real.substr(folder().size())));
+    }
+  }
+  return hidden;
+}
+
+}  // namespace rk::app
