@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "jetsql/parser.h"
-#include "jetsql/syntax.h"
+#include "jetsql/statement.h"
 #include "jetsql/token_stream.h"
 
 namespace rk::jetsql {
@@ -50,7 +50,7 @@ class Grammar {
   Expression* is_null(Expression* left);
   Expression* binary(Operator op, Expression* left, Expression* right);
   Expression* node(Expression::Kind kind, std::uint32_t begin);
-  Expression* finished(Expression* node);
+  Expression* finished(Expression* made);
   bool at_select() const;
 
   // grammar_selects.cc

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string_view>
 
-#include "jetsql/syntax.h"
+#include "jetsql/statement.h"
 
 namespace rk::jetsql {
 

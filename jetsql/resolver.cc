@@ -16,10 +16,6 @@ std::string row_id_name(const Table& table) {
   return "";
 }
 
-bool same_name(std::string_view a, std::string_view b) {
-  return same_letters(a, b);
-}
-
 }  // namespace
 
 void Resolver::fail(long number, std::string_view text, std::size_t position) const {
@@ -109,7 +105,7 @@ void Resolver::bind(Source& source, Scope& scope) {
   source.binding = &made;
   if (made.name.empty()) return;
   for (const Binding& other : scope.bindings) {
-    if (&other != &made && same_name(other.name, made.name)) {
+    if (&other != &made && same_letters(other.name, made.name)) {
       fail(kSyntaxError, "Syntax error in FROM clause: '" + made.name + "' stands there twice.",
            source.begin);
     }
@@ -170,7 +166,7 @@ void Resolver::resolve_outputs(Select& select, Scope& scope) {
 void Resolver::open_star(const Expression& star, Scope& scope) {
   bool found = false;
   for (const Binding& binding : scope.bindings) {
-    if (!star.qualifier.empty() && !same_name(binding.name, star.qualifier)) continue;
+    if (!star.qualifier.empty() && !same_letters(binding.name, star.qualifier)) continue;
     found = true;
     for (const Column& column : binding.table->columns) {
       scope.outputs.push_back({nullptr, &binding, &column, "", column.type});
@@ -196,7 +192,7 @@ void Resolver::name_outputs(Scope& scope) {
     if (scope.bindings.size() < 2) continue;
     for (const ResolvedOutput& other : scope.outputs) {
       if (other.column == nullptr || other.binding == output.binding) continue;
-      if (!same_name(other.column->name, output.column->name)) continue;
+      if (!same_letters(other.column->name, output.column->name)) continue;
       output.name = output.binding->name + "." + output.column->name;
       break;
     }
@@ -228,9 +224,9 @@ void Resolver::resolve_union_order(Select& select) {
     const std::vector<ResolvedOutput>& outputs = select.scope->outputs;
     if (value.kind == Expression::Kind::Column) {
       for (std::size_t i = 0; i < outputs.size(); ++i) {
-        const bool named = same_name(outputs[i].name, value.name);
+        const bool named = same_letters(outputs[i].name, value.name);
         const bool column =
-            outputs[i].column != nullptr && same_name(outputs[i].column->name, value.name);
+            outputs[i].column != nullptr && same_letters(outputs[i].column->name, value.name);
         if (!named && !column) continue;
         value.kind = Expression::Kind::Literal;
         value.literal.kind = Literal::Kind::Integer;
@@ -303,285 +299,6 @@ void Resolver::check_distinct_order(const Select& select, const Scope& scope) co
       fail(kSyntaxError, "ORDER BY clause (" + text + ") conflicts with DISTINCT.", value.begin);
     }
   }
-}
-
-Type Resolver::resolve(Expression& e, Scope& scope) {
-  if (e.resolved) return e.type;
-  if (e.resolving) {
-    fail(kSyntaxError, "Circular reference caused by alias '" + e.name + "'.", e.begin);
-  }
-  e.resolving = true;
-  switch (e.kind) {
-    case Expression::Kind::Literal:
-      switch (e.literal.kind) {
-        case Literal::Kind::Text:
-          e.type = Type::Text;
-          break;
-        case Literal::Kind::Integer:
-          e.type = Type::Integer;
-          break;
-        case Literal::Kind::Double:
-          e.type = Type::Double;
-          break;
-        case Literal::Kind::Date:
-          e.type = Type::Date;
-          break;
-        default:
-          break;
-      }
-      break;
-    case Expression::Kind::Constant:
-      if (e.name != "null") e.type = Type::Boolean;
-      break;
-    case Expression::Kind::Column:
-      e.type = resolve_column(e, scope);
-      break;
-    case Expression::Kind::Identity:
-      e.type = Type::Integer;
-      break;
-    case Expression::Kind::Unary: {
-      const Type operand = resolve(*e.operands[0], scope);
-      if (e.op == Operator::Not) {
-        e.type = Type::Boolean;
-      } else {
-        e.type = operand == Type::Boolean ? Type::Integer
-                 : is_number(operand)     ? operand
-                                          : Type::Double;
-      }
-      break;
-    }
-    case Expression::Kind::Binary:
-      e.type = resolve_binary(e, scope);
-      break;
-    case Expression::Kind::IsNull:
-    case Expression::Kind::Between:
-    case Expression::Kind::In:
-    case Expression::Kind::Exists:
-    case Expression::Kind::Subselect:
-      e.type = resolve_subselect(e, scope);
-      break;
-    case Expression::Kind::Call:
-      e.type = resolve_call(e, scope);
-      break;
-    case Expression::Kind::Question:
-      break;
-    case Expression::Kind::Star:
-      fail(kSyntaxError, "Syntax error: '*' is no value.", e.begin);
-  }
-  weigh(e);
-  e.resolving = false;
-  e.resolved = true;
-  return e.type;
-}
-
-void Resolver::weigh(Expression& e) const {
-  const auto add = [&](const Expression& inner) {
-    e.weight += inner.weight;
-    e.aggregated = e.aggregated || inner.aggregated;
-    if (e.weight > kMaxWeight) fail(kSyntaxError, "Query is too complex.", e.begin);
-  };
-  e.aggregated = e.built_in != nullptr && e.built_in->aggregate();
-  for (const Expression* operand : e.operands) add(*operand);
-  if (e.stands_for != nullptr) add(*e.stands_for);
-}
-
-Type Resolver::resolve_subselect(Expression& e, Scope& scope) {
-  for (Expression* operand : e.operands) resolve(*operand, scope);
-  if (e.select == nullptr) return Type::Boolean;
-  resolve_query(*e.select, &scope);
-  if (e.kind == Expression::Kind::Exists) return Type::Boolean;
-  if (e.select->scope->outputs.size() != 1) {
-    fail(kSyntaxError,
-         "You have written a subquery that can return more than one field without using the EXISTS "
-         "reserved word in the main query's FROM clause.",
-         e.begin);
-  }
-  if (e.kind == Expression::Kind::In) return Type::Boolean;
-  return e.select->scope->outputs[0].type;
-}
-
-bool Resolver::find_column(Expression& e, const Scope& scope) const {
-  for (const Binding& binding : scope.bindings) {
-    if (!e.qualifier.empty() && !same_name(binding.name, e.qualifier)) continue;
-    const Column* column = binding.table->column(e.name);
-    if (column == nullptr) continue;
-    if (e.column != nullptr) {
-      fail(kSyntaxError,
-           "The specified field '" + e.name +
-               "' could refer to more than one table listed in the FROM clause of your SQL "
-               "statement.",
-           e.begin);
-    }
-    e.binding = &binding;
-    e.column = column;
-  }
-  return e.column != nullptr;
-}
-
-bool Resolver::find_output(Expression& e, Scope& scope) {
-  if (!scope.sees_outputs || !e.qualifier.empty() || scope.select == nullptr) return false;
-  for (const Output& output : scope.select->outputs) {
-    if (output.alias.empty() || !same_name(output.alias, e.name)) continue;
-    resolve(*output.value, scope);
-    e.stands_for = output.value;
-    return true;
-  }
-  return false;
-}
-
-Type Resolver::resolve_column(Expression& e, Scope& scope) {
-  if (find_column(e, scope)) return e.column->type;
-  if (find_output(e, scope)) return e.stands_for->type;
-  for (const Scope* outer = scope.outer; outer != nullptr; outer = outer->outer) {
-    if (find_column(e, *outer)) return e.column->type;
-  }
-  const bool yes = same_letters(e.name, "yes") || same_letters(e.name, "on");
-  const bool no = same_letters(e.name, "no") || same_letters(e.name, "off");
-  if (!e.qualifier.empty() || !(yes || no)) {
-    missing_value(e.qualifier.empty() ? e.name : e.qualifier + "." + e.name, e.begin);
-  }
-  e.kind = Expression::Kind::Constant;
-  e.name = yes ? "true" : "false";
-  return Type::Boolean;
-}
-
-namespace {
-
-Type number_type(Type a, Type b) {
-  if (!is_number(a) || !is_number(b)) return Type::Unknown;
-  if (a == Type::Double || b == Type::Double) return Type::Double;
-  if (a == Type::Currency || b == Type::Currency) return Type::Currency;
-  return Type::Integer;
-}
-
-Type sum_type(Operator op, Type a, Type b) {
-  if (a == Type::Boolean) a = Type::Integer;
-  if (b == Type::Boolean) b = Type::Integer;
-  if (op == Operator::Add && a == Type::Text && b == Type::Text) return Type::Text;
-  if (a == Type::Date && b == Type::Date) return op == Operator::Add ? Type::Date : Type::Double;
-  if (a == Type::Date && is_number(b)) return Type::Date;
-  if (b == Type::Date && is_number(a)) return Type::Date;
-  if (op == Operator::Subtract && number_type(a, b) == Type::Unknown) return Type::Double;
-  return number_type(a, b);
-}
-
-}  // namespace
-
-Type Resolver::resolve_binary(Expression& e, Scope& scope) {
-  const Type a = resolve(*e.operands[0], scope);
-  const Type b = resolve(*e.operands[1], scope);
-  switch (e.op) {
-    case Operator::Join:
-      return Type::Text;
-    case Operator::Add:
-    case Operator::Subtract:
-      return sum_type(e.op, a, b);
-    case Operator::Multiply: {
-      const Type product = number_type(a == Type::Boolean ? Type::Integer : a,
-                                       b == Type::Boolean ? Type::Integer : b);
-      return product == Type::Unknown ? Type::Double : product;
-    }
-    case Operator::Divide:
-    case Operator::Power:
-      return Type::Double;
-    case Operator::Modulo:
-    case Operator::IntegerDivide:
-      return Type::Integer;
-    default:
-      return Type::Boolean;
-  }
-}
-
-Type Resolver::resolve_call(Expression& e, Scope& scope) {
-  e.built_in = built_in(e.name);
-  if (e.built_in == nullptr) {
-    fail(kSyntaxError, "Undefined function '" + e.name + "' in expression.", e.begin);
-  }
-  const auto count = static_cast<int>(e.operands.size()) + (e.star ? 1 : 0);
-  const bool pairs = e.built_in->form != BuiltIn::Form::Switch || count % 2 == 0;
-  const bool star = !e.star || e.built_in->form == BuiltIn::Form::Count;
-  if (count < e.built_in->least || count > e.built_in->most || !pairs || !star) {
-    fail(kSyntaxError,
-         "Wrong number of arguments used with function '" + e.name + "' in query expression.",
-         e.begin);
-  }
-  const bool allowed = scope.aggregates;
-  if (e.built_in->aggregate()) {
-    if (!allowed)
-      fail(kSyntaxError, "Cannot have aggregate function '" + e.name + "' here.", e.begin);
-    scope.aggregates = false;
-  }
-  for (Expression* operand : e.operands) resolve(*operand, scope);
-  scope.aggregates = allowed;
-  return call_type(e);
-}
-
-Type Resolver::call_type(const Expression& e) const {
-  const BuiltIn& called = *e.built_in;
-  if (called.type != Type::Unknown || e.operands.empty()) return called.type;
-  const Type first = e.operands[0]->type;
-  switch (called.form) {
-    case BuiltIn::Form::IIf:
-      return common_type(e.operands[1]->type, e.operands[2]->type);
-    case BuiltIn::Form::Nz:
-      return e.operands.size() > 1 ? common_type(first, e.operands[1]->type) : first;
-    case BuiltIn::Form::Switch:
-    case BuiltIn::Form::Choose: {
-      const std::size_t step = called.form == BuiltIn::Form::Switch ? 2 : 1;
-      Type common = e.operands[1]->type;
-      for (std::size_t i = 1; i < e.operands.size(); i += step) {
-        common = common_type(common, e.operands[i]->type);
-      }
-      return common;
-    }
-    default:
-      break;
-  }
-  // Abs, Int, Fix, Round, Sum, Min, Max, First, Last: the type of what they are given, but that a
-  // True that is counted with is a number.
-  const bool number = called.form == BuiltIn::Form::Plain || called.target == "sum";
-  if (first == Type::Boolean) return Type::Integer;
-  if (number && !is_number(first)) return first == Type::Unknown ? Type::Unknown : Type::Double;
-  return first;
-}
-
-bool is_number(Type type) {
-  return type == Type::Integer || type == Type::Double || type == Type::Currency;
-}
-
-Type common_type(Type a, Type b) {
-  if (a == b) return a;
-  if (a == Type::Boolean && is_number(b)) return b;
-  if (b == Type::Boolean && is_number(a)) return a;
-  return number_type(a, b);
-}
-
-bool same_expression(const Expression& a, const Expression& b) {
-  if (&a == &b) return true;
-  if (a.kind != b.kind || a.op != b.op || a.negated != b.negated || a.star != b.star) return false;
-  if (a.select != nullptr || b.select != nullptr) return false;
-  if (a.operands.size() != b.operands.size()) return false;
-  switch (a.kind) {
-    case Expression::Kind::Column:
-      return a.column == b.column && a.binding == b.binding && a.stands_for == b.stands_for;
-    case Expression::Kind::Literal:
-      if (a.literal.kind != b.literal.kind) return false;
-      // A literal that became a parameter has another value in the next text of its key.
-      if (a.parameter >= 0 || b.parameter >= 0) break;
-      if (a.literal.text != b.literal.text || a.literal.integer != b.literal.integer ||
-          a.literal.number != b.literal.number) {
-        return false;
-      }
-      break;
-    case Expression::Kind::Question:
-      return false;
-    default:
-      if (!same_letters(a.name, b.name)) return false;
-  }
-  for (std::size_t i = 0; i < a.operands.size(); ++i) {
-    if (!same_expression(*a.operands[i], *b.operands[i])) return false;
-  }
-  return true;
 }
 
 }  // namespace rk::jetsql

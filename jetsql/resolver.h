@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "jetsql/syntax.h"
+#include "jetsql/statement.h"
 
 namespace rk::jetsql {
 
@@ -51,7 +51,7 @@ class Resolver {
   // Of the whole query with its unions; `outer` for what it may refer to outside.
   void resolve_query(Select& select, const Scope* outer);
   void resolve_sources(std::vector<Source*>& sources, Scope& scope);
-  Type resolve(Expression& expression, Scope& scope);
+  Type resolve(Expression& e, Scope& scope);
   Scope* make_scope(const Scope* outer);
   // Raises kNoSuchTable.
   const Table& table(std::string_view name, std::size_t position) const;
@@ -71,17 +71,18 @@ class Resolver {
   void resolve_order(Select& select, Scope& scope);
   void resolve_union_order(Select& select);
   void check_grouping(const Select& select, const Scope& scope) const;
-  bool is_grouped(const Expression& expression, const Select& select, const Scope& scope) const;
+  bool is_grouped(const Expression& e, const Select& select, const Scope& scope) const;
   void check_distinct_order(const Select& select, const Scope& scope) const;
 
-  void weigh(Expression& expression) const;
-  Type resolve_column(Expression& column, Scope& scope);
-  bool find_column(Expression& column, const Scope& scope) const;
-  bool find_output(Expression& column, Scope& scope);
-  Type resolve_binary(Expression& expression, Scope& scope);
-  Type resolve_call(Expression& call, Scope& scope);
-  Type call_type(const Expression& call) const;
-  Type resolve_subselect(Expression& expression, Scope& scope);
+  void weigh(Expression& e) const;
+  Type resolve_column(Expression& e, Scope& scope);
+  bool find_column(Expression& e, const Scope& scope) const;
+  bool find_output(Expression& e, Scope& scope);
+  Type resolve_binary(Expression& e, Scope& scope);
+  Type resolve_call(Expression& e, Scope& scope);
+  Type call_type(const Expression& e) const;
+  Type resolve_subselect(Expression& e, Scope& scope);
+  Type type_of(Expression& e, Scope& scope);
 
   std::string_view sql_;
   const Schema& schema_;

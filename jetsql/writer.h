@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "jetsql/resolver.h"
+#include "jetsql/statement.h"
 #include "jetsql/translate.h"
 
 namespace rk::jetsql {
@@ -94,7 +95,7 @@ class Writer {
   std::string limit(const Select& select, const std::string& counted) const;
   void select_statement(Select& select);
   void describe(const Select& select);
-  void count(const Select& select, const SelectPieces& pieces);
+  void count(const Select& select, const SelectPieces& made);
   void window();
   void select_into(Select& select);
 
@@ -102,7 +103,7 @@ class Writer {
   void from(const std::vector<Source*>& sources, std::string& out);
   void source(const Source& source, std::string& out);
   void operand(const Source& source, std::string& out);
-  void where(const Expression* condition, std::string& out);
+  void where(const Expression* e, std::string& out);
   void condition(const Expression& e, std::string& out);
   // The tables of a From whose rows have numbers that a text can ask for, in the order in which
   // rows come.
