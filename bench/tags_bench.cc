@@ -1,6 +1,7 @@
 // Set_Tags beside the least that the work can cost: memmem for the places, memcpy for the bytes.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -56,7 +57,7 @@ void set_tags_floor(benchmark::State& state) {
       out += content.size();
       from = place + tag.size();
     }
-    std::memcpy(out, file.data() + from, file.size() - from);
+    std::copy(file.begin() + static_cast<std::ptrdiff_t>(from), file.end(), out);
     benchmark::DoNotOptimize(result.get());
     benchmark::ClobberMemory();
   }

@@ -46,7 +46,7 @@ std::string my_sql_name_sql(std::string_view id) {
 // The only field of the row that must be there; 3021 where it is not.
 Value looked_up(Connection& db, std::string sql) {
   const auto rows = db.execute(std::move(sql));
-  const Value value = rows->field(std::size_t{0});
+  Value value = rows->field(std::size_t{0});
   rows->close();
   return value;
 }
@@ -66,7 +66,7 @@ std::string price_text(const Value& price, const Value& mon_price, bool monthly)
 Offer offer_of(Connection& db, std::string_view agent_user, Recordset& plan) {
   // QUIRK: an agent's monthly price shows where the master has one, whatever the agent's is.
   const bool monthly = above(plan.field("MonPrice"), 0);
-  const Offer master{plan.field("HostName"),
+  Offer master{plan.field("HostName"),
                      price_text(plan.field("Price"), plan.field("MonPrice"), monthly)};
   if (agent_user.empty()) return master;
   const auto own = row_if_any(db, host_price_sql(agent_user, joined(plan.field("Id"), "")));
@@ -104,7 +104,7 @@ Value free_databases(Connection& db, Recordset& plan) {
   const Value my_sql_id = plan.field("freeMySql");
   if (differs_from(sql_id, 0)) names = looked_up(db, sql_name_sql(joined(sql_id, "")));
   if (!differs_from(my_sql_id, 0)) return names;
-  const Value my_sql = looked_up(db, my_sql_name_sql(joined(my_sql_id, "")));
+  Value my_sql = looked_up(db, my_sql_name_sql(joined(my_sql_id, "")));
   if (names.is_null() || equals(names, "无")) return my_sql;
   return Value::text(joined(names, "/").append(joined(my_sql, "")));
 }
