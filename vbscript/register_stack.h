@@ -22,6 +22,7 @@ class RegisterStack {
     return first;
   }
   void give_back(Value* first, std::size_t count) noexcept {
+    if (count == 0) return;  // a frame without registers may have found no chunk at all
     // From the last to the first would hide the order in which a page declared its variables.
     for (std::size_t i = 0; i < count; ++i) first[i] = Value();
     next_ -= count;

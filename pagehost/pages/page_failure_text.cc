@@ -27,7 +27,9 @@ std::string error_number_text(std::int32_t number) {
 
 std::string failure_page(const PageFailure& failure, std::string_view source) {
   std::string out = "<html><head><title>500 Internal Server Error</title></head><body>\n<p>";
-  out += html_encoded(source) + " error '" + error_number_text(failure.number) + "'</p>\n<p>";
+  const std::string_view word = source.ends_with("error") ? "" : " error";
+  out += html_encoded(source) + std::string(word) + " '" + error_number_text(failure.number) +
+         "'</p>\n<p>";
   out += html_encoded(failure.text) + "</p>\n<p>" + html_encoded(failure.path);
   if (failure.line > 0) out += ", line " + std::to_string(failure.line);
   return out + "</p>\n</body></html>\n";

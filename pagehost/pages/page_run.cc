@@ -24,6 +24,10 @@ std::uintptr_t stack_floor() {
   return floor;
 }
 
+PageFailure failure_of(const vbscript::RuntimeError& error) {
+  return {error.number(), error.text(), error.path(), error.line(), ""};
+}
+
 std::string_view words_of(platform::PageEnd::Reason reason) {
   return reason == platform::PageEnd::Reason::OutOfMemory ? errors::kOutOfMemory.text
                                                           : "Script timed out";
@@ -97,11 +101,9 @@ void PageRun::guarded(const std::function<void()>& work) {
     if (end.reason == platform::PageEnd::Reason::Ended) return;
     fail_at_place(kHostError, std::string(words_of(end.reason)));
   } catch (const vbscript::RuntimeError& error) {
+    // Of pages inside one another the innermost one is the one to name.
     const bool inner = inner_failure_ && inner_failure_->number == error.number();
-    PageFailure failure =
-        inner ? std::move(*inner_failure_)
-              : PageFailure{error.number(), error.text(), error.path(), error.line(), ""};
-    fail(std::move(failure),
+    fail(inner ? std::move(*inner_failure_) : failure_of(error),
          error.source().empty() ? vbscript::kRuntimeSource : std::string_view(error.source()));
   } catch (const ScriptError& error) {
     fail_at_place(error.number(), error.description());
@@ -131,19 +133,21 @@ void PageRun::run_procedure(std::string_view procedure) {
 
 void PageRun::in_script(const CompiledPage& page,
                         const std::function<void(vbscript::Interpreter&)>& work) {
-  vbscript::Interpreter script(page.program, *this);
-  running_.push_back({&page, &script});
-  const std::size_t depth = running_.size();
+  // The script asks for its names while it is made.
+  running_.push_back({&page, nullptr});
   try {
-    work(script);
-  } catch (const vbscript::RuntimeError& error) {
-    if (depth > 1) {
-      inner_failure_ = PageFailure{error.number(), error.text(), error.path(), error.line(), ""};
+    vbscript::Interpreter script(page.program, *this);
+    running_.back().script = &script;
+    try {
+      work(script);
+    } catch (const vbscript::RuntimeError& error) {  // passed on: the page around may trap it
+      if (running_.size() > 1) inner_failure_ = failure_of(error);
+      throw;
+    } catch (...) {  // passed on; the script still knows where it stood
+      if (failed_place_.empty()) failed_place_ = place();
+      throw;
     }
-    running_.pop_back();
-    throw;
-  } catch (...) {  // passed on; only the place is kept
-    if (failed_place_.empty()) failed_place_ = place();
+  } catch (...) {  // passed on
     running_.pop_back();
     throw;
   }

@@ -105,8 +105,8 @@ class PageRun final : public vbscript::Host, public PageServices, public Session
   Ref<platform::ScriptingContext> context_;
   vbscript::Services services_;
   std::vector<Running> running_;
-  std::string failed_place_;  // of the script that failed innermost
-  std::optional<PageFailure> inner_failure_;
+  std::string failed_place_;                   // where the page was when it was ended
+  std::optional<PageFailure> inner_failure_;   // of the page that Server.Execute ran last
   std::map<std::string, Value> page_objects_;  // by lower-case id
   std::vector<Ref<Object>> to_end_;            // objects with OnEndPage
 };
