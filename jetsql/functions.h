@@ -31,7 +31,7 @@ struct Answer {
 // adapter keeps it and raises it from the statement's step.
 struct Function {
   const char* name;
-  int arity;  // number of arguments, -1: any number
+  int arity;  // number of arguments; -1: as many as the translator writes, which has counted them
   bool deterministic;
   void (*call)(std::span<const Argument> arguments, Answer& answer);
 };

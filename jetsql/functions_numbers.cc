@@ -1,5 +1,7 @@
 // Arithmetic, conversions and chance.
 #include <cmath>
+#include <cstdlib>
+#include <limits>
 
 #include "jetsql/arguments.h"
 #include "jetsql/days.h"
@@ -130,8 +132,10 @@ void power(Arguments a, Answer& answer) {
 
 void absolute(Arguments a, Answer& answer) {
   if (any_null(a)) return;
-  if (a[0].kind == Kind::Integer)
-    return answer_whole(answer, a[0].integer < 0 ? -a[0].integer : a[0].integer);
+  // The least whole number has no opposite among them.
+  if (a[0].kind == Kind::Integer && a[0].integer != std::numeric_limits<std::int64_t>::min()) {
+    return answer_whole(answer, std::abs(a[0].integer));
+  }
   answer_number(answer, std::fabs(number_argument(a[0])));
 }
 

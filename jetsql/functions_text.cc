@@ -61,7 +61,7 @@ void mid(Arguments a, Answer& answer) {
   std::string text = text_argument(a[0]);
   const std::int64_t count =
       a.size() > 2 ? whole_argument(a[2]) : static_cast<std::int64_t>(text.size());
-  if (a.size() > 3 || from < 1 || count < 0) invalid_argument();
+  if (from < 1 || count < 0) invalid_argument();
   answer_text(answer, cut(text, from - 1, count));
 }
 
