@@ -102,14 +102,18 @@ bool stays_single(const Number& a, const Number& b) {
   return (a.kind == Kind::Single || b.kind == Kind::Single) && narrow(a.kind) && narrow(b.kind);
 }
 
-bool either(const Number& a, const Number& b, Kind kind) { return a.kind == kind || b.kind == kind; }
+bool either(const Number& a, const Number& b, Kind kind) {
+  return a.kind == kind || b.kind == kind;
+}
 
 std::int64_t in_currency(const Number& n) {
   if (n.kind == Kind::Currency) return n.whole;
   return currency_result(n.real).as_currency();
 }
 
-bool any_null(const Value& a, const Value& b) { return a.is_null() || b.is_null(); }
+bool any_null(const Value& a, const Value& b) {
+  return a.is_null() || b.is_null();
+}
 
 Value sum(const Number& a, const Number& b, bool minus) {
   if (is_whole(a.kind) && is_whole(b.kind)) {
@@ -199,12 +203,15 @@ Value bitwise(const Value& a, const Value& b, Operation operation) {
 
 }  // namespace
 
-Value whole_number(std::int64_t number) { return fitted(number, Kind::Integer); }
+Value whole_number(std::int64_t number) {
+  return fitted(number, Kind::Integer);
+}
 
 Value add(const Value& a, const Value& b) {
   if (a.is_object() || b.is_object()) return add(plain_value(a), plain_value(b));
   if (any_null(a, b)) return Value::null();
-  const bool texts = (a.is_text() && (b.is_text() || b.is_empty())) || (a.is_empty() && b.is_text());
+  const bool texts =
+      (a.is_text() && (b.is_text() || b.is_empty())) || (a.is_empty() && b.is_text());
   if (texts) return concatenate(a, b);
   return sum(number_of(a), number_of(b), false);
 }

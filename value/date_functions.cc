@@ -24,9 +24,9 @@ struct IntervalName {
 };
 
 constexpr IntervalName kNames[] = {
-    {"yyyy", Interval::Year}, {"q", Interval::Quarter}, {"m", Interval::Month},
-    {"y", Interval::DayOfYear}, {"d", Interval::Day},   {"w", Interval::Weekday},
-    {"ww", Interval::Week},   {"h", Interval::Hour},    {"n", Interval::Minute},
+    {"yyyy", Interval::Year},   {"q", Interval::Quarter}, {"m", Interval::Month},
+    {"y", Interval::DayOfYear}, {"d", Interval::Day},     {"w", Interval::Weekday},
+    {"ww", Interval::Week},     {"h", Interval::Hour},    {"n", Interval::Minute},
     {"s", Interval::Second},
 };
 

@@ -39,16 +39,16 @@ struct CaseRange {
 // Latin, Greek, Cyrillic, Armenian and the wide Latin letters of East Asian texts; only letters
 // whose cases have the same length in UTF-8.
 constexpr CaseRange kRanges[] = {
-    {0x00C0, 0x00D6, 32, false},  {0x00D8, 0x00DE, 32, false},  {0x0100, 0x012E, 1, true},
-    {0x0132, 0x0136, 1, true},    {0x0139, 0x0147, 1, true},    {0x014A, 0x0176, 1, true},
+    {0x00C0, 0x00D6, 32, false},   {0x00D8, 0x00DE, 32, false}, {0x0100, 0x012E, 1, true},
+    {0x0132, 0x0136, 1, true},     {0x0139, 0x0147, 1, true},   {0x014A, 0x0176, 1, true},
     {0x0178, 0x0178, -121, false}, {0x0179, 0x017D, 1, true},   {0x01CD, 0x01DB, 1, true},
-    {0x01DE, 0x01EE, 1, true},    {0x01F8, 0x021E, 1, true},    {0x0222, 0x0232, 1, true},
-    {0x0386, 0x0386, 38, false},  {0x0388, 0x038A, 37, false},  {0x038C, 0x038C, 64, false},
-    {0x038E, 0x038F, 63, false},  {0x0391, 0x03A1, 32, false},  {0x03A3, 0x03AB, 32, false},
-    {0x03D8, 0x03EE, 1, true},    {0x0400, 0x040F, 80, false},  {0x0410, 0x042F, 32, false},
-    {0x0460, 0x0480, 1, true},    {0x048A, 0x04BE, 1, true},    {0x04C1, 0x04CD, 1, true},
-    {0x04D0, 0x052E, 1, true},    {0x0531, 0x0556, 48, false},  {0x1E00, 0x1E94, 1, true},
-    {0x1EA0, 0x1EFE, 1, true},    {0x2160, 0x216F, 16, false},  {0x24B6, 0x24CF, 26, false},
+    {0x01DE, 0x01EE, 1, true},     {0x01F8, 0x021E, 1, true},   {0x0222, 0x0232, 1, true},
+    {0x0386, 0x0386, 38, false},   {0x0388, 0x038A, 37, false}, {0x038C, 0x038C, 64, false},
+    {0x038E, 0x038F, 63, false},   {0x0391, 0x03A1, 32, false}, {0x03A3, 0x03AB, 32, false},
+    {0x03D8, 0x03EE, 1, true},     {0x0400, 0x040F, 80, false}, {0x0410, 0x042F, 32, false},
+    {0x0460, 0x0480, 1, true},     {0x048A, 0x04BE, 1, true},   {0x04C1, 0x04CD, 1, true},
+    {0x04D0, 0x052E, 1, true},     {0x0531, 0x0556, 48, false}, {0x1E00, 0x1E94, 1, true},
+    {0x1EA0, 0x1EFE, 1, true},     {0x2160, 0x216F, 16, false}, {0x24B6, 0x24CF, 26, false},
     {0xFF21, 0xFF3A, 32, false},
 };
 
@@ -97,12 +97,18 @@ std::string mapped(std::string_view utf8, ForAscii ascii, ForPoint point) {
   return out;
 }
 
-char ascii_upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+char ascii_upper(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
 
 }  // namespace
 
-std::string lower_case(std::string_view utf8) { return mapped(utf8, ascii_lower, lower_point); }
-std::string upper_case(std::string_view utf8) { return mapped(utf8, ascii_upper, upper_point); }
+std::string lower_case(std::string_view utf8) {
+  return mapped(utf8, ascii_lower, lower_point);
+}
+std::string upper_case(std::string_view utf8) {
+  return mapped(utf8, ascii_upper, upper_point);
+}
 
 std::string_view without_leading_blanks(std::string_view text) noexcept {
   const std::size_t first = text.find_first_not_of(' ');

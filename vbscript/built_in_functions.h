@@ -140,7 +140,9 @@ inline Letters letters_argument(Arguments arguments, std::size_t i) {
   return mode == 0 ? Letters::Exact : Letters::AnyCase;
 }
 // An object's default member, or the value itself.
-inline Value plain(const Value& value) { return value.is_object() ? plain_value(value) : value; }
+inline Value plain(const Value& value) {
+  return value.is_object() ? plain_value(value) : value;
+}
 
 }  // namespace functions
 }  // namespace rk::vbscript

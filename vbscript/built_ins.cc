@@ -126,9 +126,9 @@ constexpr BuiltIn kBuiltIns[] = {
 };
 
 bool below(std::string_view a, std::string_view b) {
-  return std::lexicographical_compare(
-      a.begin(), a.end(), b.begin(), b.end(),
-      [](char x, char y) { return ascii_lower(x) < ascii_lower(y); });
+  return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
+    return ascii_lower(x) < ascii_lower(y);
+  });
 }
 
 struct NumberConstant {
@@ -216,17 +216,17 @@ struct TextConstant {
 };
 
 constexpr TextConstant kTexts[] = {
-    {"vbCr", "\r"},   {"vbCrLf", "\r\n"},     {"vbFormFeed", "\f"},
-    {"vbLf", "\n"},   {"vbNewLine", "\r\n"},  {"vbNullChar", std::string_view("\0", 1)},
-    {"vbTab", "\t"},  {"vbVerticalTab", "\v"}, {"vbNullString", ""},
+    {"vbCr", "\r"},  {"vbCrLf", "\r\n"},      {"vbFormFeed", "\f"},
+    {"vbLf", "\n"},  {"vbNewLine", "\r\n"},   {"vbNullChar", std::string_view("\0", 1)},
+    {"vbTab", "\t"}, {"vbVerticalTab", "\v"}, {"vbNullString", ""},
 };
 
 std::unordered_map<std::string, Value> constants() {
   std::unordered_map<std::string, Value> all;
   for (const NumberConstant& c : kNumbers) {
     const bool narrow = c.value >= -32768 && c.value <= 32767;
-    all[lowered_ascii(c.name)] = narrow ? Value::integer(static_cast<std::int16_t>(c.value))
-                                        : Value::long_integer(c.value);
+    all[lowered_ascii(c.name)] =
+        narrow ? Value::integer(static_cast<std::int16_t>(c.value)) : Value::long_integer(c.value);
   }
   for (const TextConstant& c : kTexts) all[lowered_ascii(c.name)] = Value::text(c.value);
   for (const auto& [name, value] : all) value.share();
@@ -243,7 +243,9 @@ int find_built_in(std::string_view folded) {
   return static_cast<int>(at - std::begin(kBuiltIns));
 }
 
-const BuiltIn& built_in(int index) { return kBuiltIns[index]; }
+const BuiltIn& built_in(int index) {
+  return kBuiltIns[index];
+}
 
 const Value* find_built_in_constant(std::string_view folded) {
   static const std::unordered_map<std::string, Value> kAll = constants();

@@ -15,9 +15,9 @@ namespace rk::vbscript::functions {
 
 namespace {
 
-constexpr std::array<std::string_view, 12> kMonths{
-    "January", "February", "March",     "April",   "May",      "June",
-    "July",    "August",   "September", "October", "November", "December"};
+constexpr std::array<std::string_view, 12> kMonths{"January",   "February", "March",    "April",
+                                                   "May",       "June",     "July",     "August",
+                                                   "September", "October",  "November", "December"};
 constexpr std::array<std::string_view, 7> kWeekdays{"Sunday",   "Monday", "Tuesday", "Wednesday",
                                                     "Thursday", "Friday", "Saturday"};
 constexpr std::size_t kShortName = 3;
@@ -33,7 +33,7 @@ std::optional<double> days_of(const Value& argument) {
   return to_date(value);
 }
 
-Value part(Arguments arguments, int CalendarTime::* field) {
+Value part(Arguments arguments, int CalendarTime::*field) {
   const std::optional<double> days = days_of(*arguments[0]);
   if (!days) return Value::null();
   const CalendarTime time = calendar_time(*days);
@@ -83,8 +83,12 @@ std::string two_digits(int number) {
 Value now(Machine& machine, Arguments) {
   return Value::date(rk::date_value(calendar_time(now_of(machine))));
 }
-Value date(Machine& machine, Arguments) { return Value::date(day_alone(now_of(machine))); }
-Value time(Machine& machine, Arguments) { return Value::date(time_of_day(now_of(machine))); }
+Value date(Machine& machine, Arguments) {
+  return Value::date(day_alone(now_of(machine)));
+}
+Value time(Machine& machine, Arguments) {
+  return Value::date(time_of_day(now_of(machine)));
+}
 
 // Seconds since midnight.
 Value timer(Machine& machine, Arguments) {
@@ -93,12 +97,24 @@ Value timer(Machine& machine, Arguments) {
   return Value::single(static_cast<float>((days - std::floor(days)) * kSecondsOfDay));
 }
 
-Value year(Machine&, Arguments arguments) { return part(arguments, &CalendarTime::year); }
-Value month(Machine&, Arguments arguments) { return part(arguments, &CalendarTime::month); }
-Value day(Machine&, Arguments arguments) { return part(arguments, &CalendarTime::day); }
-Value hour(Machine&, Arguments arguments) { return part(arguments, &CalendarTime::hour); }
-Value minute(Machine&, Arguments arguments) { return part(arguments, &CalendarTime::minute); }
-Value second(Machine&, Arguments arguments) { return part(arguments, &CalendarTime::second); }
+Value year(Machine&, Arguments arguments) {
+  return part(arguments, &CalendarTime::year);
+}
+Value month(Machine&, Arguments arguments) {
+  return part(arguments, &CalendarTime::month);
+}
+Value day(Machine&, Arguments arguments) {
+  return part(arguments, &CalendarTime::day);
+}
+Value hour(Machine&, Arguments arguments) {
+  return part(arguments, &CalendarTime::hour);
+}
+Value minute(Machine&, Arguments arguments) {
+  return part(arguments, &CalendarTime::minute);
+}
+Value second(Machine&, Arguments arguments) {
+  return part(arguments, &CalendarTime::second);
+}
 
 Value weekday(Machine&, Arguments arguments) {
   const std::optional<double> days = days_of(*arguments[0]);
@@ -121,8 +137,7 @@ Value date_diff(Machine&, Arguments arguments) {
   const std::optional<double> to = days_of(*arguments[2]);
   if (!from || !to) return Value::null();
   first_week_argument(arguments, 4);
-  return Value::long_integer(
-      date_difference(interval, *from, *to, weekday_argument(arguments, 3)));
+  return Value::long_integer(date_difference(interval, *from, *to, weekday_argument(arguments, 3)));
 }
 
 Value date_part(Machine&, Arguments arguments) {
@@ -196,8 +211,7 @@ Value format_date_time(Machine&, Arguments arguments) {
     case 0:
       return Value::text(date_text(*days));
     case 1: {
-      const std::string_view weekday =
-          kWeekdays[static_cast<std::size_t>(weekday_of(*days)) - 1];
+      const std::string_view weekday = kWeekdays[static_cast<std::size_t>(weekday_of(*days)) - 1];
       std::string out(weekday);
       out += ", ";
       out += kMonths[static_cast<std::size_t>(at.month) - 1];
@@ -250,8 +264,7 @@ std::string fixed_digits(double number, int digits) {
   constexpr int kExactDigits = 15;
   std::array<char, 512> buffer;
   // The shortest decimal text decides what is a half, so that 1.005 rounds to 1.01.
-  const int whole_digits =
-      number < 1 ? 1 : static_cast<int>(std::floor(std::log10(number))) + 1;
+  const int whole_digits = number < 1 ? 1 : static_cast<int>(std::floor(std::log10(number))) + 1;
   const int exact = std::max(0, kExactDigits - whole_digits);
   if (digits >= exact) {
     std::snprintf(buffer.data(), buffer.size(), "%.*f", digits, number);

@@ -48,8 +48,12 @@ Value whole_of(const Value& value, double (*round_to)(double)) {
   }
 }
 
-double floor_of(double number) { return std::floor(number); }
-double truncate(double number) { return std::trunc(number); }
+double floor_of(double number) {
+  return std::floor(number);
+}
+double truncate(double number) {
+  return std::trunc(number);
+}
 
 std::string digits_of(std::uint32_t number, unsigned base) {
   std::string digits;
@@ -78,8 +82,12 @@ Value absolute(Machine&, Arguments arguments) {
   return to_double(number) < 0 ? negate(number) : number;
 }
 
-Value whole(Machine&, Arguments arguments) { return whole_of(*arguments[0], floor_of); }
-Value fix(Machine&, Arguments arguments) { return whole_of(*arguments[0], truncate); }
+Value whole(Machine&, Arguments arguments) {
+  return whole_of(*arguments[0], floor_of);
+}
+Value fix(Machine&, Arguments arguments) {
+  return whole_of(*arguments[0], truncate);
+}
 
 Value sign(Machine&, Arguments arguments) {
   const double number = to_double(*arguments[0]);
@@ -127,15 +135,25 @@ Value logarithm(Machine&, Arguments arguments) {
 Value exponential(Machine&, Arguments arguments) {
   return finite(std::exp(to_double(*arguments[0])));
 }
-Value sine(Machine&, Arguments arguments) { return finite(std::sin(to_double(*arguments[0]))); }
-Value cosine(Machine&, Arguments arguments) { return finite(std::cos(to_double(*arguments[0]))); }
-Value tangent(Machine&, Arguments arguments) { return finite(std::tan(to_double(*arguments[0]))); }
+Value sine(Machine&, Arguments arguments) {
+  return finite(std::sin(to_double(*arguments[0])));
+}
+Value cosine(Machine&, Arguments arguments) {
+  return finite(std::cos(to_double(*arguments[0])));
+}
+Value tangent(Machine&, Arguments arguments) {
+  return finite(std::tan(to_double(*arguments[0])));
+}
 Value arc_tangent(Machine&, Arguments arguments) {
   return Value::real(std::atan(to_double(*arguments[0])));
 }
 
-Value hex(Machine&, Arguments arguments) { return based_text(*arguments[0], 16); }
-Value octal(Machine&, Arguments arguments) { return based_text(*arguments[0], 8); }
+Value hex(Machine&, Arguments arguments) {
+  return based_text(*arguments[0], 16);
+}
+Value octal(Machine&, Arguments arguments) {
+  return based_text(*arguments[0], 8);
+}
 
 Value rgb(Machine&, Arguments arguments) {
   std::int32_t color = 0;
@@ -155,8 +173,8 @@ Value random(Machine& machine, Arguments arguments) {
 }
 
 Value randomize(Machine& machine, Arguments arguments) {
-  const double seed = given(arguments, 0) ? to_double(*arguments[0])
-                                          : to_double(timer(machine, {}));
+  const double seed =
+      given(arguments, 0) ? to_double(*arguments[0]) : to_double(timer(machine, {}));
   machine.random().randomize(seed);
   return Value();
 }

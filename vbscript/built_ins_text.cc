@@ -35,7 +35,9 @@ Value changed(Arguments arguments, Change change) {
   return Value::text(Text(change(to_text(value).view())));
 }
 
-Value position(std::size_t at) { return Value::long_integer(static_cast<std::int32_t>(at)); }
+Value position(std::size_t at) {
+  return Value::long_integer(static_cast<std::int32_t>(at));
+}
 
 }  // namespace
 
@@ -45,8 +47,12 @@ Value length(Machine&, Arguments arguments) {
   return position(to_text(value).length());
 }
 
-Value lower(Machine&, Arguments arguments) { return changed(arguments, lower_case); }
-Value upper(Machine&, Arguments arguments) { return changed(arguments, upper_case); }
+Value lower(Machine&, Arguments arguments) {
+  return changed(arguments, lower_case);
+}
+Value upper(Machine&, Arguments arguments) {
+  return changed(arguments, upper_case);
+}
 Value trim_left(Machine&, Arguments arguments) {
   return changed(arguments, without_leading_blanks);
 }
@@ -77,8 +83,8 @@ Value right(Machine&, Arguments arguments) {
 
 Value mid(Machine&, Arguments arguments) {
   const std::size_t start = start_argument(*arguments[1]);
-  const std::size_t count =
-      given(arguments, 2) ? length_argument(*arguments[2]) : std::numeric_limits<std::size_t>::max();
+  const std::size_t count = given(arguments, 2) ? length_argument(*arguments[2])
+                                                : std::numeric_limits<std::size_t>::max();
   if (arguments[0]->is_text()) return Value::text(arguments[0]->as_text().mid(start, count));
   const Value value = plain(*arguments[0]);
   if (value.is_null()) return value;
@@ -97,8 +103,7 @@ Value in_str(Machine&, Arguments arguments) {
   const Text text = to_text(where);
   const Text sought = to_text(what);
   if (text.empty() || start >= text.length()) return position(0);
-  const std::size_t at =
-      find_text(text.view(), sought.view(), text.offset_of_unit(start), letters);
+  const std::size_t at = find_text(text.view(), sought.view(), text.offset_of_unit(start), letters);
   return position(at == std::string_view::npos ? 0 : text.unit_of_offset(at) + 1);
 }
 
@@ -127,9 +132,9 @@ Value str_comp(Machine&, Arguments arguments) {
   if (a.is_null() || b.is_null()) return Value::null();
   const Text x = to_text(a);
   const Text y = to_text(b);
-  const std::strong_ordering order =
-      letters == Letters::Exact ? compare_text(x.view(), y.view())
-                                : compare_text(lower_case(x.view()), lower_case(y.view()));
+  const std::strong_ordering order = letters == Letters::Exact
+                                         ? compare_text(x.view(), y.view())
+                                         : compare_text(lower_case(x.view()), lower_case(y.view()));
   return Value::integer(order < 0 ? -1 : order > 0 ? 1 : 0);
 }
 
@@ -320,8 +325,8 @@ Value right_b(Machine&, Arguments arguments) {
 
 Value mid_b(Machine&, Arguments arguments) {
   const std::size_t start = start_argument(*arguments[1]);
-  const std::size_t count =
-      given(arguments, 2) ? length_argument(*arguments[2]) : std::numeric_limits<std::size_t>::max();
+  const std::size_t count = given(arguments, 2) ? length_argument(*arguments[2])
+                                                : std::numeric_limits<std::size_t>::max();
   const Value value = plain(*arguments[0]);
   if (value.is_null()) return value;
   // OPTIMIZATION: bytes of an array are cut where they lie, instead of made to a text first.
@@ -413,7 +418,9 @@ Value unescape(Machine&, Arguments arguments) {
   std::u16string out;
   for (std::size_t i = 0; i < units.size(); ++i) {
     const bool wide = units[i] == u'%' && i + 1 < units.size() && (units[i + 1] | 0x20) == u'u';
-    const int number = units[i] != u'%' ? -1 : wide ? hex_at(units, i + 2, 4) : hex_at(units, i + 1, 2);
+    const int number = units[i] != u'%' ? -1
+                       : wide           ? hex_at(units, i + 2, 4)
+                                        : hex_at(units, i + 1, 2);
     if (number < 0) {
       out += units[i];
     } else {

@@ -88,9 +88,15 @@ Value var_type(Machine&, Arguments arguments) {
   return Value();
 }
 
-Value is_array(Machine&, Arguments arguments) { return Value::boolean(arguments[0]->is_array()); }
-Value is_empty(Machine&, Arguments arguments) { return Value::boolean(arguments[0]->is_empty()); }
-Value is_object(Machine&, Arguments arguments) { return Value::boolean(arguments[0]->is_object()); }
+Value is_array(Machine&, Arguments arguments) {
+  return Value::boolean(arguments[0]->is_array());
+}
+Value is_empty(Machine&, Arguments arguments) {
+  return Value::boolean(arguments[0]->is_empty());
+}
+Value is_object(Machine&, Arguments arguments) {
+  return Value::boolean(arguments[0]->is_object());
+}
 
 Value is_null(Machine&, Arguments arguments) {
   const Value& value = *arguments[0];
@@ -110,15 +116,33 @@ Value is_date(Machine&, Arguments arguments) {
 
 // --- conversions ------------------------------------------------------------------------------
 
-Value c_bool(Machine&, Arguments arguments) { return Value::boolean(to_boolean(*arguments[0])); }
-Value c_byte(Machine&, Arguments arguments) { return Value::byte(to_byte(*arguments[0])); }
-Value c_int(Machine&, Arguments arguments) { return Value::integer(to_integer(*arguments[0])); }
-Value c_lng(Machine&, Arguments arguments) { return Value::long_integer(to_long(*arguments[0])); }
-Value c_sng(Machine&, Arguments arguments) { return Value::single(to_single(*arguments[0])); }
-Value c_dbl(Machine&, Arguments arguments) { return Value::real(to_double(*arguments[0])); }
-Value c_cur(Machine&, Arguments arguments) { return Value::currency(to_currency(*arguments[0])); }
-Value c_date(Machine&, Arguments arguments) { return Value::date(to_date(*arguments[0])); }
-Value c_str(Machine&, Arguments arguments) { return Value::text(to_text(*arguments[0])); }
+Value c_bool(Machine&, Arguments arguments) {
+  return Value::boolean(to_boolean(*arguments[0]));
+}
+Value c_byte(Machine&, Arguments arguments) {
+  return Value::byte(to_byte(*arguments[0]));
+}
+Value c_int(Machine&, Arguments arguments) {
+  return Value::integer(to_integer(*arguments[0]));
+}
+Value c_lng(Machine&, Arguments arguments) {
+  return Value::long_integer(to_long(*arguments[0]));
+}
+Value c_sng(Machine&, Arguments arguments) {
+  return Value::single(to_single(*arguments[0]));
+}
+Value c_dbl(Machine&, Arguments arguments) {
+  return Value::real(to_double(*arguments[0]));
+}
+Value c_cur(Machine&, Arguments arguments) {
+  return Value::currency(to_currency(*arguments[0]));
+}
+Value c_date(Machine&, Arguments arguments) {
+  return Value::date(to_date(*arguments[0]));
+}
+Value c_str(Machine&, Arguments arguments) {
+  return Value::text(to_text(*arguments[0]));
+}
 
 // --- arrays -----------------------------------------------------------------------------------
 
@@ -155,7 +179,9 @@ Value upper_bound(Machine&, Arguments arguments) {
 
 // --- the script and what is around it ----------------------------------------------------------
 
-Value err(Machine& machine, Arguments) { return Value::object(Ref<Object>(&machine.err())); }
+Value err(Machine& machine, Arguments) {
+  return Value::object(Ref<Object>(&machine.err()));
+}
 
 Value execute(Machine& machine, Arguments arguments) {
   machine.execute(to_text(*arguments[0]).view(), false);
@@ -185,17 +211,31 @@ Value create_object(Machine& machine, Arguments arguments) {
   return machine.host().create_object(name.view());
 }
 
-Value get_object(Machine&, Arguments) { raise(errors::kCannotCreateObject); }
+Value get_object(Machine&, Arguments) {
+  raise(errors::kCannotCreateObject);
+}
 
 // There is nobody to look at a box: as on any server, it may not be shown.
-Value no_desktop(Machine&, Arguments) { raise(errors::kPermissionDenied); }
+Value no_desktop(Machine&, Arguments) {
+  raise(errors::kPermissionDenied);
+}
 
-Value script_engine(Machine&, Arguments) { return Value::text("VBScript"); }
-Value major_version(Machine&, Arguments) { return Value::long_integer(5); }
-Value minor_version(Machine&, Arguments) { return Value::long_integer(8); }
-Value build_version(Machine&, Arguments) { return Value::long_integer(16384); }
+Value script_engine(Machine&, Arguments) {
+  return Value::text("VBScript");
+}
+Value major_version(Machine&, Arguments) {
+  return Value::long_integer(5);
+}
+Value minor_version(Machine&, Arguments) {
+  return Value::long_integer(8);
+}
+Value build_version(Machine&, Arguments) {
+  return Value::long_integer(16384);
+}
 
-Value get_locale(Machine& machine, Arguments) { return Value::long_integer(machine.locale()); }
+Value get_locale(Machine& machine, Arguments) {
+  return Value::long_integer(machine.locale());
+}
 
 namespace {
 

@@ -54,9 +54,9 @@ void Compiler::assign_variable(const Statement& s, Operand target) {
   const bool set = s.kind == Statement::Kind::SetAssign;
   if (!set && append(s, target)) return;
   // What operators compute is no object, so it goes straight to the variable.
-  const bool plain = s.value->kind == Expression::Kind::Binary ||
-                     (s.value->kind == Expression::Kind::Unary &&
-                      s.value->operation != Operator::Plus);
+  const bool plain =
+      s.value->kind == Expression::Kind::Binary ||
+      (s.value->kind == Expression::Kind::Unary && s.value->operation != Operator::Plus);
   if (plain && !set) {
     const Operand result = value(s.value, target);
     if (result != target) emit(Op::Let, target, result);

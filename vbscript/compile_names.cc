@@ -166,9 +166,8 @@ Compiler::Meaning Compiler::outer_meaning(NameId name) {
 
 std::optional<Compiler::Meaning> Compiler::environment_meaning(NameId name) {
   const std::string& folded = tree_.names.folded(name);
-  const Environment::Found found = scope_->procedure == nullptr
-                                       ? environment_->find(folded)
-                                       : environment_->find_global(folded);
+  const Environment::Found found =
+      scope_->procedure == nullptr ? environment_->find(folded) : environment_->find_global(folded);
   Meaning m;
   switch (found.kind) {
     case Environment::Found::Kind::None:

@@ -19,7 +19,9 @@ class Compiler::Hidden {
   Hidden& operator=(const Hidden&) = delete;
 
   std::uint32_t index() const { return first_; }
-  Operand place(std::uint32_t n = 0) const { return operand(vbscript::Place::Register, first_ + n); }
+  Operand place(std::uint32_t n = 0) const {
+    return operand(vbscript::Place::Register, first_ + n);
+  }
 
  private:
   Compiler& compiler_;
@@ -211,9 +213,9 @@ Operand Compiler::loop_variable(const Expression* name) {
     emit(Op::CheckName, 0, m.index);
     return operand(vbscript::Place::Global, m.index);
   }
-  raise_at_run_time(m.kind == Meaning::Kind::Undefined ? errors::kUndefinedVariable
-                                                       : errors::kIllegalAssignment,
-                    name->name);
+  raise_at_run_time(
+      m.kind == Meaning::Kind::Undefined ? errors::kUndefinedVariable : errors::kIllegalAssignment,
+      name->name);
   return temporary();
 }
 
@@ -285,7 +287,9 @@ void Compiler::redim(const Statement& s) {
   }
 }
 
-void Compiler::erase(const Statement& s) { emit(Op::Erase, element_container(s.target)); }
+void Compiler::erase(const Statement& s) {
+  emit(Op::Erase, element_container(s.target));
+}
 
 // --- calls ------------------------------------------------------------------------------------
 

@@ -196,8 +196,7 @@ void Compiler::compile_script() {
   if (environment_ != nullptr) {
     // Code that runs later sees what this code declares.
     for (const Constant& c : script_usage_->constants()) {
-      if (environment_->find(tree_.names.folded(c.name)).kind ==
-          Environment::Found::Kind::None) {
+      if (environment_->find(tree_.names.folded(c.name)).kind == Environment::Found::Kind::None) {
         *environment_->declare(tree_.names.folded(c.name)) = c.value;
       }
     }
@@ -283,8 +282,8 @@ void Compiler::end_scope(Position end) {
 void Compiler::list_names(const Scope& scope) {
   if (scope.procedure == nullptr) return;
   for (const auto& [name, m] : scope.meanings) {
-    const bool own = m.kind == Meaning::Kind::Variable &&
-                     (place_of(m.place) == Place::Register || place_of(m.place) == Place::Reference);
+    const bool own = m.kind == Meaning::Kind::Variable && (place_of(m.place) == Place::Register ||
+                                                           place_of(m.place) == Place::Reference);
     if (own || m.kind == Meaning::Kind::Constant) {
       scope.code->names.push_back({tree_.names.folded(name), m.place});
     }

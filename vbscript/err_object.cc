@@ -108,7 +108,9 @@ MemberId ErrObject::member(std::string_view name) const {
   return kNoMember;
 }
 
-const void* ErrObject::member_table() const { return &kNames; }
+const void* ErrObject::member_table() const {
+  return &kNames;
+}
 
 Value ErrObject::invoke(MemberId id, CallKind kind, Arguments arguments) {
   if (id == kRaise) raise_error(arguments);

@@ -31,8 +31,12 @@ inline constexpr Operand kNoOperand = ~Operand{0};
 constexpr Operand operand(Place place, std::uint32_t index) {
   return static_cast<Operand>(place) << kPlaceShift | index;
 }
-constexpr Place place_of(Operand o) { return static_cast<Place>(o >> kPlaceShift); }
-constexpr std::uint32_t index_of(Operand o) { return o & kIndexMask; }
+constexpr Place place_of(Operand o) {
+  return static_cast<Place>(o >> kPlaceShift);
+}
+constexpr std::uint32_t index_of(Operand o) {
+  return o & kIndexMask;
+}
 
 // How `a` and `b` of a comparison meet: the relation, and which side is a literal.
 enum class Relation : std::uint16_t { Equal, NotEqual, Less, Greater, LessEqual, GreaterEqual };

@@ -30,8 +30,12 @@ Value Interpreter::call(std::string_view procedure, Arguments arguments) {
   }
 }
 
-void Interpreter::finish() { machine_->finish(); }
+void Interpreter::finish() {
+  machine_->finish();
+}
 
-SourcePlace Interpreter::place() const { return machine_->place(); }
+SourcePlace Interpreter::place() const {
+  return machine_->place();
+}
 
 }  // namespace rk::vbscript

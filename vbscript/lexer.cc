@@ -14,12 +14,18 @@ namespace rk::vbscript {
 
 namespace {
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
+bool is_digit(char c) {
+  return c >= '0' && c <= '9';
+}
 bool is_letter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || static_cast<unsigned char>(c) >= 0x80;
 }
-bool in_name(char c) { return is_letter(c) || is_digit(c) || c == '_'; }
-bool is_line_end(char c) { return c == '\n' || c == '\r'; }
+bool in_name(char c) {
+  return is_letter(c) || is_digit(c) || c == '_';
+}
+bool is_line_end(char c) {
+  return c == '\n' || c == '\r';
+}
 
 // What separates tokens besides blank and tab: the wide blank of Chinese texts is no letter, and a
 // byte-order mark may stand where files were joined.
@@ -55,13 +61,15 @@ SyntaxError::Place place_in(const Source& source, int piece, std::size_t offset)
   std::size_t line_start = 0;
   place.line = from.line;
   for (std::size_t i = 0; i < offset; ++i) {
-    const bool ends = text[i] == '\n' || (text[i] == '\r' && (i + 1 >= text.size() || text[i + 1] != '\n'));
+    const bool ends =
+        text[i] == '\n' || (text[i] == '\r' && (i + 1 >= text.size() || text[i + 1] != '\n'));
     if (!ends) continue;
     ++place.line;
     line_start = i + 1;
   }
   const std::size_t line_end = text.find_first_of("\r\n", line_start);
-  place.source_line = text.substr(line_start, line_end == text.npos ? text.npos : line_end - line_start);
+  place.source_line =
+      text.substr(line_start, line_end == text.npos ? text.npos : line_end - line_start);
   const std::size_t before = std::min(offset - line_start, place.source_line.size());
   const auto characters = std::count_if(
       place.source_line.begin(), place.source_line.begin() + static_cast<std::ptrdiff_t>(before),
@@ -92,11 +100,12 @@ void Lexer::piece(int index) {
   }
   if (from.kind == SourcePiece::Kind::Expression) add(TokenKind::WriteValue, 0);
   while (true) {
+    behind_token_ = at_;
     blanks_and_comments();
     if (at_ >= text_.size()) break;
     script_token();
   }
-  add(TokenKind::NewLine, text_.size());
+  add(TokenKind::NewLine, behind_token_);
 }
 
 void Lexer::script_token() {
@@ -147,9 +156,8 @@ bool Lexer::line_continues() {
 }
 
 void Lexer::line_end() {
-  const std::size_t begin = at_;
   at_ += text_[at_] == '\r' && at(at_ + 1) == '\n' ? 2 : 1;
-  add(TokenKind::NewLine, begin);
+  add(TokenKind::NewLine, behind_token_);
 }
 
 void Lexer::skip_to_line_end() {
@@ -208,9 +216,10 @@ void Lexer::number() {
   add_constant(value, begin);
 }
 
-// "&H1F", "&O17", "&17"; but "&" joins behind an operand, so that x&hex(1) is read as meant.
+// "&H1F", "&O17", "&17"; but "&" joins behind an operand, so that x&hex(1) is read as meant. Behind
+// what a statement begins with and a blank it is an argument: Show &H1F.
 bool Lexer::based_number_follows() {
-  if (behind_operand()) return false;
+  if (behind_operand() && !(after_blank_ && behind_called_name())) return false;
   const char mark = ascii_lower(at(at_ + 1));
   if (mark == 'h') return digit_value(at(at_ + 2)) < 16;
   return mark == 'o' || (mark >= '0' && mark <= '7');
@@ -232,7 +241,8 @@ void Lexer::based_number(int base, std::size_t digits) {
     ++at_;
   } else if (whole <= 0xFFFF) {
     // Sixteen bits with their sign: &HFFFF is -1.
-    add_constant(Value::integer(static_cast<std::int16_t>(static_cast<std::uint16_t>(whole))), begin);
+    add_constant(Value::integer(static_cast<std::int16_t>(static_cast<std::uint16_t>(whole))),
+                 begin);
     return;
   }
   add_constant(Value::long_integer(static_cast<std::int32_t>(whole)), begin);
@@ -291,10 +301,11 @@ void Lexer::punctuation() {
     return;
   }
   constexpr std::string_view kSigns = ":.,()+-*/\\^&=<>";
-  constexpr TokenKind kKinds[] = {
-      TokenKind::Colon, TokenKind::Dot,   TokenKind::Comma,     TokenKind::Open,  TokenKind::Close,
-      TokenKind::Plus,  TokenKind::Minus, TokenKind::Star,      TokenKind::Slash, TokenKind::Backslash,
-      TokenKind::Caret, TokenKind::Ampersand, TokenKind::Equal, TokenKind::Less,  TokenKind::Greater};
+  constexpr TokenKind kKinds[] = {TokenKind::Colon,     TokenKind::Dot,   TokenKind::Comma,
+                                  TokenKind::Open,      TokenKind::Close, TokenKind::Plus,
+                                  TokenKind::Minus,     TokenKind::Star,  TokenKind::Slash,
+                                  TokenKind::Backslash, TokenKind::Caret, TokenKind::Ampersand,
+                                  TokenKind::Equal,     TokenKind::Less,  TokenKind::Greater};
   const std::size_t sign = kSigns.find(c);
   if (sign == kSigns.npos) fail(syntax::kInvalidCharacter, at_);
   ++at_;
@@ -318,6 +329,15 @@ bool Lexer::behind_operand() const {
     default:
       return !reserved(last.keyword);
   }
+}
+
+bool Lexer::behind_called_name() const {
+  if (tokens_.back().kind != TokenKind::Name) return false;
+  if (tokens_.size() == 1) return true;
+  const Token& before = tokens_[tokens_.size() - 2];
+  return before.kind == TokenKind::NewLine || before.kind == TokenKind::Colon ||
+         before.kind == TokenKind::Dot || before.keyword == Keyword::Then ||
+         before.keyword == Keyword::Else;
 }
 
 Token& Lexer::add(TokenKind kind, std::size_t begin) {

@@ -36,6 +36,7 @@ class Lexer {
   Token& add(TokenKind kind, std::size_t begin);
   void add_constant(Value value, std::size_t begin);
   bool behind_operand() const;
+  bool behind_called_name() const;
   char at(std::size_t offset) const { return offset < text_.size() ? text_[offset] : '\0'; }
   [[noreturn]] void fail(const KnownError& error, std::size_t offset) const;
 
@@ -43,6 +44,8 @@ class Lexer {
   std::vector<Token> tokens_;
   std::string_view text_;
   std::size_t at_ = 0;
+  std::size_t behind_token_ =
+      0;  // where the blanks before at_ begin: errors at a line's end are there
   int piece_ = 0;
   bool after_blank_ = false;
 };

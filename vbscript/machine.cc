@@ -10,8 +10,8 @@ namespace rk::vbscript {
 
 namespace {
 
-// What GetLocale answers until SetLocale: English (United States), or the Chinese of the storefronts
-// where Asc and Chr are Chinese.
+// What GetLocale answers until SetLocale: English (United States), or the Chinese of the
+// storefronts where Asc and Chr are Chinese.
 constexpr std::int32_t kEnglish = 1033;
 constexpr std::int32_t kChinese = 2052;
 constexpr int kChineseCodePage = 936;
@@ -20,10 +20,14 @@ constexpr int kChineseCodePage = 936;
 // list of objects ends without a deep stack.
 constexpr int kMaxNestedBurials = 32;
 
+// In defined_: an object of the host.
+constexpr char kFromHost = 2;
+
 }  // namespace
 
 Machine::Machine(std::shared_ptr<const Unit> unit, Host& host)
-    : host_(host), err_(make_ref<ErrObject>()),
+    : host_(host),
+      err_(make_ref<ErrObject>()),
       locale_(host.services().ansi_code_page == kChineseCodePage ? kChinese : kEnglish) {
   main_.unit = std::move(unit);
   const Unit& u = *main_.unit;
@@ -36,7 +40,7 @@ Machine::Machine(std::shared_ptr<const Unit> unit, Host& host)
     if (!global.ask_host) continue;
     if (std::optional<Value> known = host.lookup(global.text)) {
       globals_[i] = std::move(*known);
-      defined_[i] = 1;
+      defined_[i] = kFromHost;
     }
   }
   procedures_.reserve(u.codes.size());
@@ -53,7 +57,9 @@ Machine::~Machine() {
   }
 }
 
-void Machine::run() { call({main_.unit->codes[0].get(), &main_}, nullptr, {}, nullptr); }
+void Machine::run() {
+  call({main_.unit->codes[0].get(), &main_}, nullptr, {}, nullptr);
+}
 
 bool Machine::defines(std::string_view procedure) {
   return find_procedure(folded_name(procedure)) != nullptr;
@@ -67,9 +73,12 @@ Value Machine::call_named(std::string_view procedure, Arguments arguments) {
   return result;
 }
 
-// Variables first, in the order of their declaration; then what only holds itself alive.
+// Variables first, in the order of their declaration; then what only holds itself alive. What the
+// host gave goes last: Class_Terminate may still write to the response.
 void Machine::finish() {
-  for (Value& global : globals_) global = Value();
+  for (std::size_t i = 0; i < globals_.size(); ++i) {
+    if (defined_[i] != kFromHost) globals_[i] = Value();
+  }
   made_variables_.clear();
   while (objects != nullptr) {
     const Ref<ScriptObject> object(objects);
@@ -87,6 +96,7 @@ void Machine::finish() {
     object->older_ = object->newer_ = nullptr;
     object->abandon();
   }
+  for (Value& global : globals_) global = Value();
   if (page_end_) std::rethrow_exception(std::exchange(page_end_, nullptr));
 }
 

@@ -172,7 +172,7 @@ class Machine {
   Host& host_;
   LoadedUnit main_;
   std::vector<Value> globals_;
-  std::vector<char> defined_;  // one a global: what Late names mean is settled
+  std::vector<char> defined_;             // one a global: what Late names mean is settled
   std::vector<ProcedureRef> procedures_;  // by code index of the main unit
   RegisterStack registers_;
   Frame* frame_ = nullptr;

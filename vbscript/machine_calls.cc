@@ -20,7 +20,8 @@ constexpr std::size_t kInlineReferences = 12;
 class Machine::CallDepth {
  public:
   CallDepth(Machine& machine, Frame& frame)
-      : machine_(machine), frame_(frame),
+      : machine_(machine),
+        frame_(frame),
         registers_(machine.registers_.take(frame.code->registers)) {
     frame.caller = machine.frame_;
     frame.bases[0] = registers_;
@@ -76,8 +77,8 @@ void Machine::call(const ProcedureRef& procedure, ScriptObject* me, Arguments ar
     }
   }
   for (const SharedName& name : code.shared) {
-    references[name.reference] = defined_[name.global] != 0 ? &globals_[name.global]
-                                                            : &frame.bases[0][name.own_register];
+    references[name.reference] =
+        defined_[name.global] != 0 ? &globals_[name.global] : &frame.bases[0][name.own_register];
   }
   execute(frame);
   if (result != nullptr && code.result != kNoOperand) {

@@ -43,7 +43,9 @@ void store_element(Array& array, std::size_t at, const Value& value) {
   }
 }
 
-bool is_same(const Value& a, const Value& b) { return std::memcmp(&a, &b, sizeof(Value)) == 0; }
+bool is_same(const Value& a, const Value& b) {
+  return std::memcmp(&a, &b, sizeof(Value)) == 0;
+}
 
 }  // namespace
 
@@ -51,8 +53,9 @@ void Machine::index(Frame& frame, const Value& base, std::span<const Operand> in
                     Value& result) {
   if (base.is_array()) {
     const Array& array = base.as_array();
-    const std::size_t place =
-        place_in(array, indexes.size(), [&](std::size_t i) -> const Value& { return at(frame, indexes[i]); });
+    const std::size_t place = place_in(array, indexes.size(), [&](std::size_t i) -> const Value& {
+      return at(frame, indexes[i]);
+    });
     Value found = element(array, place);
     result = std::move(found);
     return;

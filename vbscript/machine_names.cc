@@ -1,12 +1,12 @@
 // Code made at run time: Execute, ExecuteGlobal, Eval, GetRef, and the names that they make.
 
+#include "value/text.h"
 #include "vbscript/compiler.h"
 #include "vbscript/machine.h"
 #include "vbscript/names.h"
 #include "vbscript/parser.h"
 #include "vbscript/procedure_object.h"
 #include "vbscript/regexp_object.h"
-#include "value/text.h"
 
 namespace rk::vbscript {
 
@@ -35,6 +35,10 @@ class RunEnvironment final : public Environment {
     } else if (const Value* constant = find_constant(folded)) {
       found.kind = Found::Kind::Constant;
       found.constant = *constant;
+    } else if (std::optional<Value> known = machine_.host_.lookup(folded)) {
+      found.kind = Found::Kind::Variable;
+      found.variable = machine_.make_variable(folded);
+      *found.variable = std::move(*known);
     }
     return found;
   }

@@ -39,8 +39,8 @@ bool holds(std::uint16_t n, std::partial_ordering order) {
 // A text beside a number that is written as a literal is read as a number; a number beside a text
 // that is written as a literal is compared by its text.
 std::partial_ordering literal_order(const Value& a, const Value& b, std::uint16_t n) {
-  const bool number_is_literal = (a.is_text() && (n & kRightLiteral) != 0) ||
-                                 (b.is_text() && (n & kLeftLiteral) != 0);
+  const bool number_is_literal =
+      (a.is_text() && (n & kRightLiteral) != 0) || (b.is_text() && (n & kLeftLiteral) != 0);
   if (!number_is_literal) return joined_text(a).view() <=> joined_text(b).view();
   if ((n & kCaseTest) != 0) {
     const Value& text = a.is_text() ? a : b;

@@ -9,7 +9,9 @@ namespace {
 
 using Kind = Value::Kind;
 
-bool both(const Value& a, const Value& b, Kind kind) { return a.kind() == kind && b.kind() == kind; }
+bool both(const Value& a, const Value& b, Kind kind) {
+  return a.kind() == kind && b.kind() == kind;
+}
 
 // OPTIMIZATION: the kinds that loops and counters have, without a call. What does not fit goes the
 // general way.

@@ -4,7 +4,9 @@
 
 namespace rk::vbscript {
 
-NameUsage::NameUsage(const SyntaxTree& tree, const Block& body) : tree_(tree) { block(body); }
+NameUsage::NameUsage(const SyntaxTree& tree, const Block& body) : tree_(tree) {
+  block(body);
+}
 
 const Usage* NameUsage::find(NameId name) const {
   const auto at = used_.find(name);

@@ -23,7 +23,9 @@ class Names {
   // kNoName where it was never numbered.
   NameId find(std::string_view name) const;
   // In lower case, and as first written.
-  const std::string& folded(NameId id) const { return entries_[static_cast<std::size_t>(id)].folded; }
+  const std::string& folded(NameId id) const {
+    return entries_[static_cast<std::size_t>(id)].folded;
+  }
   const std::string& text(NameId id) const { return entries_[static_cast<std::size_t>(id)].text; }
   std::size_t size() const { return entries_.size(); }
 

@@ -215,7 +215,8 @@ void Parser::class_member(Class& c) {
   const bool is_private = is(Keyword::Private);
   const bool is_public = accept(Keyword::Public);
   if (is_private) ++at_;
-  const bool is_default = is(Keyword::Default) && (is_public || is_private || ahead().kind == TokenKind::Name);
+  const bool is_default =
+      is(Keyword::Default) && (is_public || is_private || ahead().kind == TokenKind::Name);
   if (is_default) {
     if (!is_public) fail(syntax::kDefaultPublic);
     ++at_;

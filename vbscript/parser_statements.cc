@@ -28,6 +28,9 @@ void Parser::statement(Block& out) {
     assignment_or_call(out);
   } else if (!is(TokenKind::Name)) {
     fail(is(TokenKind::Constant) ? syntax::kExpectedStatement : syntax::kSyntaxError);
+  } else if (is(Keyword::Property) && ahead().kind == TokenKind::Name &&
+             ahead(2).kind == TokenKind::Name) {
+    fail(syntax::kInsideClass);
   } else if (is(Keyword::Erase) &&
              (ahead().kind == TokenKind::Name || ahead().kind == TokenKind::Open)) {
     erase_statement(out);
@@ -179,7 +182,8 @@ void Parser::select_statement(Block& out) {
   skip_blank_text();
   while (is(Keyword::Case)) case_branch(s);
   s.end = position();
-  if (!accept(Keyword::End)) fail(s.branches.empty() ? syntax::kExpectedCase : syntax::kExpectedEnd);
+  if (!accept(Keyword::End))
+    fail(s.branches.empty() ? syntax::kExpectedCase : syntax::kExpectedEnd);
   expect(Keyword::Select, syntax::kExpectedSelect);
 }
 

@@ -15,7 +15,9 @@ bool Program::defines(std::string_view procedure) const {
   return at != unit_->names.end() && at->second.kind == Binding::Kind::Procedure;
 }
 
-const std::vector<std::string>& Program::files() const { return unit_->files; }
+const std::vector<std::string>& Program::files() const {
+  return unit_->files;
+}
 
 std::shared_ptr<const Program> compile(const Source& source) {
   const std::unique_ptr<SyntaxTree> tree = Parser(source).script();

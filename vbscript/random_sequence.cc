@@ -13,7 +13,9 @@ constexpr float kStates = 16777216.0F;
 
 }  // namespace
 
-float RandomSequence::last() const noexcept { return static_cast<float>(state_) / kStates; }
+float RandomSequence::last() const noexcept {
+  return static_cast<float>(state_) / kStates;
+}
 
 float RandomSequence::next() noexcept {
   state_ = (state_ * kMultiplier + kIncrement) & kStateMask;

@@ -28,7 +28,9 @@ void check_reads(CallKind kind) {
   if (kind == CallKind::Let || kind == CallKind::Set) raise(errors::kNoSuchMember);
 }
 
-Value text_of(std::u16string_view units) { return Value::text(Text::from_units(units)); }
+Value text_of(std::u16string_view units) {
+  return Value::text(Text::from_units(units));
+}
 
 Value number_of(std::size_t number) {
   return Value::long_integer(static_cast<std::int32_t>(number));
@@ -77,7 +79,9 @@ class Row final : public Object {
 class Match final : public Object {
  public:
   Match(std::size_t first, std::size_t length, Value text, std::vector<Value> groups)
-      : first_(first), length_(length), text_(std::move(text)),
+      : first_(first),
+        length_(length),
+        text_(std::move(text)),
         groups_(Value::object(make_ref<Row>("ISubMatches", std::move(groups)))) {}
 
   std::string_view type_name() const override { return "IMatch2"; }
@@ -166,8 +170,8 @@ Value RegExp::property(MemberId id, CallKind kind, Arguments arguments) {
 
 const platform::Regexp& RegExp::compiled() {
   if (!compiled_) {
-    compiled_ = factory_.compile(pattern_.units(),
-                                 {.ignore_case = ignore_case_, .multiline = multiline_});
+    compiled_ =
+        factory_.compile(pattern_.units(), {.ignore_case = ignore_case_, .multiline = multiline_});
   }
   return *compiled_;
 }
@@ -200,8 +204,8 @@ Value RegExp::execute(const std::u16string& subject) {
       groups.push_back(group_text(subject, match.stretches[i]));
     }
     const RegexpMatch::Stretch whole = *match.stretches[0];
-    matches.push_back(Value::object(make_ref<Match>(
-        whole.start, whole.length, group_text(subject, whole), std::move(groups))));
+    matches.push_back(Value::object(
+        make_ref<Match>(whole.start, whole.length, group_text(subject, whole), std::move(groups))));
   });
   return Value::object(make_ref<Row>("IMatchCollection2", std::move(matches)));
 }

@@ -8,8 +8,12 @@
 namespace rk::vbscript {
 
 ScriptObject::ScriptObject(Machine& machine, LoadedUnit& unit, const ClassCode& code)
-    : machine_(&machine), unit_(&unit), code_(&code), fields_(code.fields.size()),
-      older_(machine.objects), type_name_(code.name) {
+    : machine_(&machine),
+      unit_(&unit),
+      code_(&code),
+      fields_(code.fields.size()),
+      older_(machine.objects),
+      type_name_(code.name) {
   if (older_ != nullptr) older_->newer_ = this;
   machine.objects = this;
   for (std::size_t i = 0; i < code.fields.size(); ++i) {
@@ -28,7 +32,9 @@ ScriptObject::~ScriptObject() {
   if (older_ != nullptr) older_->newer_ = newer_;
 }
 
-std::string_view ScriptObject::type_name() const { return type_name_; }
+std::string_view ScriptObject::type_name() const {
+  return type_name_;
+}
 
 MemberId ScriptObject::member(std::string_view name) const {
   if (machine_ == nullptr) return kNoMember;

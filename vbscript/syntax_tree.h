@@ -23,15 +23,35 @@ struct Position {
 };
 
 enum class Operator : std::uint8_t {
-  Power, Negate, Plus, Multiply, Divide, IntegerDivide, Modulo, Add, Subtract, Concatenate,
-  Equal, NotEqual, Less, Greater, LessEqual, GreaterEqual, Is,
-  Not, And, Or, Xor, Eqv, Imp,
+  Power,
+  Negate,
+  Plus,
+  Multiply,
+  Divide,
+  IntegerDivide,
+  Modulo,
+  Add,
+  Subtract,
+  Concatenate,
+  Equal,
+  NotEqual,
+  Less,
+  Greater,
+  LessEqual,
+  GreaterEqual,
+  Is,
+  Not,
+  And,
+  Or,
+  Xor,
+  Eqv,
+  Imp,
 };
 
 struct Expression {
   enum class Kind : std::uint8_t {
-    Constant,    // value
-    Name,        // name
+    Constant,  // value
+    Name,      // name
     Me,
     Member,      // left.name
     WithMember,  // .name
@@ -66,10 +86,10 @@ struct Declarator {
   NameId name = kNoName;
   Position position;
   bool is_array = false;
-  std::vector<std::int32_t> bounds;          // Dim
+  std::vector<std::int32_t> bounds;             // Dim
   std::vector<const Expression*> redim_bounds;  // ReDim
-  const Expression* target = nullptr;        // ReDim: the variable as an expression
-  bool is_public = true;                     // of a class
+  const Expression* target = nullptr;           // ReDim: the variable as an expression
+  bool is_public = true;                        // of a class
 };
 
 struct Constant {
@@ -105,21 +125,21 @@ struct CaseBranch {
 
 struct Statement {
   enum class Kind : std::uint8_t {
-    Assign,      // target = value
-    SetAssign,   // Set target = value
-    Call,        // target arguments
-    Dim,         // declarators
-    ReDim,       // declarators; preserve
-    Erase,       // target
-    Const,       // constants
-    If,          // branches (a test each; Else has none)
-    Select,      // target; branches
-    For,         // target = value To limit Step step: body
-    ForEach,     // target In value: body
-    Do,          // test, value, test_at_end, body
-    With,        // value: body
-    Exit,        // exit
-    OnError,     // resume_next
+    Assign,     // target = value
+    SetAssign,  // Set target = value
+    Call,       // target arguments
+    Dim,        // declarators
+    ReDim,      // declarators; preserve
+    Erase,      // target
+    Const,      // constants
+    If,         // branches (a test each; Else has none)
+    Select,     // target; branches
+    For,        // target = value To limit Step step: body
+    ForEach,    // target In value: body
+    Do,         // test, value, test_at_end, body
+    With,       // value: body
+    Exit,       // exit
+    OnError,    // resume_next
     OptionExplicit,
     WriteLiteral,  // literal
     WriteValue,    // value

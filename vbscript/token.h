@@ -33,10 +33,10 @@ enum class TokenKind : std::uint8_t {
   EndOfSource,
   NewLine,  // also the end of a piece
   Colon,
-  Name,     // also keywords
+  Name,      // also keywords
   Constant,  // a number, text or date; `value` holds it
-  Dot,      // directly behind what it belongs to
-  WithDot,  // behind a blank or at the start: `.member` of the With block
+  Dot,       // directly behind what it belongs to
+  WithDot,   // behind a blank or at the start: `.member` of the With block
   Comma,
   Open,
   Close,

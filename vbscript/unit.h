@@ -40,10 +40,10 @@ struct SharedName {
 };
 
 struct Code {
-  std::string name;  // as written
-  bool is_function = false;  // answers a value
-  int owner = -1;            // class whose fields it sees
-  std::vector<bool> by_value;  // one a parameter
+  std::string name;             // as written
+  bool is_function = false;     // answers a value
+  int owner = -1;               // class whose fields it sees
+  std::vector<bool> by_value;   // one a parameter
   std::uint32_t registers = 0;  // parameters first
   std::uint32_t references = 0;
   Operand result = kNoOperand;

@@ -42,6 +42,7 @@ class Printer final : public Object {
         append_text(line, *value);
       }
     }
+    while (line.ends_with(' ')) line.pop_back();  // as expectations are read
     lines_.push_back(line);
     return Value();
   }

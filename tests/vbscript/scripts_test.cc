@@ -27,8 +27,7 @@ class ScriptFile : public ::testing::Test {
   void TestBody() override {
     const std::string text = contents(path_);
     const Expectation expected = expectation_of(text);
-    ASSERT_FALSE(expected.printed.empty() && expected.error.empty())
-        << path_ << " expects nothing";
+    ASSERT_FALSE(expected.printed.empty() && expected.error.empty()) << path_ << " expects nothing";
     const Outcome outcome = run_script(text);
     EXPECT_EQ(outcome.printed, expected.printed);
     EXPECT_EQ(outcome.error, expected.error) << outcome.description << outcome.report;
@@ -47,8 +46,8 @@ bool register_scripts() {
   std::sort(paths.begin(), paths.end());
   for (const fs::path& path : paths) {
     const std::string topic = "Scripts/" + path.parent_path().filename().string();
-    ::testing::RegisterTest(topic.c_str(), path.stem().string().c_str(), nullptr, nullptr,
-                            __FILE__, __LINE__,
+    ::testing::RegisterTest(topic.c_str(), path.stem().string().c_str(), nullptr, nullptr, __FILE__,
+                            __LINE__,
                             [path]() -> ::testing::Test* { return new ScriptFile(path); });
   }
   return !paths.empty();
@@ -57,7 +56,9 @@ bool register_scripts() {
 // Registered before main, as TEST() does; gtest has no other moment for it with its own main.
 const bool kRegistered = register_scripts();
 
-TEST(Scripts, AreFound) { EXPECT_TRUE(kRegistered); }
+TEST(Scripts, AreFound) {
+  EXPECT_TRUE(kRegistered);
+}
 
 }  // namespace
 }  // namespace rk::vbscript::testing

@@ -1,0 +1,108 @@
+#include "adapters/pcre2/regexps.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "value/script_error.h"
+
+namespace rk::pcre2 {
+namespace {
+
+// The text of the first match, or "none".
+std::u16string first(std::u16string_view pattern, std::u16string_view subject,
+                     platform::RegexpOptions options = {}) {
+  const auto match = Regexps().compile(pattern, options)->match(subject, 0);
+  if (!match) return u"none";
+  return std::u16string(subject.substr(match->stretches[0]->start, match->stretches[0]->length));
+}
+
+int error_of(std::u16string_view pattern) {
+  try {
+    Regexps().compile(pattern, {});
+  } catch (const ScriptError& error) {
+    return error.number();
+  }
+  return 0;
+}
+
+TEST(Regexps, FindTheFirstMatch) {
+  EXPECT_EQ(first(u"b+", u"abbbc"), u"bbb");
+}
+
+TEST(Regexps, TellGroupsThatTookNoPart) {
+  const auto match = Regexps().compile(u"(a)|(b)", {})->match(u"b", 0);
+  ASSERT_TRUE(match.has_value());
+  ASSERT_EQ(match->stretches.size(), 3U);
+  EXPECT_FALSE(match->stretches[1].has_value());
+  EXPECT_EQ(match->stretches[2]->start, 0U);
+}
+
+TEST(Regexps, IgnoreCaseWhereAsked) {
+  EXPECT_EQ(first(u"ABC", u"xabc"), u"none");
+  EXPECT_EQ(first(u"ABC", u"xabc", {.ignore_case = true}), u"abc");
+}
+
+TEST(Regexps, DollarIsTheVeryEnd) {
+  EXPECT_EQ(first(u"a$", u"a\n"), u"none");
+  EXPECT_EQ(first(u"a$", u"a\nb", {.multiline = true}), u"a");
+}
+
+TEST(Regexps, DotLeavesOutLineFeedOnly) {
+  EXPECT_EQ(first(u"a.b", u"a\rb"), u"a\rb");
+  EXPECT_EQ(first(u"a.b", u"a\nb"), u"none");
+}
+
+TEST(Regexps, KnowUnitsByTheirNumbers) {
+  EXPECT_EQ(first(u"\\u4E2D\\x41", u"\u4E2DA"), u"\u4E2DA");
+  EXPECT_EQ(first(u"[\\u4e00-\\u9fa5]+", u"abc\u4E2D\u6587"), u"\u4E2D\u6587");
+}
+
+TEST(Regexps, ReadFurtherEscapesAsLetters) {
+  EXPECT_EQ(first(u"\\A\\z", u"Az"), u"Az");
+  EXPECT_EQ(first(u"\\v", u"\v"), u"\v");
+  EXPECT_EQ(first(u"[[:a]+", u"x[:a"), u"[:a");
+}
+
+TEST(Regexps, LookAheadIsThere) {
+  EXPECT_EQ(first(u"a(?=b)", u"acab"), u"a");
+  EXPECT_EQ(first(u"a(?!c)", u"acab"), u"a");
+}
+
+TEST(Regexps, RefuseWhatTheDialectDoesNotHave) {
+  EXPECT_EQ(error_of(u"(?<=a)b"), 5018);
+  EXPECT_EQ(error_of(u"(?i)a"), 5018);
+  EXPECT_EQ(error_of(u"a++"), 5018);
+  EXPECT_EQ(error_of(u"(*ACCEPT)"), 5018);
+}
+
+TEST(Regexps, TellWhatIsWrong) {
+  EXPECT_EQ(error_of(u"*a"), 5018);
+  EXPECT_EQ(error_of(u"[a"), 5019);
+  EXPECT_EQ(error_of(u"(a"), 5020);
+  EXPECT_EQ(error_of(u"[z-a]"), 5021);
+  EXPECT_EQ(error_of(u"a\\"), 5017);
+}
+
+TEST(Regexps, BackReferenceToAnUnsetGroupMatchesNothing) {
+  EXPECT_EQ(first(u"(a)?\\1b", u"b"), u"b");
+}
+
+TEST(Regexps, EndWhatWouldNeverEnd) {
+  const std::u16string subject(40, u'a');
+  const auto regexp = Regexps().compile(u"(a+)+(a+)+(a+)+$", {});
+  try {
+    regexp->match(subject + u"b", 0);
+    FAIL() << "the limit was not reached";
+  } catch (const ScriptError& error) {
+    EXPECT_EQ(error.number(), 28);
+  }
+}
+
+TEST(Regexps, WorkOnLoneHalves) {
+  const std::u16string half{char16_t{0xD800}};
+  EXPECT_EQ(first(u"[^a]", half), half);
+}
+
+}  // namespace
+}  // namespace rk::pcre2

@@ -1,0 +1,2 @@
+Dim a(2)
+Print a(-1) ' error: 9

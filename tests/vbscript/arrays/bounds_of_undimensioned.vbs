@@ -1,0 +1,2 @@
+Dim a()
+Print UBound(a) ' error: 9

@@ -1,0 +1,2 @@
+Dim a(2)
+Print IsEmpty(a(1)) ' expect: True

@@ -1,0 +1,3 @@
+Dim a
+a = 5
+Erase a ' error: 13

@@ -1,0 +1,2 @@
+x = 5
+Print x(0) ' error: 13

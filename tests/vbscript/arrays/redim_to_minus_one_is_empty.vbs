@@ -1,0 +1,2 @@
+ReDim a(-1)
+Print UBound(a) ' expect: -1

@@ -1,0 +1,4 @@
+Class C
+End Class
+Set c1 = New C
+Print c1 + 1 ' error: 438

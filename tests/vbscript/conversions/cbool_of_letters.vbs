@@ -1,0 +1,1 @@
+Print CBool("yes") ' error: 13

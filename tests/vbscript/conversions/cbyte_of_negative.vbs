@@ -1,0 +1,1 @@
+Print CByte(-1) ' error: 6

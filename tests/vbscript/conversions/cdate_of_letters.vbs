@@ -1,0 +1,1 @@
+Print CDate("xyz") ' error: 13

@@ -1,0 +1,1 @@
+Print CDbl("") ' error: 13

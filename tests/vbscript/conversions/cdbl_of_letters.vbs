@@ -1,0 +1,1 @@
+Print CDbl("abc") ' error: 13

@@ -1,0 +1,1 @@
+Print CInt(32768) ' error: 6

@@ -1,0 +1,1 @@
+Print CLng(2147483648) ' error: 6

@@ -1,0 +1,2 @@
+Dim e
+Print CInt(e), "[" & CStr(e) & "]", CBool(e), CDbl(e) ' expect: 0 [] False 0

@@ -1,0 +1,1 @@
+Print CInt(Null) ' error: 94

@@ -1,0 +1,1 @@
+Print MonthName(13) ' error: 5

@@ -1,0 +1,1 @@
+Print IsNull(Year(Null)), IsNull(Weekday(Null)) ' expect: True True

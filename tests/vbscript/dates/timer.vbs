@@ -1,0 +1,1 @@
+Print Timer ' expect: 52215

@@ -1,0 +1,4 @@
+Do While Null
+  Print "never"
+Loop
+Print "after" ' expect: after

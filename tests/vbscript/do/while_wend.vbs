@@ -1,0 +1,4 @@
+While i < 3
+  i = i + 1
+Wend
+Print i ' expect: 3

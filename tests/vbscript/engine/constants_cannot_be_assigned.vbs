@@ -1,0 +1,1 @@
+vbCrLf = "x" ' error: 501

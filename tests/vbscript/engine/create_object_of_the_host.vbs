@@ -1,0 +1,2 @@
+Set t = CreateObject("Test.Toy")
+Print t.Count ' expect: 3

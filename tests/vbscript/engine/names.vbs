@@ -1,0 +1,1 @@
+Print ScriptEngine, ScriptEngineMajorVersion, ScriptEngineMinorVersion ' expect: VBScript 5 8

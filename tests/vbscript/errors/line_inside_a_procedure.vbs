@@ -1,0 +1,5 @@
+Sub S
+  x = 1
+  x = x / 0 ' error: 11
+End Sub
+S

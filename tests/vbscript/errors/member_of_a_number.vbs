@@ -1,0 +1,2 @@
+x = 5
+x.Foo ' error: 424

@@ -1,0 +1,2 @@
+Dim x
+Print x.Foo ' error: 424

@@ -1,0 +1,1 @@
+Print Toy.NoSuch ' error: 438

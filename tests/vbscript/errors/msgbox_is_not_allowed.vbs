@@ -1,0 +1,1 @@
+MsgBox "x" ' error: 70

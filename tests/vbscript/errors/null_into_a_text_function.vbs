@@ -1,0 +1,1 @@
+Print CStr(Null) ' error: 94

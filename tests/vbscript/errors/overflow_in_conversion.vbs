@@ -1,0 +1,1 @@
+Print CInt(40000) ' error: 6

@@ -1,0 +1,3 @@
+On Error Resume Next
+Err.Raise 13
+Print Err.Description ' expect: Type mismatch

@@ -1,0 +1,1 @@
+Err.Raise 0 ' error: 5

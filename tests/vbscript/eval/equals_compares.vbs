@@ -1,0 +1,2 @@
+x = 5
+Print Eval("x = 5") ' expect: True

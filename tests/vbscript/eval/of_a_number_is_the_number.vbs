@@ -1,0 +1,1 @@
+Print Eval(5) ' expect: 5

@@ -1,0 +1,2 @@
+Set t = Eval("Toy")
+Print t.Count ' expect: 3

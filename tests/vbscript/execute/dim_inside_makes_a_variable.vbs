@@ -1,0 +1,3 @@
+Option Explicit
+Execute "Dim b : b = 2"
+Print Eval("b") ' expect: 2

@@ -1,0 +1,2 @@
+x = 1
+Execute "y = 1 / 0" ' error: 11

@@ -1,0 +1,2 @@
+ExecuteGlobal "Sub Say(s) : Print s : End Sub"
+Say "hello" ' expect: hello

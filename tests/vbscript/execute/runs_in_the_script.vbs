@@ -1,0 +1,2 @@
+Execute "x = 5"
+Print x ' expect: 5

@@ -1,0 +1,2 @@
+For i = 1 To "x" ' error: 13
+Next

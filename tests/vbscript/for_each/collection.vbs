@@ -1,0 +1,4 @@
+For Each v In Toy
+  s = s & v
+Next
+Print s ' expect: 123

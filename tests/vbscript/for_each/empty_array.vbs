@@ -1,0 +1,4 @@
+For Each v In Array()
+  Print "never"
+Next
+Print "done" ' expect: done

@@ -1,0 +1,7 @@
+If False Then
+  Print "a"
+ElseIf True Then
+  Print "b" ' expect: b
+Else
+  Print "c"
+End If

@@ -1,0 +1,1 @@
+If True Then : Print 1 : End If ' expect: 1

@@ -1,0 +1,4 @@
+If False Then
+  Print 1
+Else Print 2 ' expect: 2
+End If

@@ -1,0 +1,1 @@
+If True Then Print "x" End If ' expect: x

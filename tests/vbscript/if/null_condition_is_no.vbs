@@ -1,0 +1,5 @@
+If Null Then
+  Print "yes"
+Else
+  Print "no" ' expect: no
+End If

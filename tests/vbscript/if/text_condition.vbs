@@ -1,0 +1,3 @@
+If "True" Then Print "t" ' expect: t
+If "1" Then Print "one" ' expect: one
+If "False" Then Print "f"

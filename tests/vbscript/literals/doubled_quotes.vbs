@@ -1,0 +1,1 @@
+Print "a""b", """", "" ' expect: a"b " 

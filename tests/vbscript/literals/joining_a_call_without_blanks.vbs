@@ -1,0 +1,1 @@
+Print "a"&hex(255)&"b" ' expect: aFFb

@@ -1,0 +1,3 @@
+Dim a
+a = "x"
+Print a&"y"&a ' expect: xyx

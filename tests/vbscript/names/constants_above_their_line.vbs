@@ -1,0 +1,2 @@
+Print Rate ' expect: 0.5
+Const Rate = 0.5

@@ -1,0 +1,2 @@
+Const c = 1
+c = 2 ' error: 501

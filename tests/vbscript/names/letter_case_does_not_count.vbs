@@ -1,0 +1,3 @@
+Dim Total
+TOTAL = 3
+Print total ' expect: 3

@@ -1,0 +1,2 @@
+Option Explicit
+a = 1 ' error: 500

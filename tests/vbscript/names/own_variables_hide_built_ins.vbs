@@ -1,0 +1,3 @@
+Dim Len
+Len = 9
+Print Len ' expect: 9

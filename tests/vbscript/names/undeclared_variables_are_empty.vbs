@@ -1,0 +1,1 @@
+Print IsEmpty(neverUsed) ' expect: True

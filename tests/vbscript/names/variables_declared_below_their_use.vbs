@@ -1,0 +1,3 @@
+x = 4
+Print x ' expect: 4
+Dim x

@@ -1,0 +1,1 @@
+Print Log(0) ' error: 5

@@ -1,0 +1,3 @@
+a = Rnd(-5)
+b = Rnd(-5)
+Print a = b, TypeName(a) ' expect: True Single

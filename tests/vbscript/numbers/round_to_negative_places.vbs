@@ -1,0 +1,1 @@
+Print Round(1.5, -1) ' error: 5

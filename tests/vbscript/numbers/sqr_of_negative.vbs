@@ -1,0 +1,1 @@
+Print Sqr(-1) ' error: 5

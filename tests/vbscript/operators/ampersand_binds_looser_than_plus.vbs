@@ -1,0 +1,1 @@
+Print 1 & 2 + 3 ' expect: 15

@@ -1,0 +1,1 @@
+Print "a" & Array(1) ' error: 13

@@ -1,0 +1,1 @@
+Print IsNull(Null & Null) ' expect: True

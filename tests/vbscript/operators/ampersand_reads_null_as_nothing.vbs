@@ -1,0 +1,1 @@
+Print "a" & Null & "b" ' expect: ab

@@ -1,0 +1,1 @@
+Print True Or False And False ' expect: True

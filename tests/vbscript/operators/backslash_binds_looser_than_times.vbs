@@ -1,0 +1,1 @@
+Print 20 \ 2 * 3 ' expect: 3

@@ -1,0 +1,1 @@
+Print 1 \ 0.4 ' error: 11

@@ -1,0 +1,1 @@
+Print "a" & "b" = "ab" ' expect: True

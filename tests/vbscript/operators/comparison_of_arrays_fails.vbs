@@ -1,0 +1,1 @@
+Print Array(1) = Array(1) ' error: 13

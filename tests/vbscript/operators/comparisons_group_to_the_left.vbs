@@ -1,0 +1,1 @@
+Print 3 > 2 > 1 ' expect: False

@@ -1,0 +1,2 @@
+Dim e
+Print e = 0, e = "", e = False ' expect: True True True

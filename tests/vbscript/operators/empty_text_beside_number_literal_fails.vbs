@@ -1,0 +1,3 @@
+Dim t
+t = ""
+If t > 0 Then Print "no" ' error: 13

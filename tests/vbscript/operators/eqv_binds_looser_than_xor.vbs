@@ -1,0 +1,1 @@
+Print False Eqv True Xor True ' expect: True

@@ -1,0 +1,1 @@
+Print False And Null, IsNull(True And Null) ' expect: False True

@@ -1,0 +1,1 @@
+Print False Imp Null, Null Imp True, IsNull(True Imp Null) ' expect: True True True

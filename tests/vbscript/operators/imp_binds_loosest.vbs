@@ -1,0 +1,1 @@
+Print False Imp False Eqv True ' expect: True

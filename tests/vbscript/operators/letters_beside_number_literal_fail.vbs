@@ -1,0 +1,3 @@
+Dim t
+t = "abc"
+Print t = 10 ' error: 13

@@ -1,0 +1,1 @@
+Print 10 - 4 - 3 ' expect: 3

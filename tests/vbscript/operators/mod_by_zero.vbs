@@ -1,0 +1,1 @@
+Print 5 Mod 0 ' error: 11

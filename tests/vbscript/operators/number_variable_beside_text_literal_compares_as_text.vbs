@@ -1,0 +1,3 @@
+Dim n
+n = 10
+Print n = "10", n = "10.0" ' expect: True False

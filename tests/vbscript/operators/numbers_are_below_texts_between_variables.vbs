@@ -1,0 +1,4 @@
+Dim n, t
+n = 10
+t = "9"
+Print n < t, n = t, t > n ' expect: True False True

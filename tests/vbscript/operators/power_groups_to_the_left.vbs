@@ -1,0 +1,1 @@
+Print 2 ^ 3 ^ 2 ' expect: 64

@@ -1,0 +1,1 @@
+Print 2 ^ -1 ' expect: 0.5

@@ -1,0 +1,1 @@
+Print 1 / 0 ' error: 11

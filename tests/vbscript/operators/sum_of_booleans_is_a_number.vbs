@@ -1,0 +1,1 @@
+Print True + True, TypeName(True + True) ' expect: -2 Integer

@@ -1,0 +1,2 @@
+Dim a
+Print a + "x" & "|" & TypeName("5" + a) ' expect: x|String

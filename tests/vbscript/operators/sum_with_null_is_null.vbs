@@ -1,0 +1,1 @@
+Print IsNull(1 + Null) ' expect: True

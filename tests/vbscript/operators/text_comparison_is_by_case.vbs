@@ -1,0 +1,1 @@
+Print "a" = "A", "a" > "B" ' expect: False True

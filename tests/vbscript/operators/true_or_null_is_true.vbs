@@ -1,0 +1,1 @@
+Print True Or Null, IsNull(False Or Null) ' expect: True True

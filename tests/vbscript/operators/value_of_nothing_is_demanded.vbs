@@ -1,0 +1,3 @@
+Dim o
+Set o = Nothing
+Print o = 1 ' error: 91

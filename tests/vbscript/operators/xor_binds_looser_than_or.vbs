@@ -1,0 +1,1 @@
+Print True Xor True Or True ' expect: False

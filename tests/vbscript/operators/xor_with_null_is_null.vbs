@@ -1,0 +1,1 @@
+Print IsNull(True Xor Null), IsNull(Null Eqv False) ' expect: True True

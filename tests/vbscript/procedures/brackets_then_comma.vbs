@@ -1,0 +1,4 @@
+Sub S(a, b)
+  Print a, b
+End Sub
+S (1), 2 ' expect: 1 2

@@ -1,0 +1,4 @@
+Later ' expect: later
+Sub Later
+  Print "later"
+End Sub

@@ -1,0 +1,6 @@
+Sub S
+  Print "in" ' expect: in
+  Exit Sub
+  Print "never"
+End Sub
+S

@@ -1,0 +1,3 @@
+Function F
+End Function
+Print IsEmpty(F) ' expect: True

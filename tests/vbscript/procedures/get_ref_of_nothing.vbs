@@ -1,0 +1,1 @@
+Set f = GetRef("NoSuch") ' error: 5

@@ -1,0 +1,7 @@
+Sub S
+  Print "first"
+End Sub
+Sub S
+  Print "second"
+End Sub
+S ' expect: second

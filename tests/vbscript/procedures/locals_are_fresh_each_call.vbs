@@ -1,0 +1,6 @@
+Function Count
+  Dim n
+  n = n + 1
+  Count = n
+End Function
+Print Count, Count ' expect: 1 1

@@ -1,0 +1,4 @@
+Sub S(a)
+  Print a
+End Sub
+S -1 ' expect: -1

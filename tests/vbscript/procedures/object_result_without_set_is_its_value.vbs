@@ -1,0 +1,4 @@
+Function Make
+  Make = Toy
+End Function
+Print TypeName(Make), Make ' expect: Integer 7

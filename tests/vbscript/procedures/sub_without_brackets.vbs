@@ -1,0 +1,4 @@
+Sub Say(a, b)
+  Print a & b
+End Sub
+Say "x", "y" ' expect: xy

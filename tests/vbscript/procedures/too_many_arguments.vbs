@@ -1,0 +1,3 @@
+Sub S
+End Sub
+S 1 ' error: 450

@@ -1,0 +1,3 @@
+x = 1
+Toy.Bump (x)
+Print x ' expect: 1

@@ -1,0 +1,1 @@
+x = NoSuchThing(1) ' error: 13

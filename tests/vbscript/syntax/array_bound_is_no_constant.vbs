@@ -1,0 +1,1 @@
+Dim a(n) ' syntax error: 1026 line 1 column 7

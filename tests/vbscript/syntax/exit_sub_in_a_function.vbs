@@ -1,0 +1,3 @@
+Function F
+  Exit Sub ' syntax error: 1039 line 2 column 8
+End Function

@@ -1,0 +1,1 @@
+x = ' syntax error: 1023 line 1 column 4

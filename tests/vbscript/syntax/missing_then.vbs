@@ -1,0 +1,1 @@
+If True ' syntax error: 1017 line 1 column 8

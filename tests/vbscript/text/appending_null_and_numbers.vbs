@@ -1,0 +1,3 @@
+s = "a"
+s = s & Null & 1 & True
+Print s ' expect: a1True

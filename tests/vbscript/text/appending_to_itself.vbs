@@ -1,0 +1,3 @@
+s = "ab"
+s = s & s & s
+Print s ' expect: ababab

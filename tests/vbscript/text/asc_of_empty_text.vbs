@@ -1,0 +1,1 @@
+Print Asc("") ' error: 5

@@ -1,0 +1,1 @@
+Print LenB("ab"), LenB("中"), LenB(LeftB("abc", 2)) ' expect: 4 2 2

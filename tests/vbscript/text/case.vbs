@@ -1,0 +1,1 @@
+Print UCase("aBc1é"), LCase("ABcÉ") ' expect: ABC1É abcé

@@ -1,0 +1,1 @@
+Print InStr("abc", ""), InStr("", "a"), InStr("", "") ' expect: 1 0 0

@@ -1,0 +1,1 @@
+Print InStr(9, "abc", "a"), InStr(4, "abc", "") ' expect: 0 0

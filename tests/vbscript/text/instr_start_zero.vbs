@@ -1,0 +1,1 @@
+Print InStr(0, "abc", "a") ' error: 5

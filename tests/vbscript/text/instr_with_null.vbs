@@ -1,0 +1,1 @@
+Print IsNull(InStr(Null, "a")), IsNull(InStr("a", Null)) ' expect: True True

@@ -1,0 +1,1 @@
+Print InStrRev("abc", ""), InStrRev("abc", "", 2) ' expect: 3 2

@@ -1,0 +1,1 @@
+Print InStrRev("abc", "a", 9) ' expect: 0

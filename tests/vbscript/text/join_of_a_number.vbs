@@ -1,0 +1,1 @@
+Print Join(5) ' error: 13

@@ -1,0 +1,1 @@
+Print Mid("abc", 0, 1) ' error: 5

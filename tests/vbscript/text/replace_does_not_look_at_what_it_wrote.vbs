@@ -1,0 +1,1 @@
+Print Replace("aa", "a", "aa") ' expect: aaaa

@@ -1,0 +1,1 @@
+Print Replace("abcabc", "b", "X", 3) ' expect: caXc

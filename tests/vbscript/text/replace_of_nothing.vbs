@@ -1,0 +1,1 @@
+Print Replace("abc", "", "x"), "[" & Replace("", "a", "b") & "]" ' expect: abc []

@@ -1,0 +1,1 @@
+Print Replace(Null, "a", "b") ' error: 94

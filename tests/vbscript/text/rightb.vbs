@@ -1,0 +1,1 @@
+Print AscB(RightB("AB", 2)) ' expect: 66

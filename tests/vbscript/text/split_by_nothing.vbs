@@ -1,0 +1,2 @@
+a = Split("abc", "")
+Print UBound(a), a(0) ' expect: 0 abc

@@ -1,0 +1,1 @@
+Print UBound(Split("", ",")) ' expect: -1

@@ -1,0 +1,1 @@
+Print String(-1, "a") ' error: 5

@@ -1,0 +1,1 @@
+Print Len(Trim(vbTab & " a")) ' expect: 3

@@ -1,0 +1,1 @@
+Print "[" & Trim("  a b  ") & "]", "[" & LTrim("  a ") & "]", "[" & RTrim(" a  ") & "]" ' expect: [a b] [a ] [ a]

@@ -1,0 +1,1 @@
+Print ChrB(&H2D) & ChrB(&H4E) ' expect: 中

@@ -1,0 +1,3 @@
+With 5 ' error: 424
+  Print .x
+End With

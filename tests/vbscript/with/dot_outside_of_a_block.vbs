@@ -1,0 +1,1 @@
+Print .Count ' error: 505
