@@ -18,7 +18,7 @@ class MemoryFiles : public platform::Files {
     stored_[path] = ++times_stored_;
     files_[std::move(path)] = std::move(bytes);
   }
-  void remove(const std::string& path) { files_.erase(path); }
+  void remove(std::string_view path) override { files_.erase(find(path).value_or("")); }
   // Reading this path raises 70 from now on.
   void forbid(std::string path) { forbidden_ = std::move(path); }
   const std::vector<std::string>& reads() const { return reads_; }

@@ -1,0 +1,5 @@
+<%
+Dim Cart
+Set Cart = Server.CreateObject("Scripting.Dictionary")
+Cart.CompareMode = 1
+%>

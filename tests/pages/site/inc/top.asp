@@ -1,0 +1,5 @@
+<%
+Function Money(amount)
+  Money = FormatNumber(amount, 2)
+End Function
+%><h1>Prices</h1>
