@@ -1,7 +1,8 @@
 // Connection: one visitor's connection, from its first byte to its end.
 //
-// All of it belongs to the thread of the front's event loop, but while a page runs: then the page's
-// thread has the request and writes to the socket itself.
+// It belongs to one thread at a time: that of the front's event loop, but from the start of a page
+// to the wait for the next request, when the page's thread has it and writes to the socket itself.
+// deadline() and break_off() are the event loop's to call at any time.
 #ifndef RK_PAGEHOST_HTTP_CONNECTION_H_
 #define RK_PAGEHOST_HTTP_CONNECTION_H_
 
@@ -41,9 +42,7 @@ class Connection {
   virtual void start() = 0;
   virtual std::chrono::steady_clock::time_point deadline() const = 0;
   virtual void meet_deadline() = 0;
-  // The server stops: a connection between two requests is not kept for long.
-  virtual void stop_soon() = 0;
-  // Ends whatever it is at; a page that runs finds its visitor gone.
+  // Cuts the visitor off; whatever the connection is at ends by that.
   virtual void break_off() = 0;
 };
 
@@ -60,6 +59,7 @@ struct Hub {
   std::unordered_set<std::shared_ptr<Connection>> connections;  // of the event loop's thread
   std::function<void()> on_closed;                              // called there, a connection less
   std::atomic<bool> stopping{false};
+  std::chrono::steady_clock::time_point stopped_at;  // set before `stopping`
   std::unique_ptr<PagePool> pool;
 };
 

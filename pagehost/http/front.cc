@@ -209,10 +209,10 @@ void Front::Server::begin_stop() {
   // Connections that the system took for us before we stopped listening are ours to answer.
   while (take_next()) {
   }
+  hub_.stopped_at = SteadyClock::now();
   hub_.stopping.store(true);
   error_code ignored;
   acceptor_.close(ignored);
-  for (const auto& connection : hub_.connections) connection->stop_soon();
   if (hub_.connections.empty()) return io_.stop();
   stop_.expires_after(hub_.options.stop_time);
   stop_.async_wait([this](error_code cancelled) {
@@ -226,9 +226,7 @@ void Front::Server::begin_stop() {
 }
 
 void Front::Server::break_off_all() {
-  const std::vector<std::shared_ptr<Connection>> left(hub_.connections.begin(),
-                                                      hub_.connections.end());
-  for (const auto& connection : left) connection->break_off();
+  for (const auto& connection : hub_.connections) connection->break_off();
 }
 
 Front::Front(FrontOptions options, FrontParts parts)

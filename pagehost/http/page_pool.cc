@@ -81,15 +81,15 @@ bool PagePool::may_start(Clock::time_point now) const {
   return static_cast<std::size_t>(fresh) < options_.eager_threads;
 }
 
-// Gives a task to a thread; false where none is idle and the system has no further one.
-bool PagePool::start(std::shared_ptr<PageTask>& task, Clock::time_point now) {
+// Gives a task to a thread, one that waits (to be woken by the caller) or a new one; null where
+// none waits and the system has no further one.
+PagePool::Worker* PagePool::start(std::shared_ptr<PageTask>& task, Clock::time_point now) {
   Worker* worker = nullptr;
   if (!idle_.empty()) {
     worker = idle_.back();
     idle_.pop_back();
     worker->task = std::move(task);
     worker->started = now;
-    worker->wake.notify_one();
   } else {
     auto fresh = std::make_unique<Worker>();
     worker = fresh.get();
@@ -99,21 +99,27 @@ bool PagePool::start(std::shared_ptr<PageTask>& task, Clock::time_point now) {
       worker->thread =
           std::make_unique<PageThread>(options_.stack_bytes, [this, worker] { work(*worker); });
     } catch (const std::system_error&) {
-      return false;  // what runs goes on and takes the queue's next
+      return nullptr;  // what runs goes on and takes the queue's next
     }
     task.reset();
     workers_.push_back(std::move(fresh));
   }
   ++running_;
-  return true;
+  return worker;
 }
 
 bool PagePool::submit(std::shared_ptr<PageTask> task) {
-  const std::lock_guard lock(mutex_);
+  std::unique_lock lock(mutex_);
   if (stopping_) return false;
   if (queue_.empty()) {
     const Clock::time_point now = Clock::now();
-    if (may_start(now) && start(task, now)) return true;
+    Worker* const worker = may_start(now) ? start(task, now) : nullptr;
+    if (worker != nullptr) {
+      // Woken without the lock, which it takes first of all.
+      lock.unlock();
+      worker->wake.notify_one();
+      return true;
+    }
   }
   // Threads that are not started yet count as places too.
   if (queue_.size() + running_ >= options_.max_waiting + options_.max_threads) return false;
@@ -155,7 +161,9 @@ void PagePool::supervise() {
     if (queued_.wait_for(lock, kPatience, [this] { return stopping_; })) return;
     const Clock::time_point now = Clock::now();
     while (!queue_.empty() && may_start(now)) {
-      if (!start(queue_.front(), now)) break;
+      Worker* const worker = start(queue_.front(), now);
+      if (worker == nullptr) break;
+      worker->wake.notify_one();
       queue_.pop_front();
     }
   }

@@ -79,7 +79,7 @@ class PagePool {
   };
 
   bool may_start(Clock::time_point now) const;
-  bool start(std::shared_ptr<PageTask>& task, Clock::time_point now);
+  Worker* start(std::shared_ptr<PageTask>& task, Clock::time_point now);
   void work(Worker& worker);
   void supervise();
 
