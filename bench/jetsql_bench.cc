@@ -9,7 +9,13 @@
 
 namespace {
 
-using namespace rk::jetsql;
+using rk::jetsql::read_shape;
+using rk::jetsql::Schema;
+using rk::jetsql::Shape;
+using rk::jetsql::Table;
+using rk::jetsql::translate;
+using rk::jetsql::Translation;
+using rk::jetsql::Type;
 
 constexpr std::string_view kList =
     "Select Top 20 "

@@ -15,7 +15,23 @@
 
 namespace {
 
-using namespace rk::jetsql;
+using rk::jetsql::Aggregate;
+using rk::jetsql::aggregates;
+using rk::jetsql::bound_value;
+using rk::jetsql::check_outside;
+using rk::jetsql::Function;
+using rk::jetsql::functions;
+using rk::jetsql::is_like;
+using rk::jetsql::Parameter;
+using rk::jetsql::read_shape;
+using rk::jetsql::same_letters;
+using rk::jetsql::Schema;
+using rk::jetsql::Shape;
+using rk::jetsql::SqlError;
+using rk::jetsql::Table;
+using rk::jetsql::translate;
+using rk::jetsql::Translation;
+using rk::jetsql::Type;
 
 class TwoTables : public Schema {
  public:
