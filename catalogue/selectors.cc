@@ -4,7 +4,7 @@
 #include "platform/database.h"
 #include "site/storefront.h"
 #include "value/conversions.h"
-#include "value/text.h"
+#include "value/text_functions.h"
 
 namespace rk::catalogue {
 
@@ -106,7 +106,7 @@ std::string link_start(const ServerListParameters& parameters) {
 }
 
 std::string_view class_type_of(std::string_view page) {
-  const std::string lowered = lowered_ascii(page);
+  const std::string lowered = lower_case(page);
   if (lowered == "/host") return "host";
   if (lowered == "/mail/mail.asp") return "mail";
   if (lowered == "/database") return "sql";

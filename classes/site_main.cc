@@ -8,6 +8,11 @@
 #include "catalogue/plan_lists.h"
 #include "catalogue/selectors.h"
 #include "platform/page.h"
+#include "site/menu.h"
+#include "site/messages.h"
+#include "site/money_log.h"
+#include "site/random_letters.h"
+#include "site/regions.h"
 #include "site/storefront.h"
 #include "site/tags.h"
 #include "site/template_cache.h"
@@ -30,6 +35,15 @@ constexpr std::array kOperations{
     operation<&SiteMain::GetKey>("GetKey"),
     operation<&SiteMain::ReStr>("ReStr"),
     operation<&SiteMain::CheckTempType>("CheckTempType"),
+    operation<&SiteMain::MessBox>("MessBox"),
+    operation<&SiteMain::ShowMsg>("ShowMsg"),
+    operation<&SiteMain::checkpost>("checkpost"),
+    operation<&SiteMain::Show_Menu>("Show_Menu"),
+    operation<&SiteMain::GetBarClass>("GetBarClass"),
+    operation<&SiteMain::WriteMoneyLog>("WriteMoneyLog"),
+    operation<&SiteMain::MyRandc>("MyRandc"),
+    operation<&SiteMain::GetCTSelect>("GetCTSelect"),
+    operation<&SiteMain::GetCTName>("GetCTName"),
     operation<&SiteMain::Show_HostList>("Show_HostList"),
     operation<&SiteMain::Show_SqlList>("Show_SqlList"),
     operation<&SiteMain::Show_MySqlList>("Show_MySqlList"),
@@ -109,6 +123,46 @@ Value SiteMain::ReStr(Value& mystr) {
 
 Value SiteMain::CheckTempType(Value& chkStr1, Value& chkStr2) {
   return Value::text(site::CheckTempType(chkStr1, chkStr2));
+}
+
+// --- messages, menu, money log, random letters, regions
+// -------------------------------------------
+
+void SiteMain::MessBox(Value& errorcode, Value& locpage, Value& beend) {
+  site::MessBox(page_, errorcode, locpage, beend);
+}
+
+void SiteMain::ShowMsg(Value& MsgStr) {
+  site::ShowMsg(page_, MsgStr);
+}
+
+void SiteMain::checkpost() {
+  site::checkpost(page_);
+}
+
+Value SiteMain::Show_Menu(Value& Back_Str, Value& Agent_User) {
+  return Value::text(site::Show_Menu(page_, Back_Str, Agent_User));
+}
+
+Value SiteMain::GetBarClass(Value& barurl, Value& inputvalue) {
+  return site::GetBarClass(page_, barurl, inputvalue);
+}
+
+void SiteMain::WriteMoneyLog(Value& User, Value& LogType, Value& Money, Value& BuyMoney,
+                             Value& LogMoney, Value& Info) {
+  site::WriteMoneyLog(page_, equipment_.clock, {User, LogType, Money, BuyMoney, LogMoney, Info});
+}
+
+Value SiteMain::MyRandc(Value& count) {
+  return Value::text(site::MyRandc(count, equipment_.random));
+}
+
+Value SiteMain::GetCTSelect(Value& NowValue, Value& GetType, Value& sIndex) {
+  return Value::text(site::GetCTSelect(page_, NowValue, GetType, sIndex));
+}
+
+Value SiteMain::GetCTName(Value& ProvCode, Value& ShowType) {
+  return site::GetCTName(page_, ProvCode, ShowType);
 }
 
 // --- catalogue ----------------------------------------------------------------------------------

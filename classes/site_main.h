@@ -43,6 +43,18 @@ class SiteMain : public Object {
   Value ReStr(Value& mystr);
   Value CheckTempType(Value& chkStr1, Value& chkStr2);
 
+  // Messages, menu, money log, random letters and regions
+  void MessBox(Value& errorcode, Value& locpage, Value& beend);
+  void ShowMsg(Value& MsgStr);
+  void checkpost();
+  Value Show_Menu(Value& Back_Str, Value& Agent_User);
+  Value GetBarClass(Value& barurl, Value& inputvalue);
+  void WriteMoneyLog(Value& User, Value& LogType, Value& Money, Value& BuyMoney, Value& LogMoney,
+                     Value& Info);
+  Value MyRandc(Value& count);
+  Value GetCTSelect(Value& NowValue, Value& GetType, Value& sIndex);
+  Value GetCTName(Value& ProvCode, Value& ShowType);
+
   // Catalogue
   Value Show_HostList(Value& Style, Value& ListNum, Value& NewLineNum, Value& LineCode,
                       Value& OrderType, Value& ConLineHeight, Value& ListLineHeight,

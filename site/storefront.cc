@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "value/conversions.h"
-#include "value/text.h"
+#include "value/text_functions.h"
 
 namespace rk::site {
 
@@ -43,7 +43,7 @@ bool is_master_site(std::string_view site_domain, std::string_view host) {
 bool lists_host(std::string_view domains, std::string_view host) {
   for (std::size_t from = 0;;) {
     const std::size_t comma = domains.find(',', from);
-    if (lowered_ascii(domains.substr(from, comma - from)) == host) return true;
+    if (lower_case(domains.substr(from, comma - from)) == host) return true;
     if (comma == std::string_view::npos) return false;
     from = comma + 1;
   }
@@ -75,7 +75,7 @@ std::string agent_folder(Connection& db, std::string_view agent_user) {
 std::string folder_of_request(const PageContext& page, Connection& db) {
   std::string folder = first_text(db, std::string(kActiveTemplateSql), "templatePath");
   const std::string host =
-      lowered_ascii(joined_text(page.request().server_variable("HTTP_HOST")).view());
+      lower_case(joined_text(page.request().server_variable("HTTP_HOST")).view());
   const std::string site_domain = first_text(db, std::string(kMasterDomainSql), "SiteDomain");
   if (is_master_site(site_domain, host)) return folder;
   const std::string agent_user = agent_of_host(db, host);

@@ -122,12 +122,14 @@ void fill(std::string& text, std::string_view tag, std::string_view content) {
   replace_all(text, braced(tag), content);
 }
 
-void fill(std::string& text, std::string_view tag, const Value& content) {
-  if (const auto filling = text_if_any(content)) {
+bool fill(std::string& text, std::string_view tag, const Value& content) {
+  const auto filling = text_if_any(content);
+  if (filling) {
     fill(text, tag, filling->view());
   } else {
     text.clear();
   }
+  return filling.has_value();
 }
 
 Text filled(const Text& text, std::string_view tag, const Value& content) {

@@ -33,9 +33,10 @@ std::string_view cut(std::string_view html, std::string_view start, std::string_
 Text replaced(const Text& text, std::string_view from, std::string_view to);
 void replace_all(std::string& text, std::string_view from, std::string_view to);
 
-// Fills a tag of a text in place, as Set_Tags does.
+// Fills a tag of a text in place, as Set_Tags does. False where the content has no text, and the
+// whole text is lost.
 void fill(std::string& text, std::string_view tag, std::string_view content);
-void fill(std::string& text, std::string_view tag, const Value& content);
+bool fill(std::string& text, std::string_view tag, const Value& content);
 Text filled(const Text& text, std::string_view tag, const Value& content);
 
 }  // namespace rk::site

@@ -1,0 +1,96 @@
+#include "site/regions.h"
+
+#include <memory>
+#include <optional>
+
+#include "platform/database.h"
+#include "site/storefront.h"
+#include "value/conversions.h"
+
+namespace rk::site {
+
+namespace {
+
+using platform::Connection;
+using platform::Recordset;
+
+std::string regions_sql(std::string_view type, std::string_view index) {
+  if (type == "pro") return "Select * From [Rk_CT] Where [PostCode] Like '%0000'";
+  if (type != "ct") return {};
+  return std::string("Select * From [Rk_CT] Where [PostCode] Like '")
+      .append(index)
+      .append("%00' And [PostCode]<>'")
+      .append(index)
+      .append("0000'");
+}
+
+// A province without rows for cities offers itself.
+std::string regions_and_province_sql(std::string_view index) {
+  return std::string("Select * From [Rk_CT] Where [PostCode] Like '").append(index).append("%00'");
+}
+
+std::string region_sql(std::string_view code) {
+  return std::string("Select * From [Rk_CT] Where [PostCode]='").append(code).append("'");
+}
+
+std::unique_ptr<Recordset> regions(Connection& db, std::string_view type, std::string_view index) {
+  auto rows = db.execute(regions_sql(type, index));
+  if (!rows->eof()) return rows;
+  rows->close();
+  return db.execute(regions_and_province_sql(index));
+}
+
+void append_option(std::string& html, Recordset& region, const std::optional<Text>& selected) {
+  const std::optional<Text> code = try_text(region.field("PostCode"));
+  html.append("<option value=\"").append(code.value_or(Text()).view()).append("\"");
+  if (code && selected && *code == *selected) html.append(" selected");
+  html.append(">");
+  append_text(html, region.field("Name"));
+  html.append("</option>");
+}
+
+struct Form {
+  std::string_view show_type;
+  std::string_view column;
+  std::string_view of_beijing;
+};
+constexpr Form kForms[] = {{"0", "Name", "北京"},
+                           {"1", "PinYin", "BeiJing"},
+                           {"2", "PostCode", "110000"},
+                           {"3", "simple", "BJ"}};
+
+}  // namespace
+
+std::string GetCTSelect(const PageContext& page, const Value& NowValue, const Value& GetType,
+                        const Value& sIndex) {
+  const auto db = open_database(page);
+  const std::optional<Text> selected = try_text(NowValue);
+  std::string html;
+  {
+    const platform::ReadScope one_view(*db);
+    const auto rows = regions(*db, joined_text(GetType).view(), joined_text(sIndex).view());
+    for (; !rows->eof(); rows->move_next()) append_option(html, *rows, selected);
+    rows->close();
+  }
+  db->close();
+  return html;
+}
+
+Value GetCTName(const PageContext& page, const Value& ProvCode, const Value& ShowType) {
+  const auto db = open_database(page);
+  const Text show_type = joined_text(ShowType);
+  Value name;
+  {
+    const platform::ReadScope one_view(*db);
+    const auto rows = db->execute(region_sql(joined_text(ProvCode).view()));
+    for (const Form& form : kForms) {
+      if (form.show_type != show_type.view()) continue;
+      name = rows->eof() ? Value::text(form.of_beijing) : rows->field(form.column);
+    }
+    rows->close();
+  }
+  db->close();
+  return name;
+}
+
+}  // namespace rk::site
