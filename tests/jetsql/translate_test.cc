@@ -1,8 +1,9 @@
 // What is bound for a literal, by the conversion that the column it meets asks for.
+#include "jetsql/translate.h"
+
 #include <gtest/gtest.h>
 
 #include "jetsql/numbers.h"
-#include "jetsql/translate.h"
 
 namespace rk::jetsql {
 namespace {
@@ -127,18 +128,6 @@ TEST(BoundValue, StoredIntoATextIsWritten) {
   EXPECT_EQ(bound(real(1e20), Conversion::StoredText), "'1E+20'");
   EXPECT_EQ(bound(real(46086, Kind::Date), Conversion::StoredText), "'2026-03-05'");
   EXPECT_EQ(bound(whole(5), Conversion::StoredText, true), "'-5'");
-}
-
-TEST(TypeOfDeclaration, GoesByTheFirstWord) {
-  EXPECT_EQ(type_of_declaration("INTEGER"), Type::Integer);
-  EXPECT_EQ(type_of_declaration("text(50)"), Type::Text);
-  EXPECT_EQ(type_of_declaration(" DateTime "), Type::Date);
-  EXPECT_EQ(type_of_declaration("DECIMAL(10,2)"), Type::Double);
-  EXPECT_EQ(type_of_declaration("Currency"), Type::Currency);
-  EXPECT_EQ(type_of_declaration("BOOLEAN NOT NULL"), Type::Boolean);
-  EXPECT_EQ(type_of_declaration("blob"), Type::Blob);
-  EXPECT_EQ(type_of_declaration(""), Type::Unknown);
-  EXPECT_EQ(type_of_declaration("geometry"), Type::Unknown);
 }
 
 }  // namespace
