@@ -1,10 +1,165 @@
+#include <algorithm>
+#include <set>
+#include <string>
+#include <vector>
+
 #include "app/commands.h"
 #include "app/program.h"
+#include "app/schema.h"
+#include "app/settings.h"
+#include "app/site.h"
+#include "pagehost/http/page_pool.h"
+#include "pagehost/pages/page_cache.h"
+#include "pagehost/pages/page_reader.h"
+#include "value/conversions.h"
+#include "value/script_error.h"
+#include "value/text.h"
+#include "vbscript/limits.h"
 
 namespace rk::app {
+namespace {
 
-int check(const std::string&) {
-  throw CommandFailure("check: not built yet");
+constexpr std::string_view kStartUpScript = "/global.asa";
+constexpr std::string_view kConnectionName = "Rk_ConnStr";
+// Folders inside one another; a link that leads round in the site ends here.
+constexpr int kMaxFolderDepth = 32;
+
+// What is found wrong: "FILE:LINE: message", each once, in the order of finding.
+class Findings final : public pagehost::Log {
+ public:
+  void add(const std::string& finding) {
+    if (seen_.insert(finding).second) findings_.push_back(finding);
+  }
+  void error(std::string_view event) override {
+    // A report's further lines show the place, which its first line names.
+    add(std::string(event.substr(0, event.find('\n'))));
+  }
+  void note(std::string_view) override {}
+
+  const std::vector<std::string>& all() const { return findings_; }
+
+ private:
+  std::set<std::string> seen_;
+  std::vector<std::string> findings_;
+};
+
+void collect_pages(const platform::Files& files, const std::string& folder,
+                   const std::string& virtual_folder, int depth, std::vector<std::string>& pages) {
+  if (depth > kMaxFolderDepth) return;
+  for (const std::string& name : files.names(folder)) {
+    if (name.front() == '.') continue;
+    const std::string physical = folder + "/" + name;
+    const std::string path = virtual_folder + "/" + name;
+    if (files.is_folder(physical)) {
+      collect_pages(files, physical, path, depth + 1, pages);
+    } else if (pagehost::PageHost::is_page(path)) {
+      pages.push_back(path);
+    }
+  }
+}
+
+void check_page(const pagehost::PageReader& reader, const std::string& path, int code_page,
+                Findings& findings) {
+  pagehost::PageSource source = reader.page(path, code_page);
+  for (const std::string& note : source.notes) findings.add(note);
+  const pagehost::CompiledPage page = pagehost::compiled_page(path, std::move(source));
+  if (!page.failure) return;
+  findings.add(page.failure->path + ":" + std::to_string(page.failure->line) + ": " +
+               page.failure->text);
+}
+
+// The line of the start-up script that names the connection string, for what the database lacks.
+int connection_line(const platform::Files& files, const std::string& script) {
+  if (!files.find(script)) return 1;
+  const std::string text = lowered_ascii(files.read(script));
+  const std::size_t at = text.find(lowered_ascii(kConnectionName));
+  if (at == std::string::npos) return 1;
+  const auto end = text.begin() + static_cast<std::ptrdiff_t>(at);
+  return 1 + static_cast<int>(std::count(text.begin(), end, '\n'));
+}
+
+std::vector<std::string> missing_columns(platform::Recordset& rows, const SchemaTable& table) {
+  std::vector<std::string> missing;
+  for (const SchemaColumn& column : table.columns) {
+    bool there = false;
+    for (std::size_t i = 0; i < rows.field_count(); ++i) {
+      there = there || equal_ignoring_case(rows.field_name(i), column.name);
+    }
+    if (!there) missing.emplace_back(column.name);
+  }
+  return missing;
+}
+
+void check_table(platform::Connection& connection, const SchemaTable& table,
+                 const std::string& place, Findings& findings) {
+  const std::string name(table.name);
+  try {
+    const auto rows =
+        connection.open_recordset("Select Top 1 * From [" + name + "]",
+                                  platform::CursorType::ForwardOnly, platform::LockType::ReadOnly);
+    for (const std::string& column : missing_columns(*rows, table)) {
+      findings.add(place + "the database's table " + name + " lacks the column " + column);
+    }
+  } catch (const ScriptError& error) {
+    const bool missing = error.number() == errors::kSqlMissingTable;
+    findings.add(place + (missing ? "the database lacks the table " + name : error.description()));
+  }
+}
+
+void check_database(Site& site, Findings& findings) {
+  const std::string script = site.folder() + std::string(kStartUpScript);
+  const std::string place = std::string(kStartUpScript) + ":" +
+                            std::to_string(connection_line(site.files(), script)) + ": ";
+  const Text connection_string = joined_text(site.pages().application_value(kConnectionName));
+  if (connection_string.empty()) {
+    findings.add(place + "Application_OnStart sets no Application(\"Rk_ConnStr\")");
+    return;
+  }
+  const std::shared_ptr<platform::Database> database = site.database();
+  const std::unique_ptr<platform::Connection> connection = database->connection();
+  try {
+    connection->open(connection_string.view());
+  } catch (const ScriptError& error) {
+    findings.add(place + error.description());
+    return;
+  }
+  for (const SchemaTable& table : schema_tables()) {
+    check_table(*connection, table, place, findings);
+  }
+}
+
+void check_site(const std::string& folder, const Settings& settings, Findings& findings) {
+  SiteOptions options;
+  options.folder = folder;
+  options.settings = settings;
+  Site site(std::move(options), findings);
+  site.pages().start();
+  const pagehost::PageReader reader(site.files(), site.code_pages(), folder);
+  std::vector<std::string> pages;
+  collect_pages(site.files(), folder, "", 0, pages);
+  for (const std::string& path : pages) {
+    check_page(reader, path, site.pages().code_page(), findings);
+  }
+  check_database(site, findings);
+  site.pages().stop();
+}
+
+}  // namespace
+
+int check(const std::string& site) {
+  const std::string folder = site_folder(site);
+  Findings findings;
+  try {
+    const Settings settings = load_settings(folder);
+    http::run_on_page_thread(vbscript::kPageThreadStackBytes,
+                             [&] { check_site(folder, settings, findings); });
+  } catch (const SettingsError& error) {
+    findings.add(error.what());
+  }
+  std::string report;
+  for (const std::string& finding : findings.all()) report.append(finding).append("\n");
+  print(report);
+  return findings.all().empty() ? kDone : kFailed;
 }
 
 }  // namespace rk::app

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "adapters/codepage/code_pages.h"
+#include "adapters/pcre2/regexps.h"
 #include "adapters/posix/clock.h"
 #include "adapters/posix/files.h"
 #include "adapters/posix/random.h"
@@ -136,6 +137,7 @@ struct Site::Parts {
   codepage::IcuCodePages code_pages;
   posix::PosixClock clock;
   posix::SystemRandom random;
+  pcre2::Regexps regexps;
   posix::PosixFiles files;
   PosixSiteFiles site_files;
   sqlite::Engine engine;
@@ -182,6 +184,7 @@ pagehost::PageHostParts Site::Parts::host_parts() {
   parts.code_pages = &code_pages;
   parts.clock = &clock;
   parts.random = &random;
+  parts.regexps = &regexps;
   parts.programs = &programs;
   parts.log = &log;
   parts.make_database = [this](const std::shared_ptr<const pagehost::PageWatch>& watch) {
@@ -217,6 +220,10 @@ const http::SiteFiles& Site::site_files() const {
 }
 const platform::CodePages& Site::code_pages() const {
   return parts_->code_pages;
+}
+
+std::shared_ptr<platform::Database> Site::database() {
+  return parts_->engine.page();
 }
 
 std::vector<std::string> Site::hidden_folders() const {

@@ -46,6 +46,8 @@ class Site {
   const platform::Files& files() const;
   const http::SiteFiles& site_files() const;
   const platform::CodePages& code_pages() const;
+  // For work on the site's own behalf, outside of any page: without limits of time, untraced.
+  std::shared_ptr<platform::Database> database();
   // Virtual paths that no visitor may read, in small letters: "/log", "/data" and the settings'.
   std::vector<std::string> hidden_folders() const;
 

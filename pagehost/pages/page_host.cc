@@ -144,6 +144,10 @@ void PageHost::end_running_pages() {
   parts_->state().application.wake();
 }
 
+Value PageHost::application_value(std::string_view name) const {
+  return parts_->state().application.value(name);
+}
+
 int PageHost::code_page() const {
   return parts_->state().code_page;
 }

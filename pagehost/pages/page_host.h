@@ -23,6 +23,7 @@
 #include "platform/files.h"
 #include "platform/random.h"
 #include "platform/regexp.h"
+#include "value/value.h"
 
 namespace rk::pagehost {
 
@@ -89,6 +90,9 @@ class PageHost {
 
   // The code page of pages, requests and responses; known after start().
   int code_page() const;
+
+  // A value of the application, for the site's owner; Empty where never stored.
+  Value application_value(std::string_view name) const;
 
   // Whether a path is a page's by its name (".asp" in any letter case).
   static bool is_page(std::string_view path);
