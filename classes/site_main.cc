@@ -8,6 +8,11 @@
 #include "catalogue/plan_lists.h"
 #include "catalogue/selectors.h"
 #include "platform/page.h"
+#include "shop/news.h"
+#include "shop/payment.h"
+#include "shop/shop_item_page.h"
+#include "shop/shop_list.h"
+#include "shop/success.h"
 #include "site/menu.h"
 #include "site/messages.h"
 #include "site/money_log.h"
@@ -18,6 +23,7 @@
 #include "site/template_cache.h"
 #include "value/conversions.h"
 #include "value/script_error.h"
+#include "widgets/strips.h"
 
 namespace rk::classes {
 
@@ -53,6 +59,20 @@ constexpr std::array kOperations{
     operation<&SiteMain::Show_sDomainList>("Show_sDomainList"),
     operation<&SiteMain::ShowPro_List>("ShowPro_List"),
     operation<&SiteMain::Show_ServerList>("Show_ServerList"),
+    operation<&SiteMain::Show_ShopList>("Show_ShopList"),
+    operation<&SiteMain::Show_ShopInfo>("Show_ShopInfo"),
+    operation<&SiteMain::Show_PayType>("Show_PayType"),
+    operation<&SiteMain::Show_EnterPay>("Show_EnterPay"),
+    operation<&SiteMain::getnews>("getnews"),
+    operation<&SiteMain::Show_NewsList>("Show_NewsList"),
+    operation<&SiteMain::Show_NewsPageList>("Show_NewsPageList"),
+    operation<&SiteMain::Show_SuccessItem>("Show_SuccessItem"),
+    operation<&SiteMain::Show_SuccessList>("Show_SuccessList"),
+    operation<&SiteMain::Show_SuccessPageList>("Show_SuccessPageList"),
+    operation<&SiteMain::Show_Links>("Show_Links"),
+    operation<&SiteMain::Show_FtpLinks>("Show_FtpLinks"),
+    operation<&SiteMain::Show_NCompany>("Show_NCompany"),
+    operation<&SiteMain::Show_DownLoad>("Show_DownLoad"),
 };
 
 platform::ScriptingContext& scripting_context(const Value& mysc) {
@@ -219,6 +239,81 @@ Value SiteMain::ShowPro_List(Value& Agent_User) {
 
 Value SiteMain::Show_ServerList(Value& Width, Value& sHeight, Value& ShowPage, Value& Agent_User) {
   return Value::text(catalogue::Show_ServerList(page_, {Width, sHeight, ShowPage, Agent_User}));
+}
+
+// --- shop, payment, news and success cases -------------------------------------------------------
+
+Value SiteMain::Show_ShopList(Value& Style, Value& ShowItems, Value& ListNum, Value& NewsLineNum,
+                              Value& LineCode, Value& OrderType, Value& ItemOrders,
+                              Value& ConLineHeight, Value& ListLineHeight, Value& showIndex,
+                              Value& Agent_User) {
+  return Value::text(shop::Show_ShopList(
+      page_, {Style, ShowItems, ListNum, NewsLineNum, LineCode, OrderType, ItemOrders,
+              ConLineHeight, ListLineHeight, showIndex, Agent_User}));
+}
+
+Value SiteMain::Show_ShopInfo() {
+  return shop::Show_ShopInfo(page_);
+}
+
+Value SiteMain::Show_PayType(Value& Agent_User) {
+  return Value::text(shop::Show_PayType(page_, Agent_User));
+}
+
+Value SiteMain::Show_EnterPay(Value& Agent_User) {
+  return Value::text(shop::Show_EnterPay(page_, equipment_.clock, Agent_User));
+}
+
+void SiteMain::getnews(Value& types, Value& nos, Value& swdata, Value& lfno, Value& Agent_User) {
+  shop::getnews(page_, equipment_.clock, {types, nos, swdata, lfno, Agent_User});
+}
+
+Value SiteMain::Show_NewsList(Value& NewsType, Value& NewsNum, Value& TitleType, Value& TitleLength,
+                              Value& lineheight, Value& ShowTime, Value& Agent_User) {
+  return Value::text(shop::Show_NewsList(
+      page_, {NewsType, NewsNum, TitleType, TitleLength, lineheight, ShowTime, Agent_User}));
+}
+
+Value SiteMain::Show_NewsPageList(Value& Agent_User) {
+  return Value::text(shop::Show_NewsPageList(page_, equipment_.clock, Agent_User));
+}
+
+Value SiteMain::Show_SuccessItem(Value& Width, Value& sHeight, Value& Agent_User) {
+  return shop::Show_SuccessItem(page_, Width, sHeight, Agent_User);
+}
+
+Value SiteMain::Show_SuccessList(Value& SuccNum, Value& TitleLength, Value& Width, Value& titHeight,
+                                 Value& TitleType, Value& Agent_User) {
+  return Value::text(shop::Show_SuccessList(
+      page_, {SuccNum, TitleLength, Width, titHeight, TitleType, Agent_User}));
+}
+
+Value SiteMain::Show_SuccessPageList(Value& Style, Value& PageNumber, Value& NewLineNum,
+                                     Value& LineCode, Value& OrderType, Value& Agent_User) {
+  return Value::text(shop::Show_SuccessPageList(
+      page_, {Style, PageNumber, NewLineNum, LineCode, OrderType, Agent_User}));
+}
+
+// --- strips --------------------------------------------------------------------------------------
+
+Value SiteMain::Show_Links(Value& linkWidth, Value& linkHeight, Value& NumWidth, Value& TopNum,
+                           Value& stopTime, Value& sLen, Value& Agent_User) {
+  return Value::text(widgets::Show_Links(
+      page_, {linkWidth, linkHeight, NumWidth, TopNum, stopTime, sLen, Agent_User}));
+}
+
+Value SiteMain::Show_FtpLinks(Value& linkWidth, Value& linkHeight, Value& NumWidth, Value& TopNum,
+                              Value& stopTime, Value& sLen, Value& Agent_User) {
+  return Value::text(widgets::Show_FtpLinks(
+      page_, {linkWidth, linkHeight, NumWidth, TopNum, stopTime, sLen, Agent_User}));
+}
+
+Value SiteMain::Show_NCompany(Value& sNum, Value& sWindth, Value& ulWidth, Value& Agent_User) {
+  return widgets::Show_NCompany(page_, sNum, sWindth, ulWidth, Agent_User);
+}
+
+Value SiteMain::Show_DownLoad(Value& ShowNum, Value& sWidth, Value& sNum, Value& Agent_User) {
+  return Value::text(widgets::Show_DownLoad(page_, ShowNum, sWidth, sNum, Agent_User));
 }
 
 }  // namespace rk::classes

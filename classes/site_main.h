@@ -75,6 +75,31 @@ class SiteMain : public Object {
   Value ShowPro_List(Value& Agent_User);
   Value Show_ServerList(Value& Width, Value& sHeight, Value& ShowPage, Value& Agent_User);
 
+  // Shop, payment, news and success cases
+  Value Show_ShopList(Value& Style, Value& ShowItems, Value& ListNum, Value& NewsLineNum,
+                      Value& LineCode, Value& OrderType, Value& ItemOrders, Value& ConLineHeight,
+                      Value& ListLineHeight, Value& showIndex, Value& Agent_User);
+  Value Show_ShopInfo();
+  Value Show_PayType(Value& Agent_User);
+  Value Show_EnterPay(Value& Agent_User);
+  void getnews(Value& types, Value& nos, Value& swdata, Value& lfno, Value& Agent_User);
+  Value Show_NewsList(Value& NewsType, Value& NewsNum, Value& TitleType, Value& TitleLength,
+                      Value& lineheight, Value& ShowTime, Value& Agent_User);
+  Value Show_NewsPageList(Value& Agent_User);
+  Value Show_SuccessItem(Value& Width, Value& sHeight, Value& Agent_User);
+  Value Show_SuccessList(Value& SuccNum, Value& TitleLength, Value& Width, Value& titHeight,
+                         Value& TitleType, Value& Agent_User);
+  Value Show_SuccessPageList(Value& Style, Value& PageNumber, Value& NewLineNum, Value& LineCode,
+                             Value& OrderType, Value& Agent_User);
+
+  // Strips
+  Value Show_Links(Value& linkWidth, Value& linkHeight, Value& NumWidth, Value& TopNum,
+                   Value& stopTime, Value& sLen, Value& Agent_User);
+  Value Show_FtpLinks(Value& linkWidth, Value& linkHeight, Value& NumWidth, Value& TopNum,
+                      Value& stopTime, Value& sLen, Value& Agent_User);
+  Value Show_NCompany(Value& sNum, Value& sWindth, Value& ulWidth, Value& Agent_User);
+  Value Show_DownLoad(Value& ShowNum, Value& sWidth, Value& sNum, Value& Agent_User);
+
  private:
   const Equipment equipment_;
   site::PageContext page_;
