@@ -106,7 +106,7 @@ int serve(const ServeOptions& options) {
   // global.asa runs on a thread with a page's stack, as pages do.
   http::run_on_page_thread(vbscript::kPageThreadStackBytes, [&] { site.pages().start(); });
   log.note("pages are in code page " + std::to_string(site.pages().code_page()));
-  print("serving " + site.folder() + " at http://" + display(address) + "/\n");
+  print("serving " + options.site + " at http://" + display(address) + "/\n");
   front.run();
   http::run_on_page_thread(vbscript::kPageThreadStackBytes, [&] { site.pages().stop(); });
   return kDone;

@@ -1,0 +1,5 @@
+<%
+If True Then
+  x = (1
+End If
+%>

@@ -1,0 +1,1 @@
+<% Application("count") = Application("count") + 1 : Response.Write Application("count") %>

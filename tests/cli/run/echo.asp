@@ -1,0 +1,1 @@
+<% Response.Write Request.ServerVariables("HTTP_HOST") & " " & Request.ServerVariables("REQUEST_METHOD") & " " & Request.QueryString("a") & Request.Form("a") & " " & Request.ServerVariables("HTTP_X_TOY") & " " & Request.ServerVariables("SCRIPT_NAME") %>
