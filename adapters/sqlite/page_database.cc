@@ -202,6 +202,8 @@ void PageConnection::commit_transaction() {
 void PageConnection::roll_back_transaction() {
   Session& session = this->session();
   session.check_transaction();
+  // Walks go on with the rows that were there.
+  session.settle_sets();
   if (transactions_ > 0) --transactions_;
   session.roll_back_transaction();
 }

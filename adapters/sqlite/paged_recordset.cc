@@ -40,7 +40,8 @@ PagedRecordset::PagedRecordset(Session& session, const void* owner, Ref<Plan> pl
       writable_(lock != LockType::ReadOnly && !plan_->translation.table.empty()),
       keyed_(writable_ && !plan_->translation.row_key.empty()),
       forward_only_(cursor == platform::CursorType::ForwardOnly),
-      next_rows_(kFirstWindow) {
+      next_rows_(kFirstWindow),
+      table_(session, plan_->translation) {
   const Timing timing(*this);
   session_->handle().lease(plan_, keyed_ ? kKeyedWindow : kWindow).release();
   buffer_.begin(width());
@@ -53,6 +54,7 @@ PagedRecordset::~PagedRecordset() {
 void PagedRecordset::shut() noexcept {
   running_.release();
   edit_.reset();
+  table_.release();
   Rowset::shut();
 }
 

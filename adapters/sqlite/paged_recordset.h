@@ -110,6 +110,7 @@ class PagedRecordset final : public Rowset {
   std::int64_t pending_ = 0;  // rows that it may still give
   bool in_pieces_ = false;
 
+  EditedTable table_;
   std::unique_ptr<RowEdit> edit_;
   std::int64_t added_key_ = 0;  // where place_ is Added
   bool added_read_ = false;     // and lies in added_

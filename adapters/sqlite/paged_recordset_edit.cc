@@ -47,7 +47,7 @@ bool PagedRecordset::append_field_text(std::size_t ordinal, std::string& out) {
 void PagedRecordset::show_added_row() {
   check_open();
   if (added_read_) return;
-  if (!EditedTable(*session_, plan_->translation).read(added_key_, added_)) {
+  if (!table_.read(added_key_, added_)) {
     raise(errors::kNoCurrentRecord);
   }
   added_read_ = true;
@@ -89,10 +89,9 @@ void PagedRecordset::cancel_update() {
 }
 
 void PagedRecordset::store_new_row() {
-  EditedTable table(*session_, plan_->translation);
   {
     Change change(*session_, false);
-    added_key_ = table.insert(*edit_);
+    added_key_ = table_.insert(*edit_);
     change.keep();
   }
   edit_.reset();
@@ -107,17 +106,16 @@ void PagedRecordset::store_new_row() {
 }
 
 void PagedRecordset::store_changed_row() {
-  EditedTable table(*session_, plan_->translation);
   std::int64_t key = 0;
   {
     Change change(*session_, false);
     key = current_key();
-    if (!table.update(*edit_, key)) raise(kRowGone);
+    if (!table_.update(*edit_, key)) raise(kRowGone);
     change.keep();
   }
   edit_.reset();
   added_read_ = false;
-  if (place_ == Place::Added || !table.read(key, added_)) return;
+  if (place_ == Place::Added || !table_.read(key, added_)) return;
   const std::size_t row = current_row();
   for (std::size_t i = 0; i < field_count(); ++i) {
     if (!column(i).base_column.empty()) buffer_.replace(row, i, added_, 0);
@@ -130,7 +128,7 @@ void PagedRecordset::remove() {
   if (place_ != Place::Added) current_row();
   {
     Change change(*session_, false);
-    if (!EditedTable(*session_, plan_->translation).remove(current_key())) raise(kRowGone);
+    if (!table_.remove(current_key())) raise(kRowGone);
     change.keep();
   }
   if (total_ > 0) --total_;

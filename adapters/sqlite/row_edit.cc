@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <utility>
+
 #include "adapters/sqlite/failure.h"
 #include "adapters/sqlite/field_values.h"
 #include "value/array.h"
@@ -68,7 +70,10 @@ int EditedTable::bind_edit(sqlite3_stmt* statement, const RowEdit& edit) const {
   return place;
 }
 
-std::int64_t EditedTable::insert(const RowEdit& edit) {
+Ref<Plan> EditedTable::insert_plan(const RowEdit& edit) {
+  std::vector<bool> columns;
+  for (const auto& value : edit.values) columns.push_back(value.has_value());
+  if (insert_plan_ && columns == inserted_columns_) return insert_plan_;
   std::string names, marks;
   for (std::size_t i = 0; i < edit.values.size(); ++i) {
     if (!edit.values[i]) continue;
@@ -77,7 +82,13 @@ std::int64_t EditedTable::insert(const RowEdit& edit) {
   }
   std::string text = "insert into " + quoted(translation_.table);
   text += names.empty() ? " default values" : " (" + names + ") values (" + marks + ")";
-  const Lease lease = prepared(text);
+  insert_plan_ = session_.handle().own_plan(text);
+  inserted_columns_ = std::move(columns);
+  return insert_plan_;
+}
+
+std::int64_t EditedTable::insert(const RowEdit& edit) {
+  const Lease lease = session_.handle().lease(insert_plan(edit), 0);
   bind_edit(lease.statement(), edit);
   session_.handle().step(lease.statement());
   return session_.handle().last_row_id();

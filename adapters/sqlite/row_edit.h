@@ -20,15 +20,18 @@ struct RowEdit {
   std::vector<std::optional<Value>> values;  // by ordinal
 };
 
-// The row number of a table that a Select shows, as statements of this room name it.
+// The table that a Select shows, written to by the numbers of its rows.
 class EditedTable {
  public:
   // `translation` has a table and outlives this.
   EditedTable(Session& session, const jetsql::Translation& translation)
       : session_(session), translation_(translation) {}
 
-  // Both run inside a Change. insert() answers the new row's number; false where update() or
-  // remove() found no such row any more. Raise the engine's errors and -2147217913.
+  // Lets go of what belongs to the engine connection.
+  void release() noexcept { insert_plan_ = nullptr; }
+
+  // All three run inside a Change. insert() answers the new row's number; false where update()
+  // or remove() found no such row any more. Raise the engine's errors and -2147217913.
   std::int64_t insert(const RowEdit& edit);
   bool update(const RowEdit& edit, std::int64_t row_id);
   bool remove(std::int64_t row_id);
@@ -43,8 +46,14 @@ class EditedTable {
   int bind_edit(sqlite3_stmt* statement, const RowEdit& edit) const;
   Lease prepared(const std::string& text);
 
+  Ref<Plan> insert_plan(const RowEdit& edit);
+
   Session& session_;
   const jetsql::Translation& translation_;
+  // The statement of the last insert() and the columns that it sets, for rows that are added one
+  // after the other.
+  Ref<Plan> insert_plan_;
+  std::vector<bool> inserted_columns_;
 };
 
 }  // namespace rk::sqlite

@@ -28,6 +28,8 @@ void Rowset::shut() noexcept {
   session_->give_buffer(std::move(buffer_));
   session_->remove(*this);
   session_ = nullptr;
+  // The plan goes back with the engine connection, which another page's thread may borrow.
+  plan_ = nullptr;
 }
 
 void Rowset::close() {
@@ -39,7 +41,13 @@ void Rowset::check_open() const {
   if (session_ == nullptr) raise(errors::kObjectClosed);
 }
 
+std::size_t Rowset::field_count() const {
+  check_open();
+  return plan_->translation.columns.size();
+}
+
 const jetsql::OutputColumn& Rowset::column(std::size_t ordinal) const {
+  check_open();
   const auto& columns = plan_->translation.columns;
   if (ordinal >= columns.size()) raise(errors::kItemNotFound);
   return columns[ordinal];
@@ -50,6 +58,7 @@ const std::string& Rowset::field_name(std::size_t ordinal) const {
 }
 
 std::size_t Rowset::ordinal(std::string_view name) const {
+  check_open();
   const auto& columns = plan_->translation.columns;
   for (std::size_t i = 0; i < columns.size(); ++i) {
     if (equal_ignoring_case(columns[i].name, name)) return i;

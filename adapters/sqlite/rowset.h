@@ -26,7 +26,7 @@ class Rowset : public platform::Recordset {
   Rowset(const Rowset&) = delete;
   Rowset& operator=(const Rowset&) = delete;
 
-  std::size_t field_count() const final { return plan_->translation.columns.size(); }
+  std::size_t field_count() const final;
   const std::string& field_name(std::size_t ordinal) const final;
   std::size_t ordinal(std::string_view name) const final;
   Value field(std::size_t ordinal) override;
@@ -67,7 +67,7 @@ class Rowset : public platform::Recordset {
   void add_row(sqlite3_stmt* statement);
 
   Session* session_;  // null once it is closed
-  Ref<Plan> plan_;
+  Ref<Plan> plan_;    // null once it is closed
   RowBuffer buffer_;
 
  private:

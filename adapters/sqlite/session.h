@@ -60,6 +60,8 @@ class Session {
 
   void add(Rowset& set);
   void remove(Rowset& set) noexcept;
+  // Lets every open record set read what it may still show. Raises.
+  void settle_sets();
   void close_sets_of(const void* owner) noexcept;
 
   RowBuffer take_buffer();
@@ -78,7 +80,6 @@ class Session {
   void leave_queue() noexcept;
   // After a failure by which the engine gave up the whole transaction.
   void notice_lost_transaction() noexcept;
-  void settle_sets();
   void pause_sets() noexcept;
 
   std::shared_ptr<const PageState> page_;

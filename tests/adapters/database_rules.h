@@ -139,6 +139,10 @@ TEST_P(DatabaseRules, ARecordSetMayOutliveItsConnection) {
   EXPECT_FALSE(rows->eof());
   connection_.reset();
   EXPECT_EQ(error_of([&] { rows->move_next(); }), 3704);
+  EXPECT_EQ(error_of([&] { rows->field_count(); }), 3704);
+  EXPECT_EQ(error_of([&] { rows->ordinal("Id"); }), 3704);
+  EXPECT_EQ(error_of([&] { rows->field("Id"); }), 3704);
+  EXPECT_EQ(error_of([&] { rows->add_new(); }), 3704);
 }
 
 TEST_P(DatabaseRules, AConnectionMayOutliveThePagesDatabase) {
@@ -586,6 +590,18 @@ TEST_P(DatabaseRules, CommitKeepsAndRollBackUndoes) {
   run("Insert Into [plan] ([Name]) Values ('undone')");
   connection_->roll_back_transaction();
   EXPECT_EQ(all("Select [Name] From [plan]", "Name"), "kept");
+}
+
+TEST_P(DatabaseRules, AWalkGoesOnThroughARollBack) {
+  fill(600);
+  connection_->begin_transaction();
+  run("Update [plan] Set [Num]=0");
+  const auto rows = connection_->execute("Select [Id] From [plan] Order By [Id]");
+  run("Create Table [extra] ([a] Long)");
+  connection_->roll_back_transaction();
+  int seen = 0;
+  for (; !rows->eof(); rows->move_next()) ++seen;
+  EXPECT_EQ(seen, 600);
 }
 
 TEST_P(DatabaseRules, ATransactionInsideAnotherIsUndoneAlone) {
