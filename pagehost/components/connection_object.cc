@@ -81,7 +81,27 @@ std::unique_ptr<Enumeration> ErrorsObject::enumerate() {
                                             : Value());
 }
 
+class KeptConnection final : public KeptObject {
+ public:
+  KeptConnection(std::string connection_string, bool open)
+      : connection_string_(std::move(connection_string)), open_(open) {}
+  std::string_view type_name() const override { return "Connection"; }
+  Ref<Object> made_for(PageServices& page) const override {
+    auto fresh = make_ref<ConnectionObject>(page.database());
+    if (open_) fresh->open_with(connection_string_);
+    return fresh;
+  }
+
+ private:
+  std::string connection_string_;
+  bool open_;
+};
+
 }  // namespace
+
+Ref<KeptObject> ConnectionObject::kept() const {
+  return make_ref<KeptConnection>(connection_string_, connection_ != nullptr);
+}
 
 std::span<const Member<ConnectionObject>> ConnectionObject::members() {
   using C = ConnectionObject;

@@ -12,18 +12,21 @@
 #include <string>
 #include <string_view>
 
+#include "pagehost/pages/programs.h"
 #include "pagehost/pages/tabled_object.h"
 #include "platform/database.h"
 #include "value/script_error.h"
 
 namespace rk::pagehost {
 
-class ConnectionObject final : public TabledObject<ConnectionObject> {
+class ConnectionObject final : public TabledObject<ConnectionObject>, public KeepableObject {
  public:
   explicit ConnectionObject(std::shared_ptr<platform::Database> database)
       : database_(std::move(database)) {}
   std::string_view type_name() const override { return "Connection"; }
   static std::span<const Member<ConnectionObject>> members();
+  // In the application it stands for a connection of each page's own, opened as this one was.
+  Ref<KeptObject> kept() const override;
 
   // The open connection; raises 3709 where it is closed.
   std::shared_ptr<platform::Connection> opened() const;

@@ -13,10 +13,23 @@ constexpr KnownError kObjectNotKept{
     errors::kSqlFailure,
     "An object of this class belongs to its page and cannot be kept in the application"};
 
-void must_be_sharable(const Value& value) {
+void must_hold_no_objects(const Value& value) {
   if (value.is_object() && value.as_object() != nullptr) raise(kObjectNotKept);
   if (!value.is_array()) return;
-  for (const Value& element : value.as_array().elements()) must_be_sharable(element);
+  for (const Value& element : value.as_array().elements()) must_hold_no_objects(element);
+}
+
+// What the store takes in place of a value.
+Value kept_form(Value value) {
+  const auto* keepable =
+      value.is_object() ? dynamic_cast<const KeepableObject*>(value.as_object()) : nullptr;
+  if (keepable != nullptr) {
+    value = Value::object(keepable->kept());
+  } else {
+    must_hold_no_objects(value);
+  }
+  value.share();
+  return value;
 }
 
 // Waiting is woken by every unlock and by wake(); this bounds it where a page's time is over.
@@ -90,10 +103,24 @@ void ApplicationStore::wait_for(const void* page, const PageWatch& watch,
   }
 }
 
+Value ApplicationView::value(std::string_view name) {
+  Value stored = store_.value(name);
+  auto* kept = stored.is_object() ? dynamic_cast<KeptObject*>(stored.as_object()) : nullptr;
+  if (kept == nullptr) return stored;
+  if (page_ == nullptr) return Value::nothing();
+  Ref<Object>& made = made_[Ref<KeptObject>(kept)];
+  if (!made) made = kept->made_for(*page_);
+  return Value::object(made);
+}
+
 void ApplicationView::set_value(std::string_view name, Value value) {
-  must_be_sharable(value);
-  value.share();
-  store_.set(name, std::move(value), this, *watch_);
+  store_.set(name, kept_form(std::move(value)), this, *watch_);
+}
+
+void ApplicationView::page_is_over() {
+  made_.clear();
+  page_ = nullptr;
+  store_.unlock_all(this);
 }
 
 }  // namespace rk::pagehost

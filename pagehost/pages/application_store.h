@@ -3,12 +3,15 @@
 //
 // Reading never waits. A page that holds the lock makes others wait that lock or store; at most as
 // long as they may run. Values are shared between threads, so arrays and texts in the store are
-// never changed in place, and objects are refused.
+// never changed in place. Of objects only those are taken that can be made anew for each page
+// (KeepableObject).
 #ifndef RK_PAGEHOST_PAGES_APPLICATION_STORE_H_
 #define RK_PAGEHOST_PAGES_APPLICATION_STORE_H_
 
 #include <condition_variable>
 #include <cstddef>
+#include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -46,13 +49,21 @@ class ApplicationStore {
   std::size_t times_held_ = 0;
 };
 
+struct RefOrder {
+  bool operator()(const Ref<KeptObject>& a, const Ref<KeptObject>& b) const noexcept {
+    return std::less<const KeptObject*>()(a.get(), b.get());
+  }
+};
+
 class ApplicationView final : public platform::Application {
  public:
-  ApplicationView(ApplicationStore& store, std::shared_ptr<const PageWatch> watch)
-      : store_(store), watch_(std::move(watch)) {}
+  // Without a page, kept objects read as Nothing.
+  ApplicationView(ApplicationStore& store, std::shared_ptr<const PageWatch> watch,
+                  PageServices* page = nullptr)
+      : store_(store), watch_(std::move(watch)), page_(page) {}
   ~ApplicationView() override { store_.unlock_all(this); }
 
-  Value value(std::string_view name) override { return store_.value(name); }
+  Value value(std::string_view name) override;
   void set_value(std::string_view name, Value value) override;
   void lock() override { store_.lock(this, *watch_); }
   void unlock() override { store_.unlock(this); }
@@ -60,11 +71,14 @@ class ApplicationView final : public platform::Application {
   std::vector<std::string> names() const { return store_.names(); }
   void remove(std::string_view name) { store_.remove(name, this, *watch_); }
   void clear() { store_.clear(this, *watch_); }
-  void page_is_over() { store_.unlock_all(this); }
+  void page_is_over();
 
  private:
   ApplicationStore& store_;
   std::shared_ptr<const PageWatch> watch_;
+  PageServices* page_;
+  // What was made for this page, by what the store keeps; so that a name gives one object a page.
+  std::map<Ref<KeptObject>, Ref<Object>, RefOrder> made_;
 };
 
 }  // namespace rk::pagehost

@@ -207,7 +207,14 @@ PageAnswer PageHost::answer_not_found(const PageRequest& request, SessionTurn tu
 }
 
 void PageHost::sweep_sessions() {
-  parts_->end_sessions(parts_->state().sessions.take_expired());
+  HostState& state = parts_->state();
+  parts_->end_sessions(state.sessions.take_expired());
+  if (const std::size_t dropped = state.sessions.take_dropped(); dropped > 0) {
+    state.parts.log->note(std::to_string(dropped) +
+                          " sessions were dropped to make room: more "
+                          "than " +
+                          std::to_string(state.options.max_sessions) + " visitors");
+  }
 }
 
 }  // namespace rk::pagehost

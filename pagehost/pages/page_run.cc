@@ -46,7 +46,7 @@ PageRun::PageRun(HostState& host, const PageRequest& request, SessionStore::Turn
       request_(std::make_shared<RequestView>(request, *host.parts.code_pages, response_,
                                              host.options.site_root, host.options.server_software)),
       server_(std::make_shared<ServerView>(*this)),
-      application_(std::make_shared<ApplicationView>(host.application, time_)),
+      application_(std::make_shared<ApplicationView>(host.application, time_, this)),
       session_view_(std::make_shared<SessionView>(*this)) {
   services_.clock = host.parts.clock;
   services_.code_pages = host.parts.code_pages;

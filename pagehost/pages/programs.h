@@ -20,6 +20,8 @@
 #include "platform/page.h"
 #include "platform/random.h"
 #include "value/object.h"
+#include "value/script_error.h"
+#include "value/value.h"
 
 namespace rk::pagehost {
 
@@ -54,6 +56,22 @@ class PageServices {
   virtual std::string map_path(std::string_view virtual_path) = 0;
   virtual const std::string& site_root() const = 0;
   virtual Ref<platform::ScriptingContext> context() = 0;
+};
+
+// What the application keeps of an object that belongs to a page: never called itself, and held by
+// any thread. Each page that reads it has an object of its own made from it.
+class KeptObject : public Object {
+ public:
+  MemberId member(std::string_view) const final { return kNoMember; }
+  Value invoke(MemberId, CallKind, Arguments) final { raise(errors::kNoSuchMember); }
+  virtual Ref<Object> made_for(PageServices& page) const = 0;
+};
+
+// An object that may be stored in the application.
+class KeepableObject {
+ public:
+  virtual ~KeepableObject() = default;
+  virtual Ref<KeptObject> kept() const = 0;
 };
 
 using ObjectFactory = std::function<Ref<Object>(PageServices& page)>;

@@ -110,9 +110,15 @@ void SessionStore::make_room() {
     for (const auto& entry : *entries) {
       if (entry->in_use) continue;
       take_out(std::shared_ptr<Entry>(entry));
+      ++dropped_;
       return;
     }
   }
+}
+
+std::size_t SessionStore::take_dropped() {
+  const std::lock_guard held(mutex_);
+  return std::exchange(dropped_, 0);
 }
 
 std::vector<SessionStore::Turn> SessionStore::take_expired() {

@@ -62,6 +62,8 @@ class SessionStore {
   std::vector<Turn> take_expired();
   std::vector<Turn> take_all();
   std::size_t size() const;
+  // How many sessions went to make room since this was asked last.
+  std::size_t take_dropped();
 
  private:
   using Moment = std::chrono::steady_clock::time_point;
@@ -92,6 +94,7 @@ class SessionStore {
   std::unordered_map<std::string, std::shared_ptr<Entry>> by_id_;
   Entries fresh_;  // the least lately used first
   Entries returned_;
+  std::size_t dropped_ = 0;
 };
 
 }  // namespace rk::pagehost

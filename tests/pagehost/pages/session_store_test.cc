@@ -131,6 +131,8 @@ TEST_F(Sessions, AFloodOfNewSessionsLeavesThoseThatWereComeBackTo) {
   for (int i = 0; i < 100; ++i) made();
   EXPECT_EQ(store_.size(), 4u);
   EXPECT_NE(turn(kept), nullptr);
+  EXPECT_EQ(store_.take_dropped(), 97u);
+  EXPECT_EQ(store_.take_dropped(), 0u);
 }
 
 }  // namespace
