@@ -29,6 +29,9 @@ CompiledPage compiled_page(std::string path, PageSource source) {
 
 std::shared_ptr<const CompiledPage> PageCache::page(std::string_view path) {
   const std::string asked = reader_.site_root() + std::string(path);
+  // OPTIMIZATION: a page kept under the very path that is asked for needs no search. The search
+  // prefers a file of the exact letter case, so it would find the file whose stamp still holds.
+  if (auto exact = kept_at(asked); exact && current(*exact)) return exact;
   const auto found = files_.find(asked);
   if (!found || files_.is_folder(*found)) return nullptr;
   const std::shared_ptr<Entry> entry = entry_at(*found);
@@ -53,9 +56,12 @@ std::shared_ptr<const CompiledPage> PageCache::page(std::string_view path) {
 
 std::shared_ptr<const CompiledPage> PageCache::kept_page(std::string_view path) const {
   const auto found = files_.find(reader_.site_root() + std::string(path));
-  if (!found) return nullptr;
+  return found ? kept_at(*found) : nullptr;
+}
+
+std::shared_ptr<const CompiledPage> PageCache::kept_at(const std::string& physical_path) const {
   const std::lock_guard lock(mutex_);
-  const auto entry = entries_.find(*found);
+  const auto entry = entries_.find(physical_path);
   return entry == entries_.end() ? nullptr : entry->second->page;
 }
 

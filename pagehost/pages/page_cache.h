@@ -53,6 +53,7 @@ class PageCache {
     std::shared_ptr<const CompiledPage> page;  // under mutex_
   };
   bool current(const CompiledPage& page) const;
+  std::shared_ptr<const CompiledPage> kept_at(const std::string& physical_path) const;
   std::shared_ptr<Entry> entry_at(const std::string& physical_path);
 
   const platform::Files& files_;
