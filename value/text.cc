@@ -411,13 +411,14 @@ void Text::append(std::string_view utf8) {
 
 void Text::append(const Text& other) {
   if (!trailing_byte() && !other.trailing_byte()) {
-    const Text kept(other);  // appending a text to itself
+    // A text may be appended to itself, and its bytes move when it grows.
+    const Text kept(other);  // NOLINT(performance-unnecessary-copy-initialization)
     append(kept.view());
     return;
   }
   if (!trailing_byte()) {
     const std::uint8_t last = *other.trailing_byte();
-    const Text kept(other);
+    const Text kept(other);  // NOLINT(performance-unnecessary-copy-initialization)
     append(kept.view());
     own(0)->set_trailing_byte(last);
     return;

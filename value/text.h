@@ -90,7 +90,7 @@ class Text {
   friend class Value;
   explicit Text(TextBuffer* counted) noexcept : buffer_(counted) {}
   TextBuffer* detach() noexcept;
-  TextBuffer* own(std::size_t capacity);
+  TextBuffer* own(std::size_t more);
 
   TextBuffer* buffer_ = nullptr;  // null: the empty text
 };

@@ -1,6 +1,7 @@
 // Built-in functions on texts, in 16-bit units.
 
 #include <algorithm>
+#include <compare>
 #include <limits>
 
 #include "value/array.h"
@@ -135,7 +136,7 @@ Value str_comp(Machine&, Arguments arguments) {
   const std::strong_ordering order = letters == Letters::Exact
                                          ? compare_text(x.view(), y.view())
                                          : compare_text(lower_case(x.view()), lower_case(y.view()));
-  return Value::integer(order < 0 ? -1 : order > 0 ? 1 : 0);
+  return Value::integer(std::is_lt(order) ? -1 : std::is_gt(order) ? 1 : 0);
 }
 
 Value replace(Machine&, Arguments arguments) {

@@ -117,7 +117,7 @@ class Compiler {
   void redim(const Statement& s);
   void erase(const Statement& s);
   void call_statement(const Statement& s);
-  void call_name(const Expression* name, const std::vector<const Expression*>& arguments);
+  void call_name(const Expression* name, const std::vector<const Expression*>& all);
   void raise_at_run_time(const KnownError& error, NameId name);
   void end_loop();
   // A jump that is taken where the condition is not true (or is true), to be patched.
@@ -132,9 +132,9 @@ class Compiler {
   void assign_variable(const Statement& s, Operand target);
   void assign_element(const Statement& s);
   void assign_member(const Statement& s, const Expression* member,
-                     const std::vector<const Expression*>& arguments);
-  void assign_own(const Statement& s, std::uint32_t member,
-                  const std::vector<const Expression*>& arguments);
+                     const std::vector<const Expression*>& all);
+  void assign_own(const Statement& s, std::uint32_t index,
+                  const std::vector<const Expression*>& all);
   Operand element_container(const Expression* e);
   Operand loop_variable(const Expression* name);
 
@@ -148,11 +148,10 @@ class Compiler {
   Operand one_binary(const Expression* e, Operand left, Operand wanted);
   Operand call(const Expression* e, Operand wanted);
   Operand call_meaning(const Meaning& m, const Expression* name,
-                       const std::vector<const Expression*>& arguments, Operand wanted,
-                       bool brackets);
-  Operand index(Operand base, const std::vector<const Expression*>& arguments, Operand wanted);
-  Operand member(const Expression* e, const std::vector<const Expression*>& arguments,
-                 Operand wanted, Op op = Op::MemberGet);
+                       const std::vector<const Expression*>& all, Operand wanted, bool brackets);
+  Operand index(Operand base, const std::vector<const Expression*>& all, Operand wanted);
+  Operand member(const Expression* e, const std::vector<const Expression*>& all, Operand wanted,
+                 Op op = Op::MemberGet);
   Operand member_object(const Expression* e);
   Operand variable_place(const Expression* e);
   std::vector<Operand> arguments(const std::vector<const Expression*>& all, bool by_reference);

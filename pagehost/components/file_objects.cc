@@ -1,5 +1,6 @@
 #include "pagehost/components/file_objects.h"
 
+#include <cmath>
 #include <cstddef>
 #include <span>
 #include <utility>
@@ -33,7 +34,7 @@ Value modified_date(const Place& place) {
   if (!stamp) raise(errors::kFileNotFound);
   const double days = kUnixEpoch + static_cast<double>(stamp->modified_ns) / kNanosecondsADay +
                       place.clock->ahead_of_utc();
-  return Value::date(static_cast<double>(static_cast<std::int64_t>(days * 86400 + 0.5)) / 86400);
+  return Value::date(std::round(days * 86400) / 86400);
 }
 
 class ObjectWalk final : public Enumeration {
