@@ -46,6 +46,21 @@ Ref<Array> Array::of_bytes(std::string bytes) {
   return array;
 }
 
+Array::~Array() {
+  std::vector<Value> waiting;
+  const auto take_arrays = [&](Array& from) {
+    for (Value& element : from.elements_) {
+      if (element.is_array()) waiting.push_back(std::move(element));
+    }
+  };
+  take_arrays(*this);
+  while (!waiting.empty()) {
+    const Value last = std::move(waiting.back());
+    waiting.pop_back();
+    if (last.as_array().unique()) take_arrays(const_cast<Array&>(last.as_array()));
+  }
+}
+
 Ref<Array> Array::copy() const {
   auto array = make_ref<Array>();
   array->upper_bounds_ = upper_bounds_;

@@ -23,6 +23,9 @@ inline constexpr std::size_t kMaxArrayElements = std::size_t{1} << 25;
 
 class Array final : public RefCounted {
  public:
+  Array() = default;
+  // Arrays in arrays go one by one, however deep they lie in one another.
+  ~Array() override;
   // Upper bounds by dimension, lower bounds are 0; a bound of -1 makes a dimension of no elements.
   // No bounds: an array not dimensioned yet. Raises 9 for a bound below -1, 7 past the limit.
   static Ref<Array> make(std::span<const std::int32_t> upper_bounds, bool fixed = false);

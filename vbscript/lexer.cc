@@ -75,6 +75,8 @@ SyntaxError::Place place_in(const Source& source, int piece, std::size_t offset)
       place.source_line.begin(), place.source_line.begin() + static_cast<std::ptrdiff_t>(before),
       [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; });
   place.column = static_cast<int>(characters) + 1;
+  place.indent = static_cast<int>(characters);
+  if (line_start == 0) place.column += from.column - 1;
   place.path = source.files.empty() ? "" : source.files.at(static_cast<std::size_t>(from.file));
   return place;
 }

@@ -32,8 +32,9 @@ inline constexpr int kMaxLinks = 500;
 // Characters of a name, as in the language.
 inline constexpr std::size_t kMaxNameLength = 255;
 
-// Texts and arrays that one page holds at a time. Beyond it the page ends with 7 "Out of memory".
-inline constexpr std::size_t kMaxPageBytes = std::size_t{512} << 20;
+// Stack that Execute and Eval ask for before they compile: kMaxNesting levels of the parser and the
+// compiler at up to 6 KiB each under AddressSanitizer.
+inline constexpr std::size_t kCompileStackBytes = std::size_t{2} << 20;
 
 // The lowest address that scripts on this thread may let the stack reach. Asks the system once a
 // call; a thread that runs many pages asks once and keeps the answer.

@@ -55,6 +55,7 @@ Machine::~Machine() {
   } catch (const platform::PageEnd&) {
     // The page is over in any case.
   }
+  *self_ = nullptr;
 }
 
 void Machine::run() {

@@ -159,6 +159,7 @@ class Machine {
   bool call_made(Frame& frame, const std::string& folded, Arguments arguments, Value& result);
 
   // --- names of code made at run time (machine_names.cc)
+  void check_stack(std::size_t needed) const;
   void run_unit(LoadedUnit& unit, Frame* scope, Value* result);
   const ProcedureRef* find_procedure(const std::string& folded);
   const ClassRef* find_class(const std::string& folded);
@@ -170,6 +171,7 @@ class Machine {
   [[noreturn]] void raise_number(std::int32_t number, std::string_view name);
 
   Host& host_;
+  std::shared_ptr<Machine*> self_ = std::make_shared<Machine*>(this);  // null when it is gone
   LoadedUnit main_;
   std::vector<Value> globals_;
   std::vector<char> defined_;             // one a global: what Late names mean is settled

@@ -112,7 +112,13 @@ Frame* Machine::scope_of_statement() {
   return in_procedure ? frame_ : frame_->scope;
 }
 
+void Machine::check_stack(std::size_t needed) const {
+  const auto here = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
+  if (here < stack_floor_ + needed) raise(errors::kOutOfStack);
+}
+
 void Machine::execute(std::string_view text, bool in_script_scope) {
+  check_stack(kCompileStackBytes);
   Frame* const scope = in_script_scope ? nullptr : scope_of_statement();
   const Source source = source_of(text, "Execute");
   RunEnvironment environment(*this, scope);
@@ -141,6 +147,7 @@ void Machine::execute(std::string_view text, bool in_script_scope) {
 }
 
 Value Machine::evaluate(std::string_view text) {
+  check_stack(kCompileStackBytes);
   Frame* const scope = scope_of_statement();
   const Source source = source_of(text, "Eval");
   RunEnvironment environment(*this, scope);
@@ -161,7 +168,7 @@ void Machine::run_unit(LoadedUnit& unit, Frame* scope, Value* result) {
 Value Machine::procedure_object(std::string_view name) {
   const ProcedureRef* found = find_procedure(folded_name(name));
   if (found == nullptr) raise_about(errors::kInvalidCall, name);
-  return Value::object(make_ref<ProcedureObject>(*this, *found));
+  return Value::object(make_ref<ProcedureObject>(self_, *found));
 }
 
 Value Machine::new_object_named(std::string_view name) {

@@ -2,6 +2,9 @@
 #ifndef RK_VBSCRIPT_PROCEDURE_OBJECT_H_
 #define RK_VBSCRIPT_PROCEDURE_OBJECT_H_
 
+#include <memory>
+#include <utility>
+
 #include "value/object.h"
 #include "value/script_error.h"
 #include "vbscript/machine.h"
@@ -10,8 +13,9 @@ namespace rk::vbscript {
 
 class ProcedureObject final : public Object {
  public:
-  ProcedureObject(Machine& machine, ProcedureRef procedure)
-      : machine_(machine), procedure_(procedure) {}
+  // `machine` points at null once the run is over: the object may be kept longer.
+  ProcedureObject(std::shared_ptr<Machine* const> machine, ProcedureRef procedure)
+      : machine_(std::move(machine)), procedure_(procedure) {}
 
   std::string_view type_name() const override { return "Object"; }
   MemberId member(std::string_view) const override { return kNoMember; }
@@ -19,13 +23,14 @@ class ProcedureObject final : public Object {
     if (id != kDefaultMember || kind == CallKind::Let || kind == CallKind::Set) {
       raise(errors::kNoSuchMember);
     }
+    if (*machine_ == nullptr) raise(errors::kObjectNotSet);
     Value result;
-    machine_.call(procedure_, nullptr, arguments, &result);
+    (*machine_)->call(procedure_, nullptr, arguments, &result);
     return result;
   }
 
  private:
-  Machine& machine_;
+  std::shared_ptr<Machine* const> machine_;
   ProcedureRef procedure_;
 };
 

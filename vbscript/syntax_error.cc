@@ -14,7 +14,7 @@ std::string SyntaxError::report() const {
   report += source_line();
   report += '\n';
   // Tabs stay tabs under tabs, so that the caret stands below its character in any viewer.
-  int left = column() - 1;
+  int left = place_.indent;
   for (const char c : source_line()) {
     if (left == 0) break;
     if ((static_cast<unsigned char>(c) & 0xC0) == 0x80) continue;

@@ -16,7 +16,8 @@ class SyntaxError : public ScriptError {
     std::string path;
     int line = 0;
     int column = 0;           // from 1, in characters
-    std::string source_line;  // without its line end
+    std::string source_line;  // without its line end; of a piece inside a line its own part
+    int indent = 0;           // of the caret in it, in characters
   };
 
   SyntaxError(const KnownError& known, Place place);

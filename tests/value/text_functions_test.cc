@@ -1,0 +1,62 @@
+#include "value/text_functions.h"
+
+#include <gtest/gtest.h>
+
+namespace rk {
+namespace {
+
+constexpr std::size_t kAll = static_cast<std::size_t>(-1);
+
+TEST(TextFunctions, LetterCaseBeyondAscii) {
+  EXPECT_EQ(lower_case("ÄÉ Ω Ж Ａ 中"), "äé ω ж ａ 中");
+  EXPECT_EQ(upper_case("äéÿ ω ж ａ 中"), "ÄÉŸ Ω Ж Ａ 中");
+}
+
+TEST(TextFunctions, LetterCaseKeepsTheLengthInBytes) {
+  for (char32_t point = 0x80; point < 0xFFFF; ++point) {
+    if (point >= 0xD800 && point < 0xE000) continue;
+    std::string text;
+    if (point < 0x800) {
+      text += static_cast<char>(0xC0 | point >> 6);
+    } else {
+      text += static_cast<char>(0xE0 | point >> 12);
+      text += static_cast<char>(0x80 | (point >> 6 & 0x3F));
+    }
+    text += static_cast<char>(0x80 | (point & 0x3F));
+    ASSERT_EQ(lower_case(text).size(), text.size()) << std::hex << static_cast<int>(point);
+    ASSERT_EQ(upper_case(text).size(), text.size()) << std::hex << static_cast<int>(point);
+    ASSERT_EQ(lower_case(upper_case(lower_case(text))), lower_case(text));
+  }
+}
+
+TEST(TextFunctions, ReplacesFromTheLeftWithoutOverlap) {
+  EXPECT_EQ(replaced_text("aaa", "aa", "b", kAll, Letters::Exact), "ba");
+  EXPECT_EQ(replaced_text("aAa", "a", "b", 2, Letters::AnyCase), "bba");
+  EXPECT_EQ(replaced_text("abc", "", "x", kAll, Letters::Exact), "abc");
+}
+
+TEST(TextFunctions, SplitsKeepingTheRestInTheLastPart) {
+  using Parts = std::vector<std::string_view>;
+  EXPECT_EQ(split_text("a,b,c", ",", 2, Letters::Exact), (Parts{"a", "b,c"}));
+  EXPECT_EQ(split_text(",", ",", kAll, Letters::Exact), (Parts{"", ""}));
+  EXPECT_EQ(split_text("abc", "", kAll, Letters::Exact), (Parts{"abc"}));
+}
+
+TEST(TextFunctions, FindsTheLastPlaceBeforeAnEnd) {
+  EXPECT_EQ(find_last_text("abab", "ab", 4, Letters::Exact), 2U);
+  EXPECT_EQ(find_last_text("abab", "ab", 3, Letters::Exact), 0U);
+  EXPECT_EQ(find_last_text("ab", "abc", 2, Letters::Exact), std::string_view::npos);
+}
+
+TEST(TextFunctions, TrimsBlanksOnly) {
+  EXPECT_EQ(without_leading_blanks("  \ta"), "\ta");
+  EXPECT_EQ(without_trailing_blanks("a\t  "), "a\t");
+  EXPECT_EQ(without_leading_blanks("   "), "");
+}
+
+TEST(TextFunctions, ReversesCharacters) {
+  EXPECT_EQ(reversed_text("a中b"), "b中a");
+}
+
+}  // namespace
+}  // namespace rk
