@@ -272,8 +272,7 @@ void HttpConnection::run() noexcept {
   }
   // OPTIMIZATION: where all is sent and nothing more has come, this thread itself begins the wait
   // for the next request, which spares the event loop a turn for each page.
-  const bool settled = !gone_ && out_.empty() && keep_alive_ && !reader_.has_more() &&
-                       !hub_.stopping.load(std::memory_order_relaxed);
+  const bool settled = !gone_ && out_.empty() && keep_alive_ && !reader_.has_more();
   if (settled) {
     log_access();
     return await_request();
@@ -423,7 +422,8 @@ void HttpConnection::end_exchange() {
   file_.reset();
   out_ = std::string();
   log_access();
-  if (keep_alive_ && !hub_.stopping.load(std::memory_order_relaxed)) return next_request();
+  // Also while the server stops: the answer did not say that it was the last.
+  if (keep_alive_) return next_request();
   linger();
 }
 
@@ -462,12 +462,14 @@ void HttpConnection::meet_deadline() {
   }
 }
 
-// After the server's stop a connection between two requests is not kept for long.
+// After the server's stop a connection between two requests is kept only for what may be on its
+// way.
 SteadyClock::time_point HttpConnection::deadline() const {
   const SteadyClock::time_point own{
       SteadyClock::duration(deadline_.load(std::memory_order_relaxed))};
   if (!hub_.stopping.load() || !idle_.load()) return own;
-  return std::min(own, hub_.stopped_at + kCrossing);
+  const SteadyClock::time_point waits_since = own - hub_.options.idle_time;
+  return std::min(own, std::max(hub_.stopped_at, waits_since) + kCrossing);
 }
 
 void HttpConnection::break_off() {

@@ -474,6 +474,32 @@ TEST_F(FrontTest, StoppingLetsARunningPageFinish) {
   EXPECT_FALSE(pages_.ended.load());
 }
 
+// One request after another on one connection, until an answer says that it is the last.
+int answers_until_told_to_close(std::uint16_t port, std::atomic<int>& answered) {
+  Visitor visitor(port);
+  while (true) {
+    visitor.send("GET /a.asp HTTP/1.1\r\nHost: h\r\n\r\n");
+    const std::string answer = visitor.read_until("[] []\n");
+    if (answer.empty()) return 1;
+    ++answered;
+    if (answer.find("Connection: close") != std::string::npos) return 0;
+  }
+}
+
+TEST_F(FrontTest, StoppingUnderLoadLosesNoAnswer) {
+  start();
+  std::atomic<int> answered{0};
+  std::atomic<int> lost{0};
+  std::vector<std::thread> visitors;
+  for (int i = 0; i < 8; ++i) {
+    visitors.emplace_back([&] { lost += answers_until_told_to_close(port_, answered); });
+  }
+  while (answered.load() < 500) std::this_thread::yield();
+  stop();
+  for (std::thread& visitor : visitors) visitor.join();
+  EXPECT_EQ(lost.load(), 0);
+}
+
 TEST_F(FrontTest, APageThatRunsTooLongAfterTheStopIsEndedWithAnAnswer) {
   options_.stop_time = std::chrono::milliseconds(20);
   std::promise<void> started;
