@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -309,6 +311,31 @@ TEST_F(PageHostTest, AProcedureOfAnotherLanguageFailsAtItsCall) {
 TEST_F(PageHostTest, ConstantsOfTheTypeLibraryAreThereWhereAskedFor) {
   site_.file("/a.asp", "<!--METADATA TYPE=\"typelib\" UUID=\"x\"--><%= adOpenStatic %>");
   EXPECT_EQ(site_.body("/a.asp"), "3");
+}
+
+TEST_F(PageHostTest, ManyThreadsRunPagesAtOnce) {
+  constexpr int kThreads = 4;
+  constexpr int kTimes = 50;
+  site_.file("/a.asp",
+             "<% Application.Lock\nApplication(\"n\") = Application(\"n\") + 1\n"
+             "Application.UnLock\nApplication(\"t\") = Array(\"a\", \"b\")\n"
+             "x = Application(\"t\")\nx(0) = x(0) & Request(\"q\")\nSession(\"s\") = x(0)\n"
+             "Response.Write Session(\"s\") & Application(\"t\")(1) %>");
+  EXPECT_EQ(site_.body("/a.asp?q=warm"), "awarmb");
+  std::atomic<int> wrong = 0;
+  std::vector<std::thread> threads;
+  for (int i = 0; i < kThreads; ++i) {
+    threads.emplace_back([&, i] {
+      const std::string own = std::to_string(i);
+      for (int n = 0; n < kTimes; ++n) {
+        if (site_.body("/a.asp?q=" + own) != "a" + own + "b") ++wrong;
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(wrong, 0);
+  EXPECT_EQ(site_.written("Response.Write Application(\"n\")"),
+            std::to_string(1 + kThreads * kTimes));
 }
 
 }  // namespace
