@@ -67,7 +67,7 @@ Offer offer_of(Connection& db, std::string_view agent_user, Recordset& plan) {
   // QUIRK: an agent's monthly price shows where the master has one, whatever the agent's is.
   const bool monthly = above(plan.field("MonPrice"), 0);
   Offer master{plan.field("HostName"),
-                     price_text(plan.field("Price"), plan.field("MonPrice"), monthly)};
+               price_text(plan.field("Price"), plan.field("MonPrice"), monthly)};
   if (agent_user.empty()) return master;
   const auto own = row_if_any(db, host_price_sql(agent_user, joined(plan.field("Id"), "")));
   if (own == nullptr) return master;

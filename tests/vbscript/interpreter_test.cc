@@ -190,7 +190,10 @@ TEST(Interpreter, RecursionOnAPageThreadEndsOutOfStack) {
                                    "Set y = New C\ny.S"),
             28);
   EXPECT_EQ(error_on_a_page_thread("Sub S\nExecute \"S\"\nEnd Sub\nS"), 28);
-  EXPECT_EQ(error_on_a_page_thread("Function F\nF = Eval(\"G()\")\nEnd Function\nFunction G\nG = F()\nEnd Function\nx = F"), 28);
+  EXPECT_EQ(
+      error_on_a_page_thread(
+          "Function F\nF = Eval(\"G()\")\nEnd Function\nFunction G\nG = F()\nEnd Function\nx = F"),
+      28);
 }
 
 TEST(Interpreter, ArraysDeepInOneAnotherGoWithoutADeepStack) {
