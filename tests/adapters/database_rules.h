@@ -275,6 +275,27 @@ TEST_P(DatabaseRules, AFieldsTextIsTheTextOfItsValue) {
   }
 }
 
+TEST_P(DatabaseRules, FunctionsAndAggregatesOfTheDialectAnswer) {
+  fill(4);
+  EXPECT_EQ(all("Select UCase([Name]) As u From [plan] Where [Id]=2", "u"), "N2");
+  EXPECT_EQ(all("Select First([Name])&Last([Name]) As f From [plan]", "f"), "n1n4");
+  EXPECT_EQ(all("Select StDev([Num]) As s From [plan] Where [Id]<1", "s"), "");
+  EXPECT_EQ(all("Select StDev([Num]) As s From [plan] Where [Id]<3", "s"), "7.07106781186548");
+}
+
+TEST_P(DatabaseRules, AFunctionsErrorReachesThePageWithItsNumber) {
+  fill(1);
+  EXPECT_EQ(error_of([&] { connection_->execute("Select CLng([Name]) As n From [plan]"); }),
+            -2147217913);
+  EXPECT_EQ(all("Select CLng([Num]) As n From [plan]", "n"), "10");
+}
+
+TEST_P(DatabaseRules, NowIsTheClockOfTheRun) {
+  run("Insert Into [plan] ([Time]) Values (Now())");
+  EXPECT_EQ(all("Select [Time] From [plan] Where [Time]=Now()", "Time"), "2023-03-15 12:00:00");
+  EXPECT_EQ(keyset("Select [Time] From [plan] Where [Time]>=Date()")->record_count(), 1);
+}
+
 // ---- Forward-only record sets
 
 TEST_P(DatabaseRules, ExecuteGivesAForwardOnlyRecordSet) {
