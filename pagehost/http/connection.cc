@@ -34,7 +34,7 @@ constexpr int kChunksInARow = 16;
 // How long a refused visitor may go on sending, so that it reads the refusal before the end.
 constexpr std::chrono::seconds kLinger{2};
 // After stop(): how long a connection without a request is kept, since one may be on its way.
-constexpr std::chrono::milliseconds kCrossing{250};
+constexpr std::chrono::milliseconds kCrossing{500};
 // A page whose visitor closed the connection is left out if it has waited for its turn so long.
 constexpr std::chrono::seconds kAbandoned{1};
 constexpr std::string_view kRetryAfterSeconds = "5";
@@ -453,13 +453,15 @@ void HttpConnection::log_access() {
 // ---- ends
 
 void HttpConnection::meet_deadline() {
-  const bool begun = reader_.state() == RequestReader::State::Header ||
-                     reader_.state() == RequestReader::State::Body;
-  if (state_ == State::Reading && begun) {
-    refuse(408);
-  } else if (state_ != State::Page) {
-    close();
+  if (state_ == State::Page) return;
+  if (state_ != State::Reading) return close();
+  const RequestReader::State read = reader_.state();
+  if (read == RequestReader::State::Header || read == RequestReader::State::Body) {
+    return refuse(408);
   }
+  // What has come already, but was not told to this thread yet, came in time.
+  if (wire().has_bytes()) return set_deadline(hub_.options.header_time);
+  close();
 }
 
 // After the server's stop a connection between two requests is kept only for what may be on its

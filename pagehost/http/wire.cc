@@ -34,6 +34,11 @@ bool Wire::send_waiting(std::string_view bytes, std::chrono::milliseconds patien
   return true;
 }
 
+bool Wire::has_bytes() const {
+  char byte = 0;
+  return ::recv(socket_, &byte, 1, MSG_PEEK | MSG_DONTWAIT) > 0;
+}
+
 bool Wire::is_connected() const {
   char byte = 0;
   const ssize_t count = ::recv(socket_, &byte, 1, MSG_PEEK | MSG_DONTWAIT);

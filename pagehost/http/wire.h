@@ -22,6 +22,9 @@ class Wire {
   // for `patience`.
   bool send_waiting(std::string_view bytes, std::chrono::milliseconds patience) const;
 
+  // Whether bytes of the visitor wait to be read.
+  bool has_bytes() const;
+
   // Whether the visitor's end is still open, as far as it told.
   bool is_connected() const;
 

@@ -475,26 +475,30 @@ TEST_F(FrontTest, StoppingLetsARunningPageFinish) {
 }
 
 // One request after another on one connection, until an answer says that it is the last.
-int answers_until_told_to_close(std::uint16_t port, std::atomic<int>& answered) {
+// `under_way` is kept once many were answered.
+int lost_until_told_to_close(std::uint16_t port, std::atomic<int>& answered,
+                             std::promise<void>& under_way) {
   Visitor visitor(port);
   while (true) {
     visitor.send("GET /a.asp HTTP/1.1\r\nHost: h\r\n\r\n");
     const std::string answer = visitor.read_until("[] []\n");
     if (answer.empty()) return 1;
-    ++answered;
+    if (++answered == 500) under_way.set_value();
     if (answer.find("Connection: close") != std::string::npos) return 0;
   }
 }
 
 TEST_F(FrontTest, StoppingUnderLoadLosesNoAnswer) {
+  options_.pool.max_waiting = 64;
   start();
   std::atomic<int> answered{0};
   std::atomic<int> lost{0};
+  std::promise<void> under_way;
   std::vector<std::thread> visitors;
   for (int i = 0; i < 8; ++i) {
-    visitors.emplace_back([&] { lost += answers_until_told_to_close(port_, answered); });
+    visitors.emplace_back([&] { lost += lost_until_told_to_close(port_, answered, under_way); });
   }
-  while (answered.load() < 500) std::this_thread::yield();
+  under_way.get_future().wait();
   stop();
   for (std::thread& visitor : visitors) visitor.join();
   EXPECT_EQ(lost.load(), 0);

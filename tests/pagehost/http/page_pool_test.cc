@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <future>
+#include <latch>
 #include <stdexcept>
 #include <thread>
 
@@ -47,17 +48,18 @@ TEST(PagePool, TasksThatWaitDoNotHoldUpTheNext) {
   PagePool pool(options(8, 100));
   std::promise<void> gate;
   const std::shared_future<void> open = gate.get_future().share();
-  std::atomic<int> waiting{0};
+  std::latch all_wait(7);
   for (int i = 0; i < 7; ++i) {
-    pool.submit(task([&waiting, open] {
-      ++waiting;
+    pool.submit(task([&all_wait, open] {
+      all_wait.count_down();
       open.wait();
     }));
   }
+  all_wait.wait();
   std::promise<void> ran;
   pool.submit(task([&] { ran.set_value(); }));
   ran.get_future().wait();
-  EXPECT_EQ(waiting.load(), 7);
+  EXPECT_EQ(pool.waiting(), 0u);
   gate.set_value();
 }
 
