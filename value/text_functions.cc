@@ -174,6 +174,7 @@ std::string replaced_text(std::string_view text, std::string_view sought, std::s
     done = at + sought.size();
   });
   out.append(text, done);
+  join_halves(out);
   return out;
 }
 
@@ -190,6 +191,23 @@ std::vector<std::string_view> split_text(std::string_view text, std::string_view
   }
   parts.push_back(text.substr(done));
   return parts;
+}
+
+void join_halves(std::string& utf8) {
+  // A half is three bytes: ED, then A0 to AF (a first half) or B0 to BF (a second one).
+  constexpr std::size_t kHalf = 3;
+  const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(utf8[at]); };
+  for (std::size_t at = utf8.find('\xED'); at != utf8.npos && at + 2 * kHalf <= utf8.size();
+       at = utf8.find('\xED', at + 1)) {
+    const bool pair = byte(at + 1) >= 0xA0 && byte(at + 1) < 0xB0 && byte(at + kHalf) == 0xED &&
+                      byte(at + kHalf + 1) >= 0xB0;
+    if (!pair) continue;
+    const char32_t high = sequence_at(utf8, at).point - 0xD800;
+    const char32_t low = sequence_at(utf8, at + kHalf).point - 0xDC00;
+    std::string character;
+    append_code_point(character, 0x10000 + (high << 10) + low);
+    utf8.replace(at, 2 * kHalf, character);
+  }
 }
 
 std::string reversed_text(std::string_view utf8) {

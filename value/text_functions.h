@@ -35,6 +35,9 @@ std::string replaced_text(std::string_view text, std::string_view sought, std::s
 std::vector<std::string_view> split_text(std::string_view text, std::string_view delimiter,
                                          std::size_t limit, Letters letters);
 
+// Joins lone halves that came to stand beside one another, where texts were joined byte by byte.
+void join_halves(std::string& utf8);
+
 // Its units in the opposite order; pairs of halves stay in order.
 std::string reversed_text(std::string_view utf8);
 

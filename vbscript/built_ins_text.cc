@@ -197,6 +197,7 @@ Value join(Machine&, Arguments arguments) {
     if (element.is_null() || element.is_array()) raise(errors::kTypeMismatch);
     append_text(joined, element);
   }
+  join_halves(joined);
   Text text;
   text.append(joined);
   return Value::text(std::move(text));

@@ -7,7 +7,7 @@
 
 namespace rk::vbscript {
 
-Compiler::Meaning Compiler::meaning(NameId name) {
+Meaning Compiler::meaning(NameId name) {
   const auto at = scope_->meanings.find(name);
   if (at != scope_->meanings.end()) return at->second;
   const Meaning found = find_meaning(name);
@@ -15,7 +15,7 @@ Compiler::Meaning Compiler::meaning(NameId name) {
   return found;
 }
 
-Compiler::Meaning Compiler::find_meaning(NameId name) {
+Meaning Compiler::find_meaning(NameId name) {
   if (const auto member = member_meaning(name)) return *member;
   if (const auto declared = script_meaning(name)) return *declared;
   if (environment_ != nullptr) return outer_meaning(name);
@@ -24,7 +24,7 @@ Compiler::Meaning Compiler::find_meaning(NameId name) {
   return undeclared_in_procedure(name);
 }
 
-std::optional<Compiler::Meaning> Compiler::member_meaning(NameId name) const {
+std::optional<Meaning> Compiler::member_meaning(NameId name) const {
   if (scope_->owner == nullptr) return std::nullopt;
   const auto at = scope_->owner->member_index.find(tree_.names.folded(name));
   if (at == scope_->owner->member_index.end()) return std::nullopt;
@@ -40,7 +40,7 @@ std::optional<Compiler::Meaning> Compiler::member_meaning(NameId name) const {
   return m;
 }
 
-std::optional<Compiler::Meaning> Compiler::script_meaning(NameId name) {
+std::optional<Meaning> Compiler::script_meaning(NameId name) {
   const auto at = bindings_.find(name);
   if (at == bindings_.end()) return std::nullopt;
   const Binding& binding = at->second;
@@ -65,7 +65,7 @@ std::optional<Compiler::Meaning> Compiler::script_meaning(NameId name) {
   return m;
 }
 
-std::optional<Compiler::Meaning> Compiler::built_in_meaning(NameId name) {
+std::optional<Meaning> Compiler::built_in_meaning(NameId name) {
   const std::string& folded = tree_.names.folded(name);
   Meaning m;
   if (const Value* value = find_built_in_constant(folded)) {
@@ -81,7 +81,7 @@ std::optional<Compiler::Meaning> Compiler::built_in_meaning(NameId name) {
 }
 
 // A name that is only read may be the host's, or a procedure made at run time.
-Compiler::Meaning Compiler::undeclared_in_script(NameId name) {
+Meaning Compiler::undeclared_in_script(NameId name) {
   const Usage* usage = script_usage_->find(name);
   const bool variable = usage != nullptr && (usage->assigned || usage->passed);
   Meaning m;
@@ -97,7 +97,7 @@ Compiler::Meaning Compiler::undeclared_in_script(NameId name) {
   return m;
 }
 
-Compiler::Meaning Compiler::undeclared_in_procedure(NameId name) {
+Meaning Compiler::undeclared_in_procedure(NameId name) {
   const Usage* usage = scope_->usage->find(name);
   const bool variable = usage != nullptr && (usage->assigned || usage->passed);
   const Usage* in_script = script_usage_->find(name);
@@ -119,7 +119,7 @@ Compiler::Meaning Compiler::undeclared_in_procedure(NameId name) {
   return m;
 }
 
-Compiler::Meaning Compiler::shared_variable(NameId name) {
+Meaning Compiler::shared_variable(NameId name) {
   SharedName shared;
   shared.reference = code().references++;
   shared.own_register = take_register();
@@ -144,7 +144,7 @@ void Compiler::birth(NameId name) {
 
 // --- code made at run time --------------------------------------------------------------------
 
-Compiler::Meaning Compiler::outer_meaning(NameId name) {
+Meaning Compiler::outer_meaning(NameId name) {
   if (const auto found = environment_meaning(name)) return *found;
   if (const auto built_in = built_in_meaning(name)) return *built_in;
   Meaning m;
@@ -164,7 +164,7 @@ Compiler::Meaning Compiler::outer_meaning(NameId name) {
   return m;
 }
 
-std::optional<Compiler::Meaning> Compiler::environment_meaning(NameId name) {
+std::optional<Meaning> Compiler::environment_meaning(NameId name) {
   const std::string& folded = tree_.names.folded(name);
   const Environment::Found found =
       scope_->procedure == nullptr ? environment_->find(folded) : environment_->find_global(folded);
@@ -186,7 +186,7 @@ std::optional<Compiler::Meaning> Compiler::environment_meaning(NameId name) {
   return std::nullopt;
 }
 
-Compiler::Meaning Compiler::outer_variable(Value* variable) {
+Meaning Compiler::outer_variable(Value* variable) {
   Meaning m;
   m.place = operand(Place::Outer, static_cast<std::uint32_t>(unit_->outer.size()));
   unit_->outer.push_back(variable);

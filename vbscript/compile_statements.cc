@@ -85,12 +85,12 @@ void Compiler::statement_of_kind(const Statement& s) {
 
 std::size_t Compiler::jump_unless(const Expression* condition) {
   const Operand truth = value(condition);
-  Instruction& last = code().instructions.back();
   // OPTIMIZATION: a comparison that is only jumped on needs no Boolean between.
-  const bool compared = condition->kind == Expression::Kind::Binary && last.op == Op::Compare &&
-                        last.a == truth && is_temporary(truth);
+  const bool compared = condition->kind == Expression::Kind::Binary && is_temporary(truth) &&
+                        code().instructions.back().op == Op::Compare &&
+                        code().instructions.back().a == truth;
   if (compared && scope_->dirty_begin == scope_->dirty_end) {
-    const Instruction comparison = last;
+    const Instruction comparison = code().instructions.back();
     code().instructions.pop_back();
     next_temporary_ = scope_->next_register;
     return emit(Op::JumpCompare, comparison.b, comparison.c, 0, comparison.n);

@@ -13,6 +13,7 @@
 
 #include "value/script_error.h"
 #include "vbscript/environment.h"
+#include "vbscript/meaning.h"
 #include "vbscript/name_usage.h"
 #include "vbscript/source.h"
 #include "vbscript/syntax_tree.h"
@@ -30,23 +31,6 @@ class Compiler {
   std::shared_ptr<Unit> expression_unit();
 
  private:
-  // What a name means where it stands.
-  struct Meaning {
-    enum class Kind : std::uint8_t {
-      Variable,   // place
-      Constant,   // place
-      Procedure,  // index
-      Member,     // index of the own class's member that is no field
-      Class,
-      BuiltIn,    // index
-      Late,       // index of a global that is settled at run time
-      Dynamic,    // a procedure of code around, called by name
-      Undefined,  // Option Explicit says no
-    };
-    Kind kind = Kind::Variable;
-    Operand place = kNoOperand;
-    std::uint32_t index = 0;
-  };
   struct Loop {
     Statement::ExitKind kind;
     std::vector<std::size_t> exits;  // jumps to patch
@@ -66,7 +50,6 @@ class Compiler {
   };
   // A register taken for a statement's length.
   class Hidden;
-  using Arguments = std::vector<const Expression*>;
 
   // --- the unit (compiler.cc)
   void declare_script();

@@ -94,6 +94,8 @@ void Lexer::piece(int index) {
   text_ = from.text;
   at_ = 0;
   after_blank_ = true;
+  // Whatever reads texts further on relies on their form.
+  if (!is_valid_utf8(text_)) fail(syntax::kInvalidCharacter, 0);
   if (from.kind == SourcePiece::Kind::Literal) {
     if (text_.empty()) return;
     add(TokenKind::WriteLiteral, 0).value = Value::text(text_);

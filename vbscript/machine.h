@@ -17,6 +17,7 @@
 #include "value/script_error.h"
 #include "value/value.h"
 #include "vbscript/err_object.h"
+#include "vbscript/frame.h"
 #include "vbscript/host.h"
 #include "vbscript/limits.h"
 #include "vbscript/random_sequence.h"
@@ -25,44 +26,6 @@
 #include "vbscript/unit.h"
 
 namespace rk::vbscript {
-
-// What a call site met last: the number that its name had for such objects.
-struct CallSite {
-  const void* table = nullptr;
-  MemberId id = kNoMember;
-};
-
-// A unit with what this run keeps for it.
-struct LoadedUnit {
-  std::shared_ptr<const Unit> unit;
-  std::vector<CallSite> sites;
-};
-
-struct ProcedureRef {
-  const Code* code = nullptr;
-  LoadedUnit* unit = nullptr;
-};
-
-struct ClassRef {
-  const ClassCode* code = nullptr;
-  LoadedUnit* unit = nullptr;
-};
-
-using LocalVariables = std::unordered_map<std::string, std::unique_ptr<Value>>;
-
-struct Frame {
-  Frame* caller = nullptr;
-  const Code* code = nullptr;
-  LoadedUnit* unit = nullptr;
-  ScriptObject* me = nullptr;
-  Value* bases[4] = {};             // by Place: registers, constants, globals, fields
-  Value* const* tables[2] = {};     // references, outer
-  const Instruction* at = nullptr;  // what runs now
-  bool resume_next = false;
-  // Code of Execute runs in the scope of the procedure that called it.
-  Frame* scope = nullptr;
-  std::unique_ptr<LocalVariables> made;  // variables that such code made
-};
 
 class Machine {
  public:

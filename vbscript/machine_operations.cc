@@ -5,6 +5,7 @@
 #include "value/array.h"
 #include "value/comparison.h"
 #include "value/conversions.h"
+#include "value/text_functions.h"
 #include "vbscript/enumerations.h"
 #include "vbscript/machine.h"
 
@@ -126,6 +127,7 @@ void Machine::join(Frame& frame, const Instruction& i) {
   if (all_null) {
     at(frame, i.a) = Value::null();
   } else if (plain) {
+    join_halves(text);
     Text whole;
     whole.append(text);
     at(frame, i.a) = Value::text(std::move(whole));

@@ -54,6 +54,12 @@ TEST(TextFunctions, TrimsBlanksOnly) {
   EXPECT_EQ(without_leading_blanks("   "), "");
 }
 
+TEST(TextFunctions, JoinsHalvesSideBySide) {
+  std::string text = "a\xED\xA0\xBD\xED\xB8\x80\xED\xA0\xBD";
+  join_halves(text);
+  EXPECT_EQ(text, "a\xF0\x9F\x98\x80\xED\xA0\xBD");
+}
+
 TEST(TextFunctions, ReversesCharacters) {
   EXPECT_EQ(reversed_text("a中b"), "b中a");
 }
