@@ -48,7 +48,8 @@ class Site {
   const platform::CodePages& code_pages() const;
   // For work on the site's own behalf, outside of any page: without limits of time, untraced.
   std::shared_ptr<platform::Database> database();
-  // Virtual paths that no visitor may read, in small letters: "/log", "/data" and the settings'.
+  // Virtual paths that no visitor may read, in small letters: "/log", "/data", and the settings'
+  // folders and access log where they lie in the site.
   std::vector<std::string> hidden_folders() const;
 
  private:
