@@ -68,17 +68,19 @@ class Toy final : public Object {
   Value invoke(MemberId id, CallKind kind, Arguments arguments) override {
     switch (id) {
       case 0:
-        if (kind == CallKind::Let) return value_ = *arguments.back(), Value();
+        if (kind == CallKind::Let || kind == CallKind::Set) return value_ = *arguments.back(), Value();
         return arguments.empty() ? value_ : *arguments[0];
       case 1:
         if (arguments.size() != 2) raise(errors::kWrongArgumentCount);
         return Value::real(to_double(*arguments[0]) + to_double(*arguments[1]));
       case 2:
+        if (arguments.size() != 1) raise(errors::kWrongArgumentCount);
         *arguments[0] = Value::real(to_double(*arguments[0]) + 1);
         return Value();
       case 3:
         throw ScriptError(-2147217900, "Toy failed", "Toy.Source");
       case 4:
+        if (arguments.size() != 1) raise(errors::kWrongArgumentCount);
         return *arguments[0];
       case 5:
         return Value::long_integer(3);

@@ -1,0 +1,1 @@
+If "abc" Then Print "x" ' error: 13
