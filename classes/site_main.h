@@ -2,7 +2,7 @@
 // reference. What an operation does stands in the room that it forwards to.
 //
 // One object serves one page, on that page's thread. The page host calls OnStartPage before and
-// OnEndPage after everything else; operations that need the page raise 91 outside of the two.
+// OnEndPage after everything else; operations that need the page raise 424 outside of the two.
 #ifndef RK_CLASSES_SITE_MAIN_H_
 #define RK_CLASSES_SITE_MAIN_H_
 
@@ -28,7 +28,7 @@ class SiteMain : public Object {
   MemberId member(std::string_view name) const override;
   Value invoke(MemberId id, CallKind kind, Arguments arguments) override;
 
-  // Page and site. OnStartPage raises 424, 91 or 438 for what is no scripting context.
+  // Page and site. OnStartPage raises 424 or 438 for what is no scripting context.
   void OnStartPage(Value& mysc);
   void OnEndPage();
   Value GetTempPath();

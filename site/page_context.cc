@@ -8,7 +8,7 @@ namespace {
 
 template <class Part>
 Part& bound(const std::shared_ptr<Part>& part) {
-  if (part == nullptr) raise(errors::kObjectNotSet);
+  if (part == nullptr) raise(errors::kObjectRequired);
   return *part;
 }
 

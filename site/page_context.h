@@ -18,7 +18,7 @@ class PageContext {
   // Lets go of Response, Server, Request and Application.
   void end() noexcept;
 
-  // Each raises 91 before start(), and, but for the session, after end().
+  // Each raises 424 before start(), and, but for the session, after end().
   platform::Response& response() const;
   platform::Server& server() const;
   platform::Request& request() const;

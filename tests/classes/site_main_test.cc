@@ -118,17 +118,17 @@ TEST_F(SiteMainObject, UnknownMembersAndAssignmentsRaise438) {
 }
 
 TEST_F(SiteMainObject, NeedsThePageBeforeItShowsAnything) {
-  EXPECT_EQ(error_of([&] { call("GetTempPath", {}); }), 91);
-  EXPECT_EQ(error_of([&] { call("GetScriptPath", {}); }), 91);
-  EXPECT_EQ(error_of([&] { call("loadfile_fromcache", {text("x")}); }), 91);
-  EXPECT_EQ(error_of([&] { call("update_cache", {text("x")}); }), 91);
-  EXPECT_EQ(error_of([&] { call("Show_HostList", std::vector<Value>(9)); }), 91);
+  EXPECT_EQ(error_of([&] { call("GetTempPath", {}); }), 424);
+  EXPECT_EQ(error_of([&] { call("GetScriptPath", {}); }), 424);
+  EXPECT_EQ(error_of([&] { call("loadfile_fromcache", {text("x")}); }), 424);
+  EXPECT_EQ(error_of([&] { call("update_cache", {text("x")}); }), 424);
+  EXPECT_EQ(error_of([&] { call("Show_HostList", std::vector<Value>(9)); }), 424);
   EXPECT_EQ(text_of("ReStr", {text("a b")}), "ab") << "which asks nothing of the page";
 }
 
 TEST_F(SiteMainObject, StartsWithAScriptingContextOnly) {
   EXPECT_EQ(error_of([&] { call("OnStartPage", {text("x")}); }), 424);
-  EXPECT_EQ(error_of([&] { call("OnStartPage", {Value::nothing()}); }), 91);
+  EXPECT_EQ(error_of([&] { call("OnStartPage", {Value::nothing()}); }), 424);
   EXPECT_EQ(error_of([&] { call("OnStartPage", {Value::object(object)}); }), 438);
 }
 
@@ -136,7 +136,7 @@ TEST_F(SiteMainObject, LetsGoOfThePageWhenItEnds) {
   start();
   EXPECT_EQ(text_of("GetTempPath", {}), "/Template/blue/");
   call("OnEndPage", {});
-  EXPECT_EQ(error_of([&] { call("GetTempPath", {}); }), 91);
+  EXPECT_EQ(error_of([&] { call("GetTempPath", {}); }), 424);
 }
 
 }  // namespace

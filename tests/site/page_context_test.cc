@@ -18,20 +18,20 @@ TEST(PageContext, TakesTheFiveObjectsInTheirOrder) {
 
 TEST(PageContext, RaisesBeforeThePageStarts) {
   const PageContext context;
-  EXPECT_EQ(error_of([&] { context.response(); }), 91);
-  EXPECT_EQ(error_of([&] { context.server(); }), 91);
-  EXPECT_EQ(error_of([&] { context.request(); }), 91);
-  EXPECT_EQ(error_of([&] { context.application(); }), 91);
-  EXPECT_EQ(error_of([&] { context.session(); }), 91);
+  EXPECT_EQ(error_of([&] { context.response(); }), 424);
+  EXPECT_EQ(error_of([&] { context.server(); }), 424);
+  EXPECT_EQ(error_of([&] { context.request(); }), 424);
+  EXPECT_EQ(error_of([&] { context.application(); }), 424);
+  EXPECT_EQ(error_of([&] { context.session(); }), 424);
 }
 
 TEST(PageContext, KeepsTheSessionAfterThePageEnds) {
   FakePage page;
   page.context.end();
-  EXPECT_EQ(error_of([&] { page.context.response(); }), 91);
-  EXPECT_EQ(error_of([&] { page.context.server(); }), 91);
-  EXPECT_EQ(error_of([&] { page.context.request(); }), 91);
-  EXPECT_EQ(error_of([&] { page.context.application(); }), 91);
+  EXPECT_EQ(error_of([&] { page.context.response(); }), 424);
+  EXPECT_EQ(error_of([&] { page.context.server(); }), 424);
+  EXPECT_EQ(error_of([&] { page.context.request(); }), 424);
+  EXPECT_EQ(error_of([&] { page.context.application(); }), 424);
   EXPECT_EQ(&page.context.session(), &page.session);
 }
 
