@@ -3,6 +3,7 @@
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/http/string_body.hpp>
 
+#include "pagehost/http/chunked_body.h"
 #include "value/text.h"
 
 namespace rk::http {
@@ -11,8 +12,6 @@ namespace {
 namespace beast_http = boost::beast::http;
 using boost::system::error_code;
 
-// What may be received beyond what the body's reader could take: a chunk's frame, no more.
-constexpr std::size_t kMaxFrameBytes = std::size_t{16} << 10;
 // A buffer past this is given back after its request, so that a large one is not paid for ever.
 constexpr std::size_t kKeptBufferBytes = std::size_t{16} << 10;
 
@@ -24,8 +23,15 @@ std::string_view trimmed(std::string_view text) {
 
 }  // namespace
 
+// The parser reads the header and a body of a known length; a chunked body has a reader of its own.
 struct RequestReader::Message {
+  explicit Message(std::uint64_t max_body_bytes) : chunks(max_body_bytes) {}
+
+  bool is_done() const { return chunked ? chunks.complete() : parser.is_done(); }
+
   beast_http::request_parser<beast_http::string_body> parser;
+  ChunkedBody chunks;
+  bool chunked = false;
 };
 
 RequestReader::RequestReader(const HeaderLimits& limits, std::uint64_t max_body_bytes)
@@ -68,7 +74,7 @@ RequestReader::State RequestReader::read_header() {
 }
 
 RequestReader::State RequestReader::begin_message(std::string_view header) {
-  message_ = std::make_unique<Message>();
+  message_ = std::make_unique<Message>(max_body_bytes_);
   auto& parser = message_->parser;
   parser.header_limit(static_cast<std::uint32_t>(header.size() + 1));
   parser.body_limit(max_body_bytes_);
@@ -78,7 +84,8 @@ RequestReader::State RequestReader::begin_message(std::string_view header) {
   if (error == beast_http::error::body_limit) return refuse(413);
   if (error && error != beast_http::error::need_more) return refuse(400);
   take_header(header);
-  if (!parser.is_done()) {
+  message_->chunked = parser.chunked();
+  if (!message_->is_done()) {
     const std::string_view expected = request_.page.header("Expect");
     const bool asks = equal_ignoring_case(expected, "100-continue");
     if (!expected.empty() && !asks) return refuse(417);
@@ -111,24 +118,33 @@ void RequestReader::take_header(std::string_view header) {
 }
 
 RequestReader::State RequestReader::read_body() {
-  auto& parser = message_->parser;
-  while (!parser.is_done() && !pending().empty()) {
-    error_code error;
-    const std::string_view bytes = pending();
-    const std::size_t taken = parser.put(boost::asio::buffer(bytes.data(), bytes.size()), error);
-    used_ += taken;
-    if (error == beast_http::error::body_limit) return refuse(413);
-    if (error && error != beast_http::error::need_more) return refuse(400);
-    if (taken > 0) continue;
-    if (pending().size() > kMaxFrameBytes) return refuse(400);
-    break;
+  while (!message_->is_done() && !pending().empty()) {
+    const std::size_t before = used_;
+    const int refused = message_->chunked ? read_chunks() : read_counted();
+    if (refused != 0) return refuse(refused);
+    if (used_ == before) break;  // the parser wants more at once
   }
   received_.erase(0, used_);
   used_ = 0;
-  if (!parser.is_done()) return state_;
-  request_.page.body = std::move(parser.get().body());
+  if (!message_->is_done()) return state_;
+  request_.page.body =
+      message_->chunked ? message_->chunks.take() : std::move(message_->parser.get().body());
   state_ = State::Complete;
   return state_;
+}
+
+// These take of what is pending; 0, or the status of a refusal.
+int RequestReader::read_chunks() {
+  used_ += message_->chunks.feed(pending());
+  return message_->chunks.refused_status();
+}
+
+int RequestReader::read_counted() {
+  error_code error;
+  const std::string_view bytes = pending();
+  used_ += message_->parser.put(boost::asio::buffer(bytes.data(), bytes.size()), error);
+  if (!error || error == beast_http::error::need_more) return 0;
+  return error == beast_http::error::body_limit ? 413 : 400;
 }
 
 }  // namespace rk::http

@@ -53,6 +53,8 @@ class RequestReader {
   State read_header();
   State begin_message(std::string_view header);
   State read_body();
+  int read_chunks();
+  int read_counted();
   void take_header(std::string_view header);
 
   HeaderLimits limits_;
