@@ -48,7 +48,7 @@ TEST(Settings, EveryKindOfValueIsRead) {
       "page_codepage = 936\n"
       "template_codepage = AUTO\n"
       "[data]\n"
-      "folders = ../shared ; /srv/data;\n"
+      "folders = ../other ; /srv/data;\n"
       "[endpoints]\n"
       "filing = http://127.0.0.1:9001");
   EXPECT_EQ(display(settings.server.listen), "[::1]:0");
@@ -59,7 +59,7 @@ TEST(Settings, EveryKindOfValueIsRead) {
   EXPECT_EQ(settings.server.not_found, "/404.asp");
   EXPECT_EQ(settings.text.page_codepage, 936);
   EXPECT_EQ(settings.text.template_codepage, kAuto);
-  EXPECT_EQ(settings.data.folders, (std::vector<std::string>{"/site/../shared", "/srv/data"}));
+  EXPECT_EQ(settings.data.folders, (std::vector<std::string>{"/site/../other", "/srv/data"}));
   EXPECT_EQ(settings.endpoints.filing, "http://127.0.0.1:9001");
 }
 
