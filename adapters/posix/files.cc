@@ -20,6 +20,9 @@ namespace {
 // fill the memory (folders that do not exist are never kept).
 constexpr std::size_t kMaxListings = 1024;
 
+// Files known at once: pages and includes of a large site.
+constexpr std::size_t kMaxKnownFiles = 16384;
+
 // A folder that changed within this time of being listed may have changed again in the same tick
 // of the file system's clock, so its listing is not trusted the next time.
 constexpr std::int64_t kSettledNs = 100'000'000;
@@ -216,10 +219,31 @@ std::optional<std::string> PosixFiles::find(std::string_view path) const {
   return std::move(found->path);
 }
 
+bool PosixFiles::is_known(const std::string& cleaned, const KnownFile& file) const {
+  const std::lock_guard lock(mutex_);
+  const auto known = known_.find(cleaned);
+  return known != known_.end() && known->second.device == file.device &&
+         known->second.inode == file.inode;
+}
+
+// OPTIMIZATION: pages ask for the stamps of their files at each request. A file that was found to
+// lie in a root is known by its device and inode, whichever way a path leads to it, so one look is
+// enough while it is the same file.
 std::optional<platform::FileStamp> PosixFiles::stamp(std::string_view path) const {
-  const std::optional<Found> found = open_any_case(path, O_PATH);
+  const std::string cleaned = roots_.clean(path);
   struct stat status {};
+  if (cleaned.empty()) return std::nullopt;
+  if (roots_.status_anywhere(cleaned, status) &&
+      is_known(cleaned, {status.st_dev, status.st_ino})) {
+    return stamp_of(status);
+  }
+  const std::optional<Found> found = open_any_case(cleaned, O_PATH);
   if (!found || ::fstat(found->descriptor.number(), &status) != 0) return std::nullopt;
+  if (found->path == cleaned) {
+    const std::lock_guard lock(mutex_);
+    if (known_.size() >= kMaxKnownFiles) known_.clear();
+    known_[cleaned] = {status.st_dev, status.st_ino};
+  }
   return stamp_of(status);
 }
 

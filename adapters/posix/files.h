@@ -71,6 +71,12 @@ class PosixFiles final : public platform::Files {
     Descriptor descriptor;
   };
 
+  struct KnownFile {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+  };
+
+  bool is_known(const std::string& cleaned, const KnownFile& file) const;
   std::optional<Found> open_any_case(std::string_view path, int flags) const;
   std::optional<std::string> on_disk(const std::string& cleaned) const;
   std::shared_ptr<const Listing> listing(const std::string& folder) const;
@@ -80,7 +86,9 @@ class PosixFiles final : public platform::Files {
   Roots roots_;
   const platform::CodePages& code_pages_;
   TextDecoding decoding_;
-  mutable std::mutex mutex_;  // of listings_
+  mutable std::mutex mutex_;  // of all below
+  // Files that were found to lie in a root, by their cleaned paths.
+  mutable std::unordered_map<std::string, KnownFile> known_;
   mutable std::unordered_map<std::string, std::shared_ptr<const Listing>> listings_;
 };
 

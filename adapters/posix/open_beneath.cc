@@ -117,6 +117,10 @@ bool Roots::lies_inside(int descriptor) const {
                      [&](const Root& root) { return is_beneath(real, root.real); });
 }
 
+bool Roots::status_anywhere(const std::string& cleaned, struct stat& status) const {
+  return find(cleaned) != nullptr && ::stat(cleaned.c_str(), &status) == 0;
+}
+
 Descriptor Roots::open(const std::string& cleaned, int flags, unsigned mode) const {
   const Root* root = find(cleaned);
   if (root == nullptr) {

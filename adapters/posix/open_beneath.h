@@ -40,6 +40,9 @@ class Roots {
   // (EXDEV: it leads out) where it cannot be opened.
   Descriptor open(const std::string& cleaned, int flags, unsigned mode = 0) const;
 
+  // The status of what the path leads to, followed out of the roots too: for who knows the file.
+  bool status_anywhere(const std::string& cleaned, struct stat& status) const;
+
   // The root's path that `cleaned` lies in; empty where it lies in none.
   std::string_view root_of(std::string_view cleaned) const;
 

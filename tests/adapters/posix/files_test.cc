@@ -203,6 +203,20 @@ TEST_F(FilesTest, TheStampChangesWithTheFile) {
   EXPECT_NE(site.stamp(site_ + "/a.txt"), before);
 }
 
+TEST_F(FilesTest, AStampedFileThatBecomesALinkOutIsGone) {
+  put(site_ + "/a.txt", "1");
+  PosixFiles site = files();
+  EXPECT_TRUE(site.stamp(site_ + "/a.txt"));
+  EXPECT_TRUE(site.stamp(site_ + "/a.txt")) << "by what is known of it";
+  fs::remove(site_ + "/a.txt");
+  EXPECT_FALSE(site.stamp(site_ + "/a.txt"));
+  fs::create_symlink(base_ + "/secret.txt", site_ + "/a.txt");
+  EXPECT_FALSE(site.stamp(site_ + "/a.txt"));
+  fs::remove(site_ + "/a.txt");
+  put(site_ + "/a.txt", "22");
+  EXPECT_EQ(site.stamp(site_ + "/a.txt")->size, 2u);
+}
+
 TEST_F(FilesTest, ANamedPipeIsNotReadAndDoesNotWait) {
   ASSERT_EQ(::mkfifo((site_ + "/pipe").c_str(), 0600), 0);
   PosixFiles site = files();
