@@ -25,11 +25,15 @@ std::size_t sequence_length(unsigned char first) noexcept {
   return first < 0xF0 ? 3 : 4;
 }
 
+// Bytes that are no UTF-8 count other units than they decode to, so a place may lie at the end:
+// there is nothing there to step over.
 std::size_t step(std::string_view utf8, std::size_t offset) noexcept {
+  if (offset >= utf8.size()) return 0;
   return std::min(sequence_length(static_cast<unsigned char>(utf8[offset])), utf8.size() - offset);
 }
 
 std::size_t units_of(std::string_view utf8, std::size_t offset) noexcept {
+  if (offset >= utf8.size()) return 1;
   return static_cast<unsigned char>(utf8[offset]) >= 0xF0 ? 2 : 1;
 }
 
@@ -70,6 +74,7 @@ char32_t first_half(std::string_view utf8) noexcept {
 }
 
 char16_t unit_at(std::string_view utf8, std::size_t offset, bool second) noexcept {
+  if (offset >= utf8.size()) return 0xFFFD;
   const char32_t point = decode(utf8.substr(offset, step(utf8, offset)));
   if (point < 0x10000) return static_cast<char16_t>(point);
   const char32_t rest = point - 0x10000;

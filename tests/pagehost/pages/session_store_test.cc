@@ -80,9 +80,9 @@ TEST_F(Sessions, OnePageATimeAndTheNextIsCalledByTheOneBefore) {
 
 TEST_F(Sessions, TooManyThatWaitAreTurnedAway) {
   const std::string id = made();
-  const SessionStore::Turn first = turn(id);
-  int called = 0;
+  int called = 0;  // outlives the turn, whose end calls those that wait
   const auto count = [&](SessionStore::Turn) { ++called; };
+  const SessionStore::Turn first = turn(id);
   EXPECT_TRUE(store_.admit(id, count));
   EXPECT_TRUE(store_.admit(id, count));
   EXPECT_FALSE(store_.admit(id, count));
