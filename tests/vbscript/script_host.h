@@ -68,7 +68,8 @@ class Toy final : public Object {
   Value invoke(MemberId id, CallKind kind, Arguments arguments) override {
     switch (id) {
       case 0:
-        if (kind == CallKind::Let || kind == CallKind::Set) return value_ = *arguments.back(), Value();
+        if (kind == CallKind::Let || kind == CallKind::Set)
+          return value_ = *arguments.back(), Value();
         return arguments.empty() ? value_ : *arguments[0];
       case 1:
         if (arguments.size() != 2) raise(errors::kWrongArgumentCount);
