@@ -27,6 +27,10 @@ class Statement {
   Statement& operator=(const Statement&) = delete;
 
   void bind(int place, std::int64_t value) { sqlite3_bind_int64(statement_, place, value); }
+  void bind(int place, std::string_view text) {
+    sqlite3_bind_text(statement_, place, text.data(), static_cast<int>(text.size()),
+                      SQLITE_TRANSIENT);
+  }
   bool step() { return sqlite3_step(statement_) == SQLITE_ROW; }
   void reset() { sqlite3_reset(statement_); }
   std::int64_t number(int column) const { return sqlite3_column_int64(statement_, column); }
@@ -38,6 +42,25 @@ class Statement {
   sqlite3_stmt* statement_ = nullptr;
 };
 
+// The frame of a floor's page: one read transaction, and in it what finds the template folder.
+class FloorPage {
+ public:
+  explicit FloorPage(sqlite3* db);
+
+  void begin() { run(begin_); }
+  void commit() { run(commit_); }
+  // Makes "/Template/" + name + "/" and reads SysTem's domain, as every template needs.
+  void find_folder();
+
+ private:
+  static void run(Statement& statement);
+
+  Statement begin_, commit_, folder_, domain_;
+};
+
+// Appends a number as pages write it.
+void append_number(std::string& out, double number);
+
 class BenchSite {
  public:
   // `data`: statements that fill the tables behind the schema and one template, "bench".
@@ -47,6 +70,7 @@ class BenchSite {
   BenchSite& operator=(const BenchSite&) = delete;
 
   void put_template(std::string_view file, std::string text);
+  void put_query(const std::string& name, std::string text);
   // A page of its own for each request; the last one's is gone then.
   const site::PageContext& new_page();
   sqlite3* floor() const { return floor_; }
@@ -65,6 +89,10 @@ class BenchSite {
 // Plans 1 to n of Rk_HostList as bench/make-site makes them, with own names and prices of agent
 // "blue" for half of what agents may sell.
 std::string hosting_plans(int n);
+
+// n rows in each table of the catalogue, all open to agents, with own names and prices of agent
+// "blue" for nine of ten; each hosting plan comes with a mail plan and two databases.
+std::string whole_catalogue(int n);
 
 }  // namespace rk::bench
 

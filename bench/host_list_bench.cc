@@ -3,7 +3,6 @@
 // appends into one buffer.
 #include <benchmark/benchmark.h>
 
-#include <charconv>
 #include <map>
 #include <memory>
 #include <string>
@@ -57,19 +56,11 @@ catalogue::HostListParameters parameters(int page_size, const char* agent) {
           .Agent_User = Value::text(agent)};
 }
 
-void append_number(std::string& out, double number) {
-  char digits[32];
-  out.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
-}
-
 // The floor's statements, prepared once.
 class Floor {
  public:
   Floor(sqlite3* db, bool agent, int page_size)
-      : begin_(db, "Begin"),
-        commit_(db, "Commit"),
-        folder_(db, "Select templatePath From Rk_Template Where UseThis=1"),
-        domain_(db, "Select SiteDomain From SysTem Limit 1"),
+      : page_(db),
         count_(db, agent ? "Select Count(*) From Rk_HostList Where AgentS=1"
                          : "Select Count(*) From Rk_HostList"),
         plans_(db, std::string("Select Id,HostSpace,HostName,Scriptmaps,MaxConnections,"
@@ -84,13 +75,8 @@ class Floor {
         page_size_(page_size) {}
 
   std::string show() {
-    run(begin_);
-    folder_.step();
-    const std::string folder = "/Template/" + std::string(folder_.text(0)) + "/";
-    benchmark::DoNotOptimize(folder.data());
-    folder_.reset();
-    domain_.step();
-    domain_.reset();
+    page_.begin();
+    page_.find_folder();
     count_.step();
     const std::int64_t count = count_.number(0);
     count_.reset();
@@ -102,16 +88,11 @@ class Floor {
     out += kTail;
     out.append("<p><a href=\"?ServerId=&amp;Page=1\">上一页</a> 1/").append(pages);
     out += " <a href=\"?ServerId=&amp;Page=2\">下一页</a></p>\r\n</div>\r\n";
-    run(commit_);
+    page_.commit();
     return out;
   }
 
  private:
-  static void run(Statement& statement) {
-    statement.step();
-    statement.reset();
-  }
-
   void append_plans(std::string& out, std::int64_t count) {
     bool sql = false;
     bool my_sql = false;
@@ -149,7 +130,8 @@ class Floor {
     return false;
   }
 
-  Statement begin_, commit_, folder_, domain_, count_, plans_, price_;
+  FloorPage page_;
+  Statement count_, plans_, price_;
   const bool agent_;
   const int page_size_;
 };

@@ -1,6 +1,8 @@
 #include "catalogue/domain_lists.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <memory>
 
 #include "catalogue/style_block.h"
@@ -11,6 +13,7 @@
 #include "site/template_cache.h"
 #include "value/comparison.h"
 #include "value/conversions.h"
+#include "value/script_error.h"
 
 namespace rk::catalogue {
 
@@ -65,16 +68,16 @@ std::string box_start(const DomainBoxParameters& parameters) {
   return start.append("px;float:left;\"><input type=checkbox ");
 }
 
-// One box: ticked where the suffix is so by default, named by the suffix without its dots.
-void append_box(std::string& html, Recordset& domain, std::string_view start) {
-  const Value type = domain.field(kType);
+// One box: ticked where the suffix is so by default, named by the suffix without its dots. `type`
+// is room for the suffix.
+void append_box(std::string& html, Recordset& domain, std::string_view start, std::string& type) {
+  type.clear();
+  if (!domain.append_field_text(kType, type)) raise(errors::kInvalidNull);
   html.append(start);
   if (is_true(domain.field(kDefaultCheck))) html.append("checked");
-  std::string name = to_text(type).string();
-  std::erase(name, '.');
-  html.append(" value=\"yes\" name=\"").append(name).append("\">");
-  append_text(html, type);
-  html.append("</div>");
+  html.append(" value=\"yes\" name=\"");
+  std::copy_if(type.begin(), type.end(), std::back_inserter(html), [](char c) { return c != '.'; });
+  html.append("\">").append(type).append("</div>");
 }
 
 }  // namespace
@@ -108,7 +111,8 @@ std::string Show_sDomainList(const site::PageContext& page, const DomainBoxParam
     const auto rows = db->open_recordset(domain_boxes_sql(parameters), platform::CursorType::Keyset,
                                          platform::LockType::Optimistic);
     const std::string start = rows->eof() ? std::string() : box_start(parameters);
-    for (; !rows->eof(); rows->move_next()) append_box(html, *rows, start);
+    std::string type;
+    for (; !rows->eof(); rows->move_next()) append_box(html, *rows, start, type);
     rows->close();
   }
   db->close();

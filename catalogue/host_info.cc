@@ -1,11 +1,13 @@
 #include "catalogue/host_info.h"
 
+#include <array>
 #include <memory>
 #include <string>
 
 #include "catalogue/host_list.h"
 #include "catalogue/style_block.h"
 #include "catalogue/true_value.h"
+#include "site/repeat.h"
 #include "site/storefront.h"
 #include "site/tags.h"
 #include "site/template_cache.h"
@@ -21,6 +23,11 @@ using platform::Recordset;
 using platform::SqlText;
 
 constexpr double kUnlimited = 9999;
+
+constexpr std::array<std::string_view, 15> kPlanTags{
+    "HostName", "HostSpace",      "HostPrice",  "id",           "HostNo",
+    "HostInfo", "MaxConnections", "Scriptmaps", "MaxBandwidth", "vPathNo",
+    "CPU",      "FreeMail",       "FreeDB",     "Update",       "TestDay"};
 
 std::string joined(const Value& value, std::string_view behind) {
   std::string text;
@@ -109,23 +116,24 @@ Value free_databases(Connection& db, Recordset& plan) {
   return Value::text(joined(names, "/").append(joined(my_sql, "")));
 }
 
-void fill_plan(std::string& html, Connection& db, Recordset& plan, const Offer& offer) {
-  site::fill(html, "HostName", offer.name);
-  site::fill(html, "HostSpace", plan.field("HostSpace"));
-  site::fill(html, "HostPrice", offer.price);
-  site::fill(html, "id", plan.field("id"));
-  site::fill(html, "HostNo", plan.field("HostNo"));
-  site::fill(html, "HostInfo", info_html(plan.field("HostInfo")));
-  site::fill(html, "MaxConnections", limit_text(plan.field("MaxConnections"), " 个"));
-  site::fill(html, "Scriptmaps", plan.field("Scriptmaps"));
-  site::fill(html, "MaxBandwidth", limit_text(plan.field("MaxBandwidth"), " KB/S"));
-  site::fill(html, "vPathNo", plan.field("vPathNo"));
+void fill_plan(site::Repeat& html, Connection& db, Recordset& plan, const Offer& offer) {
+  const auto fill = [&](std::string_view tag) { html.fill(tag, plan, plan.ordinal(tag)); };
+  html.fill("HostName", offer.name);
+  fill("HostSpace");
+  html.fill("HostPrice", offer.price);
+  fill("id");
+  fill("HostNo");
+  html.fill("HostInfo", info_html(plan.field("HostInfo")));
+  html.fill("MaxConnections", limit_text(plan.field("MaxConnections"), " 个"));
+  fill("Scriptmaps");
+  html.fill("MaxBandwidth", limit_text(plan.field("MaxBandwidth"), " KB/S"));
+  fill("vPathNo");
   const Value limit = looked_up(db, pool_limit_sql(joined(plan.field("AppModeName"), "")));
-  site::fill(html, "CPU", joined(limit, "%"));
-  site::fill(html, "FreeMail", free_mail(db, plan.field("freeMail")));
-  site::fill(html, "FreeDB", free_databases(db, plan));
-  site::fill(html, "Update", is_true(plan.field("canupdate")) ? "支持" : "不支持");
-  site::fill(html, "TestDay", plan.field("TestDay"));
+  html.fill("CPU", joined(limit, "%"));
+  html.fill("FreeMail", free_mail(db, plan.field("freeMail")));
+  html.fill("FreeDB", free_databases(db, plan));
+  html.fill("Update", is_true(plan.field("canupdate")) ? "支持" : "不支持");
+  fill("TestDay");
 }
 
 }  // namespace
@@ -137,7 +145,8 @@ Value Show_HostInfo(const site::PageContext& page, const Value& Agent_User) {
   if (id.empty() || !is_numeric(Value::text(id))) return {};
 
   const Text agent_user = joined_text(Agent_User);
-  std::string html = file.string();
+  // OPTIMIZATION: a file is filled like the only row of a list, in one pass instead of one a tag.
+  site::Repeat html(file.view(), kPlanTags);
   {
     const platform::ReadScope one_view(*db);
     const auto plan = db->execute(host_info_sql(id, !agent_user.empty()));
@@ -147,7 +156,8 @@ Value Show_HostInfo(const site::PageContext& page, const Value& Agent_User) {
     plan->close();
   }
   db->close();
-  return Value::text(html);
+  html.next();
+  return Value::text(html.filled());
 }
 
 SqlText host_info_sql(std::string_view id, bool for_agent) {

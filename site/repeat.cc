@@ -88,6 +88,10 @@ std::string Repeat::list() {
   return std::move(settled_.append(tail));
 }
 
+std::string Repeat::filled() {
+  return std::move(settled_.append(open_));
+}
+
 // --- one row ------------------------------------------------------------------------------------
 
 // Rows mostly fill their tags in one order, so the next tag is looked for first.

@@ -45,6 +45,9 @@ class Repeat {
   // The block with the list in the place of its raw copies; or the list alone. Both end the list.
   Text into(std::string_view block);
   std::string list();
+  // What the rows made of the item, with nothing removed: of one row, the item with its tags
+  // filled, for a file that is filled once. Ends the list too.
+  std::string filled();
 
  private:
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);

@@ -24,6 +24,7 @@ constexpr std::size_t kPieceBytes = std::size_t{256} << 10;
 // A larger result is not read ahead of the page's own writes: its memory would be the page's end.
 constexpr std::size_t kSettledRows = 200'000;
 
+constexpr std::int64_t kAllRows = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kUnknownPosition = -1;
 constexpr std::int64_t kPositionBefore = -2;
 constexpr std::int64_t kPositionPast = -3;
@@ -88,9 +89,8 @@ PagedRecordset::Window PagedRecordset::window_for(std::int64_t position) {
     next_rows_ = page_size_set_ ? page_size_ : kFirstWindow;
   }
   if (walks_back) return {std::max<std::int64_t>(position - next_rows_, 0), next_rows_};
-  if (walks_on && session_->in_scope()) {
-    return {position - 1, std::numeric_limits<std::int64_t>::max()};
-  }
+  const bool from_start = rows_in_buffer() == 0 && position == 1 && !page_size_set_;
+  if ((walks_on || from_start) && session_->in_scope()) return {position - 1, kAllRows};
   if (!std::exchange(backward_, false)) return {position - 1, next_rows_};
   const std::int64_t begin = std::max<std::int64_t>(position - next_rows_, 0);
   return {begin, position + next_rows_ - 1 - begin};
@@ -101,11 +101,20 @@ void PagedRecordset::open_window(Window window, bool in_pieces) {
   if (!in_pieces_) window.rows = std::min(window.rows, kLongestWindow);
   const Reading reading(*session_);
   const auto& translation = plan_->translation;
-  running_ = session_->handle().lease(plan_, keyed_ ? kKeyedWindow : kWindow);
+  // OPTIMIZATION: all rows from the first on are asked for without a window, which the engine sorts
+  // faster and only once; a walk within a scope stops where it likes, as the pieces do.
+  const bool whole = window.offset == 0 && window.rows == kAllRows;
+  if (whole) {
+    running_ = session_->handle().lease(plan_, keyed_ ? kKeyed : kWhole);
+  } else {
+    running_ = session_->handle().lease(plan_, keyed_ ? kKeyedWindow : kWindow);
+  }
   sqlite3_stmt* statement = running_.statement();
   bind_values(statement, translation.parameters, values_);
-  sqlite3_bind_int64(statement, translation.window_count(), window.rows);
-  sqlite3_bind_int64(statement, translation.window_offset(), window.offset);
+  if (!whole) {
+    sqlite3_bind_int64(statement, translation.window_count(), window.rows);
+    sqlite3_bind_int64(statement, translation.window_offset(), window.offset);
+  }
   first_ = window.offset + 1;
   pending_ = window.rows;
   read_piece();

@@ -472,11 +472,12 @@ TEST_P(DatabaseRules, MovesBeyondTheEndsStandAtThem) {
 
 TEST_P(DatabaseRules, EveryWalkOfEveryPageSizeShowsTheSameRows) {
   fill(333);
-  for (const int size : {1, 7, 20, 111, 333, 5000}) {
+  constexpr int kNotSet = 0;
+  for (const int size : {kNotSet, 1, 7, 20, 111, 333, 5000}) {
     for (const bool scope : {false, true}) {
       if (scope) connection_->begin_read();
       const auto rows = by_id();
-      rows->set_page_size(size);
+      if (size != kNotSet) rows->set_page_size(size);
       int expected = 0;
       for (; !rows->eof(); rows->move_next()) ASSERT_EQ(rows->field("Id").as_long(), ++expected);
       EXPECT_EQ(expected, 333) << size;

@@ -52,6 +52,27 @@ TEST(Repeat, NoRowsLeaveAnEmptyList) {
   EXPECT_EQ(expand("<{Name}>", {}), "[]");
 }
 
+// The file with its tags filled, as a page that is no list fills it.
+std::string filled(std::string_view file, const Row& row) {
+  Repeat page(file, kTags);
+  page.fill("Name", row.name);
+  page.fill("Price", row.price);
+  page.fill("Id", row.id);
+  page.next();
+  return page.filled();
+}
+
+TEST(Repeat, FillsAFileThatIsNoList) {
+  EXPECT_EQ(filled("<{Name} {Id}{Other}>", {text("a"), text("1"), text("7"), {}}), "<a 7{Other}>");
+  EXPECT_EQ(filled("no tag", {text("a"), text("1"), text("7"), {}}), "no tag");
+  EXPECT_EQ(filled("", {text("a"), text("1"), text("7"), {}}), "");
+}
+
+TEST(Repeat, FillsAFileTagByTag) {
+  EXPECT_EQ(filled("<{Name}>", {text("{Price}"), text("{Name}"), text("7"), {}}), "<{Name}>");
+  EXPECT_EQ(filled("<{Id}> {Name}", {text("a"), Value::null(), text("7"), {}}), "");
+}
+
 TEST(Repeat, WhatIsAppendedStandsBehindTheCopy) {
   EXPECT_EQ(
       expand("<{Name}>", {{text("a"), {}, {}, text("|")}, {text("b"), {}, {}, Value::null()}}),
