@@ -3,6 +3,7 @@
 #include <array>
 
 #include "platform/database.h"
+#include "site/linked_text.h"
 #include "site/storefront.h"
 #include "site/tags.h"
 #include "site/template_cache.h"
@@ -54,37 +55,43 @@ constexpr std::array kEntries{
 };
 
 // The filled categories: one text in which every fill and link replaces everywhere.
+//
+// OPTIMIZATION: open_ is looked through for each tag; what can change by links alone is settled_.
 class Categories {
  public:
   explicit Categories(std::string_view item) : item_(item) {}
 
-  void add() { open_.append(item_); }
+  // A copy of the item for the category of this number.
+  void add(std::string_view number) {
+    if (!is_shop_number(number)) reopen();
+    open_.append(item_);
+  }
   void fill(std::string_view tag, const Value& content) {
     if (!site::fill(open_, tag, content)) settled_.clear();
   }
   // QUIRK: the place is looked for in all categories, so "/shop?Id=1" is found in "/shop?Id=12".
-  void link(std::string_view place, std::string_view target) {
-    settled_.append(open_);
-    open_.clear();
-    replace_all(settled_, place, target);
-    std::swap(settled_, open_);
+  void link(std::string_view number, std::string_view address) {
+    const std::string target = std::string(address).append("\" target=\"_blank");
+    const bool plain = is_shop_number(number) && target.find('{') == std::string::npos;
+    if (!plain || !settled_.link(number, target)) reopen();
+    replace_all(open_, std::string(kShopPlace).append(number), target);
   }
-  // OPTIMIZATION: a tag begins with "{", so what lies before the first can change by links only.
   void settle() {
-    const std::size_t end = std::min(open_.find('{'), open_.size());
-    settled_.append(open_, 0, end);
+    const std::size_t end = settled_length(open_);
+    settled_.append(std::string_view(open_).substr(0, end));
     open_.erase(0, end);
   }
   std::string list() {
-    std::string all = settled_ + open_;
-    all.append(item_);
-    replace_all(all, item_, {});
-    return all;
+    reopen();
+    replace_all(open_.append(item_), item_, {});
+    return std::move(open_);
   }
 
  private:
+  void reopen() { open_ = settled_.take().append(open_); }
+
   const std::string_view item_;
-  std::string settled_;
+  LinkedText settled_;
   std::string open_;
 };
 
@@ -92,16 +99,13 @@ void add_category(Categories& categories, Recordset& row, const CurrentPage& cur
                   const Value& back_str) {
   const Value id = row.field(kId);
   const std::string number = joined_text(id).string();
-  categories.add();
+  categories.add(number);
   categories.fill("ItemId", id);
   categories.fill("ItemName", row.field(kItemName));
   const bool here = current.is_at(std::string("/shop/index.asp?id=").append(number));
-  categories.fill(std::string("NowMunVal_Shop_").append(number), here ? back_str : Value());
+  categories.fill(std::string(kShopMark).append(number), here ? back_str : Value());
   const Text link = joined_text(row.field(kLink));
-  if (!link.empty()) {
-    categories.link(std::string("/shop?Id=").append(number),
-                    link.string().append("\" target=\"_blank"));
-  }
+  if (!link.empty()) categories.link(number, link.view());
   categories.settle();
 }
 

@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "tests/plain/menu.h"
 #include "tests/plain/repeat.h"
 #include "tests/support/fake_page.h"
 #include "value/conversions.h"
@@ -26,10 +27,10 @@ class Menu : public testing::Test {
   void categories(std::vector<std::vector<Value>> rows) {
     page.db.answer(kCategories, {{"Id", "ItemName", "Link"}, std::move(rows)});
   }
-  std::string show(const std::string& file) {
+  std::string show(const std::string& file, const std::string& mark = " now") {
     page.application.values.erase("rk_tp_/template/blue/menu.html");
     page.put_template("Menu.html", file);
-    return Show_Menu(page.context, text(" now"), Value());
+    return Show_Menu(page.context, text(mark), Value());
   }
   // The categories alone.
   std::string shop(const std::string& item = kItem) {
@@ -126,67 +127,78 @@ TEST_F(Menu, BarClassAnswersWhatItWasGiven) {
 
 // --- equal to one accumulated text --------------------------------------------------------------
 
-using Category = std::vector<Value>;
+// Parts of items, names, links and marks that come near to what is looked for.
+class Pieces {
+ public:
+  explicit Pieces(unsigned seed) : random_(seed) {}
 
-std::string plain_list(const std::string& item, const std::vector<Category>& rows) {
-  std::string items;
-  const auto fill = [&](const std::string& tag, const Value& content) {
-    if (content.is_null()) {
-      items.clear();
-    } else {
-      items = plain::replaced(items, std::string("{").append(tag).append("}"),
-                              joined_text(content).view());
-    }
-  };
-  for (const Category& row : rows) {
-    items += item;
-    const std::string id = joined_text(row[0]).string();
-    fill("ItemId", row[0]);
-    fill("ItemName", row[1]);
-    fill(std::string("NowMunVal_Shop_").append(id), Value());
-    const std::string link = joined_text(row[2]).string();
-    if (!link.empty()) {
-      items =
-          plain::replaced(items, std::string("/shop?Id=").append(id), link + "\" target=\"_blank");
-    }
-  }
-  return plain::replaced(items + item, item, "");
-}
-
-TEST_F(Menu, EqualsThePlainVersionOnGeneratedCategories) {
-  std::mt19937 random(7);
-  static const char* const kPieces[] = {"{ItemId}",
-                                        "{ItemName}",
-                                        "{NowMunVal_Shop_{ItemId}}",
-                                        "{NowMunVal_Shop_2}",
-                                        "/shop?Id=",
-                                        "/shop?Id={ItemId}",
-                                        "{",
-                                        "}",
-                                        "{Item",
-                                        "Id}",
-                                        "<b>",
-                                        "1",
-                                        "/sh",
-                                        "op?Id="};
-  const auto pieces = [&](std::size_t most) {
+  std::size_t below(std::size_t end) { return random_() % end; }
+  std::string joined(std::size_t most) {
+    static const char* const kPieces[] = {"{ItemId}",
+                                          "{ItemName}",
+                                          "{NowMunVal_Shop_{ItemId}}",
+                                          "{NowMunVal_Shop_2}",
+                                          "{NowMunVal_Shop_",
+                                          "/shop?Id=",
+                                          "/shop?Id={ItemId}",
+                                          "{",
+                                          "}",
+                                          "{Item",
+                                          "Id}",
+                                          "<b>",
+                                          "1",
+                                          "2",
+                                          "-",
+                                          "/sh",
+                                          "op?Id="};
     std::string made;
-    for (std::size_t n = random() % (most + 1); n > 0; --n) {
-      made += kPieces[random() % std::size(kPieces)];
+    for (std::size_t n = below(most + 1); n > 0; --n) made += kPieces[below(std::size(kPieces))];
+    return made;
+  }
+  Value id() {
+    if (below(20) == 0) return below(2) == 0 ? text("x") : Value::null();
+    return number(static_cast<int>(below(14)) - 1);
+  }
+  std::vector<plain::MenuCategory> rows() {
+    std::vector<plain::MenuCategory> made;
+    for (std::size_t n = below(7); n > 0; --n) {
+      const Value name = below(20) == 0 ? Value::null() : text(joined(2));
+      made.push_back({id(), name, text(joined(1))});
     }
     return made;
-  };
-  for (int i = 0; i < 3000; ++i) {
-    const std::string item = pieces(6);
-    std::vector<Category> rows;
-    for (std::size_t n = random() % 6; n > 0; --n) {
-      const Value name = random() % 20 == 0 ? Value::null() : text(pieces(2));
-      rows.push_back({number(static_cast<int>(random() % 14)), name, text(pieces(1))});
-    }
+  }
+
+ private:
+  std::mt19937 random_;
+};
+
+TEST_F(Menu, EqualsThePlainVersionOnGeneratedCategories) {
+  Pieces pieces(7);
+  visit("/shop/index.asp", "2");
+  for (int i = 0; i < 20000; ++i) {
+    const std::string item = pieces.joined(6);
+    const std::string mark = pieces.joined(1);
+    const std::vector<plain::MenuCategory> rows = pieces.rows();
     categories(rows);
     const std::string file = "[" + item + "]<!--ShopItem-->" + item + "<!--End ShopItem-->";
-    ASSERT_EQ(show(file), plain::replaced(file, item, plain_list(item, rows)))
+    ASSERT_EQ(show(file, mark),
+              plain::replaced(file, item, plain::menu_categories(item, rows, "2", mark)))
         << "item " << item << " round " << i;
+  }
+}
+
+// In the form that templates have, where a link may name another category's place.
+TEST_F(Menu, EqualsThePlainVersionWhereEveryCategoryHasALink) {
+  std::mt19937 random(8);
+  for (int i = 0; i < 200; ++i) {
+    std::vector<plain::MenuCategory> rows;
+    for (std::size_t n = random() % 60; n > 0; --n) {
+      const int id = static_cast<int>(random() % 1200);
+      const std::string link = random() % 3 == 0 ? "" : "/shop?Id=" + std::to_string(random() % 99);
+      rows.push_back({number(id), text("name"), text(link)});
+    }
+    categories(rows);
+    ASSERT_EQ(shop(), plain::menu_categories(kItem, rows, "", "")) << "round " << i;
   }
 }
 
