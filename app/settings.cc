@@ -107,6 +107,9 @@ constexpr int kMostHeaderBytes = 1 << 20;
 // A body is held in memory while its page runs.
 constexpr std::uint64_t kMostBodyBytes = std::uint64_t{1} << 30;
 
+// A fetched body is held in memory twice, as bytes and as text.
+constexpr std::size_t kMostFetchedBytes = std::size_t{1} << 28;
+
 constexpr Key kKeys[] = {
     {"server", "listen",
      [](Target t, std::string_view v) { t.settings.server.listen = parse_listen(v); }},
@@ -207,6 +210,12 @@ constexpr Key kKeys[] = {
      [](Target t, std::string_view v) { t.settings.endpoints.flash_download = std::string(v); }},
     {"endpoints", "flash_page",
      [](Target t, std::string_view v) { t.settings.endpoints.flash_page = std::string(v); }},
+    {"fetch", "proxy",
+     [](Target t, std::string_view v) { t.settings.fetch.proxy = base_address(v); }},
+    {"fetch", "max_body_bytes",
+     [](Target t, std::string_view v) {
+       t.settings.fetch.max_body_bytes = number_between(v, std::size_t{1}, kMostFetchedBytes);
+     }},
 };
 
 std::string_view trimmed(std::string_view text) {

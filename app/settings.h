@@ -5,6 +5,7 @@
 #ifndef RK_APP_SETTINGS_H_
 #define RK_APP_SETTINGS_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
@@ -68,12 +69,18 @@ struct EndpointSettings {
   std::string flash_page;
 };
 
+struct FetchSettings {
+  std::string proxy;                        // empty: none
+  std::size_t max_body_bytes = 16'777'216;  // past it a fetch reads as failed
+};
+
 struct Settings {
   ServerSettings server;
   TextSettings text;
   DataSettings data;
   LogSettings log;
   EndpointSettings endpoints;
+  FetchSettings fetch;
 };
 
 // Its text is "FILE:LINE: " and what is wrong, with what is allowed.

@@ -6,10 +6,13 @@
 #include <filesystem>
 
 #include "adapters/codepage/code_pages.h"
+#include "adapters/curl/http.h"
 #include "adapters/pcre2/regexps.h"
 #include "adapters/posix/clock.h"
 #include "adapters/posix/files.h"
+#include "adapters/posix/profile_strings.h"
 #include "adapters/posix/random.h"
+#include "adapters/posix/sockets.h"
 #include "adapters/sqlite/engine.h"
 #include "app/program.h"
 #include "classes/program_ids.h"
@@ -103,6 +106,29 @@ pagehost::PageHostOptions host_options(const SiteOptions& given) {
   return options;
 }
 
+classes::Deployment deployment_of(const SiteOptions& options) {
+  const EndpointSettings& endpoints = options.settings.endpoints;
+  classes::Deployment deployment;
+  deployment.ansi_code_page = options.settings.text.ansi_codepage;
+  deployment.release = "Rkclient" + options.version;
+  deployment.log_folder = options.settings.log.folder;
+  deployment.endpoints = {endpoints.availability, endpoints.hichina, endpoints.xinnet,
+                          endpoints.filing};
+  return deployment;
+}
+
+// What a fetch leaves of the page's time, so that the page can still answer.
+constexpr std::chrono::seconds kLeftToThePage{1};
+// Of an object that outlives its page.
+constexpr std::chrono::hours kNoLimit{24};
+
+std::chrono::milliseconds time_left(const pagehost::PageWatch& watch,
+                                    const platform::Clock& clock) {
+  const auto deadline = watch.deadline();
+  if (deadline == std::chrono::steady_clock::time_point::max()) return kNoLimit;
+  return std::chrono::floor<std::chrono::milliseconds>(deadline - clock.steady() - kLeftToThePage);
+}
+
 }  // namespace
 
 std::string site_folder(const std::string& given) {
@@ -121,6 +147,8 @@ struct Site::Parts {
         files(roots_of(options), code_pages, decoding_of(options, log)),
         site_files(files),
         engine(engine_settings(options), files, clock),
+        profile_strings(files, options.folder),
+        deployment(deployment_of(options)),
         owners(log) {
     add_programs();
     host = std::make_unique<pagehost::PageHost>(host_options(options), host_parts());
@@ -130,6 +158,7 @@ struct Site::Parts {
   pagehost::PageHostParts host_parts();
   std::shared_ptr<platform::Database> make_database(
       const std::shared_ptr<const pagehost::PageWatch>& watch);
+  classes::Equipment equipment(pagehost::PageServices& page);
   void note_host(pagehost::PageServices& page);
 
   SiteOptions options;
@@ -141,6 +170,12 @@ struct Site::Parts {
   posix::PosixFiles files;
   PosixSiteFiles site_files;
   sqlite::Engine engine;
+  posix::ProfileStrings profile_strings;
+  classes::Deployment deployment;
+  std::function<std::shared_ptr<platform::Files>()> log_files = [this] {
+    const std::vector<std::string> roots{deployment.log_folder};
+    return std::make_shared<posix::PosixFiles>(roots, code_pages);
+  };
   HostOwners owners;
   pagehost::Programs programs;
   std::unique_ptr<pagehost::PageHost> host;
@@ -148,15 +183,31 @@ struct Site::Parts {
 
 void Site::Parts::add_programs() {
   pagehost::add_components(programs);
-  const classes::Equipment equipment{clock, random};
   for (const classes::ProgramId& id : classes::program_ids()) {
     const bool watched =
         options.name_unowned_hosts && equal_ignoring_case(id.name, kStorefrontClass);
-    programs.add(id.name, [this, equipment, make = id.make, watched](pagehost::PageServices& page) {
+    programs.add(id.name, [this, make = id.make, watched](pagehost::PageServices& page) {
       if (watched) note_host(page);
-      return make(equipment);
+      return make(equipment(page));
     });
   }
+}
+
+classes::Equipment Site::Parts::equipment(pagehost::PageServices& page) {
+  const std::shared_ptr<const pagehost::PageWatch> watch = page.watch();
+  curl::FetchLimits limits;
+  limits.time_left = [this, watch] { return time_left(*watch, clock); };
+  limits.still_running = [watch] { watch->check(); };
+  limits.proxy = options.settings.fetch.proxy;
+  limits.max_body_bytes = options.settings.fetch.max_body_bytes;
+  return {clock,
+          random,
+          code_pages,
+          profile_strings,
+          deployment,
+          log_files,
+          std::make_shared<curl::CurlHttp>(std::move(limits)),
+          std::make_shared<posix::Sockets>([watch] { watch->check(); })};
 }
 
 void Site::Parts::note_host(pagehost::PageServices& page) {
@@ -198,6 +249,7 @@ Site::Site(SiteOptions options, pagehost::Log& log) {
   if (!zone.empty() && !posix::choose_time_zone(zone)) {
     throw CommandFailure("time zone \"" + zone + "\" is not known to this system");
   }
+  curl::start_curl();
   parts_ = std::make_unique<Parts>(std::move(options), log);
 }
 

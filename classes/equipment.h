@@ -2,15 +2,41 @@
 #ifndef RK_CLASSES_EQUIPMENT_H_
 #define RK_CLASSES_EQUIPMENT_H_
 
+#include <functional>
+#include <memory>
+#include <string>
+
 #include "platform/clock.h"
+#include "platform/code_page.h"
+#include "platform/files.h"
+#include "platform/http.h"
+#include "platform/profile_strings.h"
 #include "platform/random.h"
+#include "platform/sockets.h"
+#include "services/lookups.h"
 
 namespace rk::classes {
+
+// What the deployment says, the same for every page.
+struct Deployment {
+  int ansi_code_page = platform::kGb2312;
+  std::string release;     // what the control server is told of this program
+  std::string log_folder;  // physical path of the daily log files
+  services::Endpoints endpoints;
+};
 
 // The referenced objects outlive every object made with them; several threads may use them.
 struct Equipment {
   const platform::Clock& clock;
   platform::Random& random;
+  const platform::CodePages& code_pages;
+  platform::ProfileStrings& profile_strings;
+  const Deployment& deployment;
+  // The files of the log folder as it is when asked; they reach nothing outside of it.
+  const std::function<std::shared_ptr<platform::Files>()>& log_files;
+  // Of the page that the object is made for: their waits end with it. Of that page's thread.
+  std::shared_ptr<platform::Http> http;
+  std::shared_ptr<platform::Sockets> sockets;
 };
 
 }  // namespace rk::classes

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "classes/class_ini_file.h"
+#include "classes/host.h"
 #include "classes/site_main.h"
 
 namespace rk::classes {
@@ -15,6 +17,8 @@ Ref<Object> make(const Equipment& equipment) {
 
 constexpr std::array kProgramIds{
     ProgramId{"Rkclient.SiteMain", make<SiteMain>},
+    ProgramId{"Rkclient.Host", make<Host>},
+    ProgramId{"Rkclient.classIniFile", make<ClassIniFile>},
 };
 
 }  // namespace

@@ -7,7 +7,10 @@
 #include "catalogue/host_list.h"
 #include "catalogue/plan_lists.h"
 #include "catalogue/selectors.h"
-#include "platform/page.h"
+#include "classes/page_binding.h"
+#include "services/lookups.h"
+#include "services/text_codecs.h"
+#include "services/web_fetch.h"
 #include "shop/news.h"
 #include "shop/payment.h"
 #include "shop/shop_item_page.h"
@@ -50,6 +53,10 @@ constexpr std::array kOperations{
     operation<&SiteMain::MyRandc>("MyRandc"),
     operation<&SiteMain::GetCTSelect>("GetCTSelect"),
     operation<&SiteMain::GetCTName>("GetCTName"),
+    operation<&SiteMain::GetURL>("GetURL"),
+    operation<&SiteMain::bytes2bstr>("bytes2bstr"),
+    operation<&SiteMain::getapiurl>("getapiurl"),
+    operation<&SiteMain::Getbeian>("Getbeian"),
     operation<&SiteMain::Show_HostList>("Show_HostList"),
     operation<&SiteMain::Show_SqlList>("Show_SqlList"),
     operation<&SiteMain::Show_MySqlList>("Show_MySqlList"),
@@ -74,14 +81,6 @@ constexpr std::array kOperations{
     operation<&SiteMain::Show_NCompany>("Show_NCompany"),
     operation<&SiteMain::Show_DownLoad>("Show_DownLoad"),
 };
-
-platform::ScriptingContext& scripting_context(const Value& mysc) {
-  if (!mysc.is_object()) raise(errors::kObjectRequired);
-  if (mysc.as_object() == nullptr) raise(errors::kObjectRequired);
-  auto* context = dynamic_cast<platform::ScriptingContext*>(mysc.as_object());
-  if (context == nullptr) raise(errors::kNoSuchMember);
-  return *context;
-}
 
 }  // namespace
 
@@ -183,6 +182,29 @@ Value SiteMain::GetCTSelect(Value& NowValue, Value& GetType, Value& sIndex) {
 
 Value SiteMain::GetCTName(Value& ProvCode, Value& ShowType) {
   return site::GetCTName(page_, ProvCode, ShowType);
+}
+
+// --- web fetch and lookups
+// ------------------------------------------------------------------------
+
+services::Web SiteMain::web() const {
+  return {*equipment_.http, equipment_.code_pages, equipment_.deployment.ansi_code_page};
+}
+
+Value SiteMain::GetURL(Value& url) {
+  return services::server_fetch(web(), url);
+}
+
+Value SiteMain::bytes2bstr(Value& vin) {
+  return services::bytes2bstr(vin, equipment_.code_pages, equipment_.deployment.ansi_code_page);
+}
+
+Value SiteMain::getapiurl(Value& apitype) {
+  return services::getapiurl(equipment_.deployment.endpoints, equipment_.random, apitype);
+}
+
+Value SiteMain::Getbeian(Value& sStr, Value& domain) {
+  return services::Getbeian(web(), equipment_.deployment.endpoints, page_.server(), sStr, domain);
 }
 
 // --- catalogue ----------------------------------------------------------------------------------

@@ -11,6 +11,7 @@
 
 #include "classes/equipment.h"
 #include "classes/operations.h"
+#include "services/web_fetch.h"
 #include "site/page_context.h"
 #include "value/object.h"
 #include "value/value.h"
@@ -54,6 +55,12 @@ class SiteMain : public Object {
   Value MyRandc(Value& count);
   Value GetCTSelect(Value& NowValue, Value& GetType, Value& sIndex);
   Value GetCTName(Value& ProvCode, Value& ShowType);
+
+  // Web fetch and lookups
+  Value GetURL(Value& url);
+  Value bytes2bstr(Value& vin);
+  Value getapiurl(Value& apitype);
+  Value Getbeian(Value& sStr, Value& domain);
 
   // Catalogue
   Value Show_HostList(Value& Style, Value& ListNum, Value& NewLineNum, Value& LineCode,
@@ -101,6 +108,8 @@ class SiteMain : public Object {
   Value Show_DownLoad(Value& ShowNum, Value& sWidth, Value& sNum, Value& Agent_User);
 
  private:
+  services::Web web() const;
+
   const Equipment equipment_;
   site::PageContext page_;
 };

@@ -1,5 +1,6 @@
-// Fetches by libcurl: http and https, redirects only within the scheme they began with. Belongs to
-// one page's thread. The program calls start_curl() once before the first thread runs.
+// Fetches by libcurl: http and https, redirects only within the scheme they began with. A wait
+// looks at the page and at its phase's time ten times a second. Belongs to one page's thread. The
+// program calls start_curl() once before the first thread runs.
 #ifndef RK_ADAPTERS_CURL_HTTP_H_
 #define RK_ADAPTERS_CURL_HTTP_H_
 

@@ -29,10 +29,11 @@ class FolderLock {
   int descriptor_;
 };
 
+// The folder of an absolute path as it lies on the disk; raises 76 where the files do not reach it.
 std::string folder_of(const platform::Files& files, std::string_view path) {
-  const std::size_t slash = path.find_last_of("/\\");
-  if (slash == std::string_view::npos) return ".";
-  return files.find(path.substr(0, slash + 1)).value_or(std::string(path.substr(0, slash + 1)));
+  const auto folder = files.find(path.substr(0, path.find_last_of("/\\") + 1));
+  if (!folder) raise(errors::kPathNotFound);
+  return *folder;
 }
 
 // "" for a file that is not there yet.
@@ -42,11 +43,17 @@ std::string text_of(const platform::Files& files, std::string_view path) {
 
 }  // namespace
 
+std::string ProfileStrings::absolute(std::string_view path) const {
+  if (path.starts_with('/') || path.starts_with('\\')) return std::string(path);
+  return default_folder_ + "/" + std::string(path);
+}
+
 std::string ProfileStrings::read(std::string_view section, std::string_view key, std::size_t size,
                                  std::string_view path) {
   if (path.empty() || size == 0) return "";
   try {
-    return ini_value(text_of(files_, path), section, key).value_or("").substr(0, size - 1);
+    const std::string text = text_of(files_, absolute(path));
+    return ini_value(text, section, key).value_or("").substr(0, size - 1);
   } catch (const ScriptError&) {
     return "";  // profile strings report no failure
   }
@@ -55,12 +62,13 @@ std::string ProfileStrings::read(std::string_view section, std::string_view key,
 bool ProfileStrings::write(std::string_view section, std::optional<std::string_view> key,
                            std::optional<std::string_view> value, std::string_view path) {
   if (path.empty()) return false;
+  const std::string file = absolute(path);
   const std::lock_guard turn(writing_);
   try {
-    const FolderLock lock(folder_of(files_, path));
-    const std::string before = text_of(files_, path);
+    const FolderLock lock(folder_of(files_, file));
+    const std::string before = text_of(files_, file);
     const std::string after = ini_text_with(before, section, key, value);
-    if (after != before) files_.write(path, after);
+    if (after != before) files_.write(file, after);
     return true;
   } catch (const ScriptError&) {
     return false;

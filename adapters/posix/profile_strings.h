@@ -5,6 +5,8 @@
 #define RK_ADAPTERS_POSIX_PROFILE_STRINGS_H_
 
 #include <mutex>
+#include <string>
+#include <utility>
 
 #include "platform/files.h"
 #include "platform/profile_strings.h"
@@ -13,8 +15,10 @@ namespace rk::posix {
 
 class ProfileStrings final : public platform::ProfileStrings {
  public:
-  // Only files that `files` reaches are read or written; it must outlive this object.
-  explicit ProfileStrings(platform::Files& files) : files_(files) {}
+  // Only files that `files` reaches are read or written; it must outlive this object. A path that
+  // does not begin at the root is taken from `default_folder`.
+  ProfileStrings(platform::Files& files, std::string default_folder)
+      : files_(files), default_folder_(std::move(default_folder)) {}
 
   std::string read(std::string_view section, std::string_view key, std::size_t size,
                    std::string_view path) override;
@@ -22,7 +26,10 @@ class ProfileStrings final : public platform::ProfileStrings {
              std::optional<std::string_view> value, std::string_view path) override;
 
  private:
+  std::string absolute(std::string_view path) const;
+
   platform::Files& files_;
+  const std::string default_folder_;
   std::mutex writing_;
 };
 

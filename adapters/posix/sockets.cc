@@ -27,6 +27,8 @@ using std::chrono::steady_clock;
 
 // Between two looks at whether the page is still running.
 constexpr milliseconds kSlice{100};
+// What a message that nobody waited for leaves a connection to come about.
+constexpr milliseconds kMoment{500};
 
 // What scripts of this kind see for a socket's failure.
 constexpr std::int32_t kNotConnected = 40006;
@@ -38,10 +40,10 @@ struct Address {
   socklen_t size;
 };
 
-std::vector<Address> addresses_of(const std::string& host, const std::string& port) {
+std::vector<Address> addresses_of(const std::string& host, const std::string& port, int flags) {
   addrinfo hints{};
   hints.ai_socktype = SOCK_STREAM;
-  hints.ai_flags = AI_NUMERICSERV;
+  hints.ai_flags = AI_NUMERICSERV | flags;
   addrinfo* found = nullptr;
   if (::getaddrinfo(host.c_str(), port.c_str(), &hints, &found) != 0) return {};
   std::vector<Address> addresses;
@@ -60,7 +62,7 @@ class Resolution {
   static std::shared_ptr<Resolution> begin(std::string host, std::string port) {
     auto resolution = std::make_shared<Resolution>();
     std::thread([resolution, host = std::move(host), port = std::move(port)] {
-      std::vector<Address> addresses = addresses_of(host, port);
+      std::vector<Address> addresses = addresses_of(host, port, 0);
       const std::lock_guard lock(resolution->mutex_);
       resolution->addresses_ = std::move(addresses);
       resolution->done_.notify_all();
@@ -88,7 +90,15 @@ class TcpSocket final : public platform::Socket {
 
   void connect(std::string_view host, std::int16_t port) override {
     if (port <= 0) throw ScriptError(kInvalidProperty, "Invalid property value");
-    resolution_ = Resolution::begin(std::string(host), std::to_string(port));
+    const std::string name(host);
+    const std::string number = std::to_string(port);
+    std::vector<Address> given = addresses_of(name, number, AI_NUMERICHOST);
+    if (given.empty()) {
+      resolution_ = Resolution::begin(name, number);
+    } else {
+      addresses_ = std::move(given);  // needs no name server
+      begin_next_address();
+    }
   }
 
   bool wait_connected(milliseconds longest) override {
@@ -112,7 +122,7 @@ class TcpSocket final : public platform::Socket {
         still_running_();
         wait_for(POLLOUT, kSlice);
       } else {
-        throw ScriptError(kNotConnected, std::strerror(errno));
+        return drop();  // lost, which shows only as an answer that never comes
       }
     }
   }
@@ -143,11 +153,23 @@ class TcpSocket final : public platform::Socket {
     connected_ = false;
   }
 
-  // A socket that is connected already by an earlier look counts too: the object may send without
-  // having waited.
+  // The object may send without having waited: a connection that is on its way gets a moment.
   void require_connection() {
-    if (!connected_) look_for_connection(milliseconds::zero());
-    if (!connected_) throw ScriptError(kNotConnected, "Wrong protocol or connection state");
+    const auto deadline = steady_clock::now() + kMoment;
+    while (!connected_) {
+      still_running_();
+      const auto left = left_until(deadline);
+      if (left <= milliseconds::zero() || nobody_answers()) {
+        throw ScriptError(kNotConnected, "Wrong protocol or connection state");
+      }
+      look_for_connection(left);
+    }
+  }
+
+  // No connection is asked for, or no address is left to try.
+  bool nobody_answers() const {
+    if (!addresses_) return resolution_ == nullptr;
+    return descriptor_ < 0 && next_address_ >= addresses_->size();
   }
 
   void look_for_connection(milliseconds left) {

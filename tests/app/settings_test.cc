@@ -66,7 +66,7 @@ TEST(Settings, EveryKindOfValueIsRead) {
 TEST(Settings, AnUnknownSectionOrKeyIsNamedWithItsLineAndWhatThereIs) {
   EXPECT_EQ(failure("\n[sever]"),
             "rkclient.ini:2: unknown section [sever]; sections are server, text, data, log, "
-            "endpoints");
+            "endpoints, fetch");
   EXPECT_EQ(failure("[data]\nbusy = 1"),
             "rkclient.ini:2: unknown key \"busy\" in [data]; its keys are folders, busy_ms");
   EXPECT_EQ(failure("listen = 1"), "rkclient.ini:1: key \"listen\" stands before any [section]");

@@ -5,25 +5,24 @@
 #include <set>
 #include <string>
 
-#include "tests/support/fixed_clock.h"
-#include "tests/support/fixed_random.h"
+#include "tests/support/fake_equipment.h"
 #include "value/text.h"
 
 namespace rk::classes {
 namespace {
 
 TEST(ProgramIds, EachMakesANewObjectThatThePageHostCanStart) {
-  tests::FixedClock clock;
-  tests::FixedRandom random;
+  tests::FakeEquipment fakes;
   std::set<std::string> names;
   for (const ProgramId& id : program_ids()) {
     EXPECT_TRUE(id.name.starts_with("Rkclient.")) << id.name;
     EXPECT_TRUE(names.insert(lowered_ascii(id.name)).second) << id.name;
-    const Ref<Object> object = id.make({clock, random});
+    const Ref<Object> object = id.make(fakes.equipment());
     ASSERT_TRUE(object) << id.name;
-    EXPECT_NE(object, id.make({clock, random})) << id.name;
+    EXPECT_NE(object, id.make(fakes.equipment())) << id.name;
   }
-  EXPECT_TRUE(names.contains("rkclient.sitemain"));
+  EXPECT_EQ(names,
+            (std::set<std::string>{"rkclient.classinifile", "rkclient.host", "rkclient.sitemain"}));
 }
 
 }  // namespace

@@ -7,9 +7,9 @@
 #include <set>
 
 #include "classes/program_ids.h"
+#include "tests/support/fake_equipment.h"
 #include "tests/support/fake_page.h"
-#include "tests/support/fixed_clock.h"
-#include "tests/support/fixed_random.h"
+#include "value/array.h"
 #include "value/conversions.h"
 
 namespace rk::classes {
@@ -24,7 +24,7 @@ class SiteMainObject : public testing::Test {
  protected:
   SiteMainObject() {
     for (const ProgramId& id : program_ids()) {
-      if (equal_ignoring_case(id.name, "rkclient.sitemain")) object = id.make({clock, random});
+      if (equal_ignoring_case(id.name, "rkclient.sitemain")) object = id.make(fakes.equipment());
     }
   }
 
@@ -38,8 +38,7 @@ class SiteMainObject : public testing::Test {
   }
   void start() { call("OnStartPage", {Value::object(page.scripting)}); }
 
-  tests::FixedClock clock;
-  tests::FixedRandom random;
+  tests::FakeEquipment fakes;
   FakePage page;
   Ref<Object> object;
 };
@@ -130,6 +129,29 @@ TEST_F(SiteMainObject, StartsWithAScriptingContextOnly) {
   EXPECT_EQ(error_of([&] { call("OnStartPage", {text("x")}); }), 424);
   EXPECT_EQ(error_of([&] { call("OnStartPage", {Value::nothing()}); }), 424);
   EXPECT_EQ(error_of([&] { call("OnStartPage", {Value::object(object)}); }), 438);
+}
+
+TEST_F(SiteMainObject, FetchesWithFiftySecondsAPhase) {
+  fakes.http->answers = {"\xD6\xD0"};
+  EXPECT_EQ(text_of("GetURL", {text("http://a/")}), "中");
+  EXPECT_EQ(fakes.http->last_timeouts.connect, std::chrono::milliseconds(50000));
+  EXPECT_EQ(text_of("GetURL", {text("http://a/")}), "0119");
+}
+
+TEST_F(SiteMainObject, DecodesBytes) {
+  const std::string bytes =
+      "A\xC4\xE3"
+      "B";
+  EXPECT_EQ(text_of("bytes2bstr", {Value::array(Array::of_bytes(bytes))}), "A你B");
+}
+
+TEST_F(SiteMainObject, AsksWithTheAddressesOfTheDeployment) {
+  fakes.deployment.endpoints.hichina = "http://api";
+  fakes.deployment.endpoints.filing = "http://filing";
+  EXPECT_TRUE(text_of("getapiurl", {text("netcn")}).starts_with("http://api/wwwnetcn.aspx?"));
+  start();
+  EXPECT_EQ(text_of("Getbeian", {text("1"), text("a.example")}), "2");
+  EXPECT_EQ(fakes.http->addresses.at(0), "http://filing/chaxun/ggcx.jsp");
 }
 
 TEST_F(SiteMainObject, LetsGoOfThePageWhenItEnds) {

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <vector>
 
+#include "tests/support/scripted_network.h"
 #include "tests/support/toy_code_pages.h"
 #include "value/script_error.h"
 
@@ -12,61 +12,7 @@ namespace rk::services {
 namespace {
 
 using std::chrono::milliseconds;
-
-// A clock that only waiting moves, and a socket whose events have their times.
-class Network final : public platform::Sockets, public platform::Clock {
- public:
-  std::unique_ptr<platform::Socket> socket() override { return std::make_unique<Line>(*this); }
-  double now() const override { return 45000; }
-  std::chrono::steady_clock::time_point steady() const override { return time; }
-
-  // Since the first command's start; none: never.
-  std::optional<milliseconds> connects_at = milliseconds(0);
-  std::vector<std::pair<milliseconds, std::string>> arrivals;
-  std::vector<std::string> log;
-  std::chrono::steady_clock::time_point time{};
-
- private:
-  class Line final : public platform::Socket {
-   public:
-    explicit Line(Network& network) : network_(network) {}
-    ~Line() override { network_.log.push_back("released"); }
-    void connect(std::string_view host, std::int16_t port) override {
-      network_.log.push_back("connect " + std::string(host) + " " + std::to_string(port));
-    }
-    bool wait_connected(milliseconds longest) override {
-      return network_.wait_until(network_.connects_at, longest);
-    }
-    void send(std::string_view bytes) override {
-      network_.log.push_back("send " + std::string(bytes));
-    }
-    std::optional<std::string> receive(std::size_t limit, milliseconds longest) override {
-      if (network_.arrivals.empty()) {
-        network_.time += longest;
-        return std::nullopt;
-      }
-      if (!network_.wait_until(network_.arrivals.front().first, longest)) return std::nullopt;
-      const std::string bytes = network_.arrivals.front().second.substr(0, limit);
-      network_.arrivals.erase(network_.arrivals.begin());
-      return bytes;
-    }
-    void close() override { network_.log.push_back("close"); }
-
-   private:
-    Network& network_;
-  };
-
-  bool wait_until(std::optional<milliseconds> event, milliseconds longest) {
-    const auto at =
-        std::chrono::steady_clock::time_point() + event.value_or(std::chrono::hours(1000));
-    if (at > time + longest) {
-      time += longest;
-      return false;
-    }
-    time = std::max(time, at);
-    return true;
-  }
-};
+using tests::ScriptedNetwork;
 
 class ControlClientTest : public ::testing::Test {
  protected:
@@ -79,7 +25,7 @@ class ControlClientTest : public ::testing::Test {
         std::chrono::floor<std::chrono::seconds>(network.time.time_since_epoch()).count());
   }
 
-  Network network;
+  ScriptedNetwork network;
   tests::ToyCodePages code_pages;
   ControlClient client{{network, network, code_pages, platform::kGb2312}, "Rkclient1.0.0"};
 };

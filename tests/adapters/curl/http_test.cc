@@ -16,7 +16,8 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// Answers each connection with the next text and hangs up.
+// Answers each connection with the next text and hangs up; past the last it takes connections and
+// says nothing.
 class LoopbackServer {
  public:
   explicit LoopbackServer(std::vector<std::string> answers)
@@ -84,10 +85,10 @@ TEST(CurlHttp, ABodyOfBytesComesWhole) {
   EXPECT_EQ(CurlHttp(limits()).body_of(server.address("/"), {}), bytes);
 }
 
-TEST(CurlHttp, ABlankInTheAddressIsSentAsAServerTakesIt) {
+TEST(CurlHttp, ABlankInTheAddressIsSentAsItStands) {
   LoopbackServer server({answer("200 OK", "")});
   CurlHttp(limits()).body_of(server.address("/?domain=a b"), {});
-  EXPECT_TRUE(server.requests.at(0).starts_with("GET /?domain=a%20b HTTP/1.1\r\n"));
+  EXPECT_TRUE(server.requests.at(0).starts_with("GET /?domain=a b HTTP/1.1\r\n"));
 }
 
 TEST(CurlHttp, NobodyThereIsNoAnswer) {
@@ -112,6 +113,32 @@ TEST(CurlHttp, ABodyPastTheCapIsNoAnswer) {
   FetchLimits small = limits();
   small.max_body_bytes = 100;
   EXPECT_FALSE(CurlHttp(small).body_of(server.address("/"), {}).has_value());
+}
+
+TEST(CurlHttp, AServerThatSaysNothingIsNoAnswerOnceThePhaseIsOver) {
+  LoopbackServer server({});
+  platform::HttpTimeouts timeouts;
+  timeouts.receive = milliseconds(1);
+  EXPECT_FALSE(CurlHttp(limits()).body_of(server.address("/"), timeouts).has_value());
+}
+
+TEST(CurlHttp, HalfABodyIsNoAnswer) {
+  LoopbackServer server({"HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhalf"});
+  EXPECT_FALSE(CurlHttp(limits()).body_of(server.address("/"), {}).has_value());
+}
+
+TEST(CurlHttp, ABodyWithoutALengthEndsWithItsConnection) {
+  LoopbackServer server({"HTTP/1.0 200 OK\r\n\r\nall of it"});
+  EXPECT_EQ(CurlHttp(limits()).body_of(server.address("/"), {}), "all of it");
+}
+
+TEST(CurlHttp, ARedirectWithinTheSchemeIsFollowed) {
+  LoopbackServer server(
+      {"HTTP/1.1 302 Found\r\nLocation: /there\r\nContent-Length: 0\r\n"
+       "Connection: close\r\n\r\n",
+       answer("200 OK", "there")});
+  EXPECT_EQ(CurlHttp(limits()).body_of(server.address("/"), {}), "there");
+  EXPECT_TRUE(server.requests.at(1).starts_with("GET /there "));
 }
 
 TEST(CurlHttp, APageWithoutTimeFetchesNothing) {

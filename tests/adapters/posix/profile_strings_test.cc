@@ -18,7 +18,7 @@ class ProfileStringsTest : public ::testing::Test {
     std::string pattern = (std::filesystem::temp_directory_path() / "ini-XXXXXX").string();
     root_ = ::mkdtemp(pattern.data());
     files_ = std::make_unique<PosixFiles>(std::vector<std::string>{root_}, code_pages_);
-    strings_ = std::make_unique<ProfileStrings>(*files_);
+    strings_ = std::make_unique<ProfileStrings>(*files_, root_);
   }
   ~ProfileStringsTest() override { std::filesystem::remove_all(root_); }
 
@@ -60,7 +60,7 @@ TEST_F(ProfileStringsTest, WritersAtOnceLoseNothing) {
   std::vector<std::thread> writers;
   for (int writer = 0; writer < 4; ++writer) {
     writers.emplace_back([this, writer] {
-      ProfileStrings own(*files_);  // as another process would: no mutex in common
+      ProfileStrings own(*files_, root_);  // as another process would: no mutex in common
       for (int i = 0; i < kKeys; ++i) {
         own.write("s", std::to_string(writer) + "." + std::to_string(i), "v", path("a.ini"));
       }

@@ -124,6 +124,25 @@ TEST_F(SocketsTest, SendingWithoutAConnectionRaises) {
   EXPECT_THROW(socket->send("x"), ScriptError);
 }
 
+TEST_F(SocketsTest, AMessageThatNobodyWaitedWithGoesOutWhenTheServerTakesItAtOnce) {
+  socket->connect("127.0.0.1", server.port());
+  socket->send("abc");
+  server.accept();
+  EXPECT_EQ(server.received(), "abc");
+}
+
+TEST_F(SocketsTest, AConnectionLostBeforeTheMessageIsOnlySilence) {
+  connect();
+  server.hang_up();
+  EXPECT_NO_THROW(socket->send("one"));
+  EXPECT_NO_THROW(socket->send("two"));  // the first was answered by a reset
+  EXPECT_FALSE(socket->receive(10240, kShort).has_value());
+}
+
+TEST_F(SocketsTest, SendingBeforeConnectRaises) {
+  EXPECT_THROW(socket->send("x"), ScriptError);
+}
+
 TEST_F(SocketsTest, APortThatIsNoneRaisesAtOnce) {
   EXPECT_THROW(socket->connect("127.0.0.1", -5), ScriptError);
 }
