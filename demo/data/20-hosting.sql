@@ -12,8 +12,16 @@ Insert Into Rk_ProClass (Id, ClassName, ClassType, AgentUser) Values
   (21, 'Starter', 'host', 'green'),
   (22, 'Business', 'host', 'green'),
   (23, 'Overseas', 'host', 'green'),
-  (31, '数据库', 'sql', NULL),
-  (32, '企业邮局', 'mail', NULL);
+  (31, '个人数据库', 'sql', NULL),
+  (32, '团队邮局', 'mail', NULL),
+  (33, '企业数据库', 'sql', ''),
+  (34, '集团邮局', 'mail', ''),
+  (41, '小店数据库', 'sql', 'blue'),
+  (42, '小店邮局', 'mail', 'blue'),
+  (51, 'For sites', 'sql', 'green'),
+  (52, 'For companies', 'sql', 'green'),
+  (53, 'For teams', 'mail', 'green'),
+  (54, 'For companies', 'mail', 'green');
 
 Insert Into Rk_AppPoolMode (AppPoolMoldName, CPULimit) Values
   ('经济池', 10),

@@ -55,17 +55,21 @@ Insert Into Rk_AgentPriceSet (AgentUser, MastId, PriceType, AgentSetName, Price,
 Insert Into Rk_AgentPriceSet (AgentUser, MastId, PriceType, AgentSetName, Price, UpdatePrice) Values
   ('blue', 1, 'Domain', NULL, 59, 72),
   ('blue', 2, 'Domain', NULL, 29, 39),
-  ('green', 1, 'Domain', NULL, 75, 88);
+  ('blue', 6, 'Domain', NULL, 258, 268),
+  ('green', 1, 'Domain', NULL, 75, 88),
+  ('green', 8, 'Domain', NULL, 250, 255);
 
-Insert Into Rk_AgentPriceSet (AgentUser, MastId, PriceType, AgentSetName, Price) Values
-  ('blue', 1, 'Sql', '小店数据库', 188),
-  ('green', 1, 'Sql', 'SQL Server 500', 220),
-  ('green', 2, 'Sql', 'SQL Server 1000', 405),
-  ('green', 3, 'Sql', 'SQL Server 2000', 735),
-  ('green', 1, 'MySql', 'MySQL 200', 90),
-  ('green', 2, 'MySql', 'MySQL 500', 165),
-  ('green', 3, 'MySql', 'MySQL 1000', 295),
-  ('green', 4, 'MySql', 'MySQL 2000', 515),
-  ('green', 1, 'Mail', 'Mail for 5', 110),
-  ('green', 2, 'Mail', 'Mail for 20', 330),
-  ('green', 3, 'Mail', 'Mail for 50', 660);
+Insert Into Rk_AgentPriceSet (AgentUser, MastId, PriceType, AgentSetName, Price, ProClass) Values
+  ('blue', 1, 'Sql', '小店数据库', 188, 41),
+  ('blue', 2, 'MySql', '小店 MySQL', 138, 41),
+  ('blue', 1, 'Mail', '小店邮局', 88, 42),
+  ('green', 1, 'Sql', 'SQL Server 500', 220, 51),
+  ('green', 2, 'Sql', 'SQL Server 1000', 405, 51),
+  ('green', 3, 'Sql', 'SQL Server 2000', 735, 52),
+  ('green', 1, 'MySql', 'MySQL 200', 90, 51),
+  ('green', 2, 'MySql', 'MySQL 500', 165, 51),
+  ('green', 3, 'MySql', 'MySQL 1000', 295, 52),
+  ('green', 4, 'MySql', 'MySQL 2000', 515, 52),
+  ('green', 1, 'Mail', 'Mail for 5', 110, 53),
+  ('green', 2, 'Mail', 'Mail for 20', 330, 53),
+  ('green', 3, 'Mail', 'Mail for 50', 660, 54);

@@ -1,10 +1,12 @@
 // The demo storefront on a port of its own, and the browser that looks at it.
+import assert from "node:assert/strict";
 import { execFileSync, spawn } from "node:child_process";
 import { once } from "node:events";
 import { mkdtempSync, rmSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { dirname, join } from "node:path";
 import { createInterface } from "node:readline";
+import { after, before } from "node:test";
 import { fileURLToPath } from "node:url";
 import { chromium } from "playwright-core";
 
@@ -88,3 +90,44 @@ export async function openPage(browser, { width = 1280, scheme = "light" } = {})
   });
   return page;
 }
+
+// The demo and a browser for all tests of one file. `visit` opens a page, hands it over, and asserts
+// that nothing went wrong on it meanwhile.
+export function demoVisits() {
+  let demo;
+  let browser;
+  before(async () => {
+    demo = await startDemo();
+    browser = await startBrowser();
+  });
+  after(async () => {
+    await browser?.close();
+    await demo?.stop();
+  });
+  return {
+    address: (host, path) => demo.address(host, path),
+    async visit(host, path, look, options) {
+      const page = await openPage(browser, options);
+      await page.goto(demo.address(host, path));
+      await look(page);
+      assert.deepEqual(page.troubles, []);
+      await page.context().close();
+    },
+  };
+}
+
+// Clicks the link and waits until the page behind it is whole.
+export const follow = (page, link) => Promise.all([page.waitForEvent("load"), link.click()]);
+
+// What a plan's card says: its name, price and the values of its list, one text each.
+export const cards = (page) =>
+  page.locator(".plan").evaluateAll((plans) =>
+    plans.map((plan) => {
+      const words = (selector) =>
+        [...plan.querySelectorAll(selector)].map((node) => node.textContent.trim());
+      return [...words("h3"), ...words(".sum, .price b"), ...words("dd")].join("|");
+    }),
+  );
+
+export const names = (page) =>
+  page.locator(".plan h3").evaluateAll((titles) => titles.map((title) => title.textContent));

@@ -1,44 +1,8 @@
 import assert from "node:assert/strict";
-import { after, before, test } from "node:test";
-import { openPage, startBrowser, startDemo } from "./demo_site.mjs";
+import { test } from "node:test";
+import { cards, demoVisits, follow, names } from "./demo_site.mjs";
 
-let demo;
-let browser;
-
-before(async () => {
-  demo = await startDemo();
-  browser = await startBrowser();
-});
-
-after(async () => {
-  await browser?.close();
-  await demo?.stop();
-});
-
-// Opens `path`, hands the page over, and asserts that nothing went wrong on it meanwhile.
-async function visit(host, path, look, options) {
-  const page = await openPage(browser, options);
-  await page.goto(demo.address(host, path));
-  await look(page);
-  assert.deepEqual(page.troubles, []);
-  await page.context().close();
-}
-
-// What a card says: its name, price and the values of its list, one text each.
-const cards = (page) =>
-  page.locator(".plan").evaluateAll((plans) =>
-    plans.map((plan) => {
-      const words = (selector) =>
-        [...plan.querySelectorAll(selector)].map((node) => node.textContent.trim());
-      return [...words("h3"), ...words(".sum, .price b"), ...words("dd")].join("|");
-    }),
-  );
-
-// Clicks the link and waits until the page behind it is whole.
-const follow = (page, link) => Promise.all([page.waitForEvent("load"), link.click()]);
-
-const names = (page) =>
-  page.locator(".plan h3").evaluateAll((titles) => titles.map((title) => title.textContent));
+const { visit, address } = demoVisits();
 
 test("the master's home page shows the six newest plans under the master's prices", () =>
   visit("localhost", "/", async (page) => {
@@ -210,7 +174,7 @@ for (const width of [360, 1280]) {
     for (const host of storefronts) {
       const look = async (page) => {
         for (const path of paths) {
-          await page.goto(demo.address(host, path));
+          await page.goto(address(host, path));
           const wide = await page.evaluate(() => document.documentElement.scrollWidth);
           assert.ok(wide <= width, `${host}${path}: ${wide}`);
         }
