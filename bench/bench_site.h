@@ -35,6 +35,7 @@ class Statement {
   void reset() { sqlite3_reset(statement_); }
   std::int64_t number(int column) const { return sqlite3_column_int64(statement_, column); }
   double real(int column) const { return sqlite3_column_double(statement_, column); }
+  bool is_null(int column) const { return sqlite3_column_type(statement_, column) == SQLITE_NULL; }
   // Valid until the next step.
   std::string_view text(int column) const;
 
@@ -70,6 +71,7 @@ class BenchSite {
   BenchSite& operator=(const BenchSite&) = delete;
 
   void put_template(std::string_view file, std::string text);
+  // A value of the query string of the requests to come, under a name in lower case.
   void put_query(const std::string& name, std::string text);
   // A page of its own for each request; the last one's is gone then.
   const site::PageContext& new_page();

@@ -135,6 +135,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!translation.reads()) return 0;
     prepare(translation.count_text);
     prepare(translation.select_text(true, true));
+    if (translation.can_reverse()) prepare(translation.reversed_text(true));
   } catch (const SqlError&) {
   }
   return 0;

@@ -13,6 +13,12 @@ std::string Translation::select_text(bool keyed, bool windowed) const {
   return text + tail + (windowed ? window_limit : limit);
 }
 
+std::string Translation::reversed_text(bool keyed) const {
+  std::string text = head;
+  if (keyed && !row_key.empty()) text += "," + row_key;
+  return text + reversed_tail + window_limit;
+}
+
 void Writer::statement(Statement& statement) {
   switch (statement.kind) {
     case Statement::Kind::Select:

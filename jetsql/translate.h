@@ -106,11 +106,15 @@ struct Translation {
   // empty); with `windowed` only rows [offset, offset + count), where count is bound to parameter
   // number window_count and offset to window_offset (numbers from 1).
   std::string select_text(bool keyed, bool windowed) const;
+  // The rows of a window counted from the last row on, the last one first: offset 0 begins with the
+  // last row of all. Only where can_reverse(): the order must leave no two rows equal.
+  std::string reversed_text(bool keyed) const;
+  bool can_reverse() const { return !reversed_tail.empty(); }
   int window_count() const { return static_cast<int>(parameters.size()) + 1; }
   int window_offset() const { return static_cast<int>(parameters.size()) + 2; }
 
-  // The parts that select_text joins: head [, row_key] tail, then a limit.
-  std::string head, tail, limit, window_limit;
+  // The parts that the texts join: head [, row_key] and a tail, then a limit.
+  std::string head, tail, reversed_tail, limit, window_limit;
 };
 
 // Raises SqlError: kSyntaxError, kNoValueGiven, kNoSuchTable, kTypeMismatch.

@@ -22,6 +22,7 @@ struct SelectPieces {
   std::string source;    // From and Where alone
   std::string grouping;  // Group By and Having
   std::string order, limit;
+  std::string reversed_order;  // where the rows can be asked for from the last one on
 };
 
 class Writer {
@@ -88,10 +89,10 @@ class Writer {
   void outputs(const Select& select, std::string& out);
   void output(const ResolvedOutput& output, bool fold_case, std::string& out);
   std::string grouping(const Select& select);
-  std::string order(const Select& select);
-  void ordering(const Ordering& ordering, const Scope& scope, std::string& out);
+  std::string order(const Select& select, bool reversed);
+  void ordering(const Ordering& ordering, const Scope& scope, bool reversed, std::string& out);
   std::string union_order(const Select& select);
-  void stored_order(const Select& select, std::string& out);
+  void stored_order(const Select& select, bool reversed, std::string& out);
   std::string limit(const Select& select, const std::string& counted) const;
   void select_statement(Select& select);
   void describe(const Select& select);

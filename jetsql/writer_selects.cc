@@ -1,4 +1,6 @@
 // Selects: their pieces, the order of their rows, how they are counted and shown in part.
+#include <algorithm>
+
 #include "jetsql/letters.h"
 #include "jetsql/writer.h"
 
@@ -37,6 +39,17 @@ bool is_plain(const Select& select) {
   return select.unions.empty() && !select.distinct && !select.scope->grouped;
 }
 
+// Its rows can be asked for from the last one on: they are a table's own, told apart by their
+// number, and nothing is evaluated to order them.
+bool is_reversible(const Select& select) {
+  const Scope& scope = *select.scope;
+  if (!is_plain(select) || select.top >= 0 || scope.bindings.size() != 1) return false;
+  if (scope.bindings.front().derived || scope.bindings.front().row_id.empty()) return false;
+  return std::all_of(select.order.begin(), select.order.end(), [](const Ordering& term) {
+    return term.value->kind == Expression::Kind::Column && term.value->column != nullptr;
+  });
+}
+
 }  // namespace
 
 SelectPieces Writer::pieces(const Select& select, bool ordered) {
@@ -51,7 +64,8 @@ SelectPieces Writer::single(const Select& select, bool ordered) {
   from(select.from, made.source);
   where(select.where, made.source);
   made.grouping = grouping(select);
-  if (ordered) made.order = order(select);
+  if (ordered) made.order = order(select, false);
+  if (ordered && is_reversible(select)) made.reversed_order = order(select, true);
   made.limit = limit(select, made.head + made.source + made.grouping);
   return made;
 }
@@ -126,7 +140,8 @@ std::string Writer::grouping(const Select& select) {
   return out;
 }
 
-void Writer::ordering(const Ordering& ordering, const Scope& scope, std::string& out) {
+void Writer::ordering(const Ordering& ordering, const Scope& scope, bool reversed,
+                      std::string& out) {
   const Expression& value = *ordering.value;
   Type type = value.type;
   bool declared = value.column != nullptr && value.column->no_case;
@@ -141,21 +156,22 @@ void Writer::ordering(const Ordering& ordering, const Scope& scope, std::string&
   }
   if (is_textual(type) && !declared) out += " COLLATE NOCASE";
   // A True is -1 in Jet and comes before a False.
-  if (ordering.descending != (type == Type::Boolean)) out += " DESC";
+  const bool descending = ordering.descending != (type == Type::Boolean);
+  if (descending != reversed) out += " DESC";
 }
 
-std::string Writer::order(const Select& select) {
+std::string Writer::order(const Select& select, bool reversed) {
   std::string out;
   for (const Ordering& term : select.order) {
     out += out.empty() ? " ORDER BY " : ",";
-    ordering(term, *select.scope, out);
+    ordering(term, *select.scope, reversed, out);
   }
-  stored_order(select, out);
+  stored_order(select, reversed, out);
   return out;
 }
 
 // Rows that nothing else orders come as they were stored, groups as their first rows were.
-void Writer::stored_order(const Select& select, std::string& out) {
+void Writer::stored_order(const Select& select, bool reversed, std::string& out) {
   const bool grouped = select.scope->grouped;
   if (grouped && select.group.empty()) return;
   for (const Binding* binding : numbered(select.from)) {
@@ -173,6 +189,7 @@ void Writer::stored_order(const Select& select, std::string& out) {
     }
     out += binding->row_id;
     if (grouped) out += ')';
+    if (reversed) out += " DESC";
   }
 }
 
@@ -180,7 +197,7 @@ std::string Writer::union_order(const Select& select) {
   std::string out;
   for (const Ordering& term : select.order) {
     out += out.empty() ? " ORDER BY " : ",";
-    ordering(term, *select.scope, out);
+    ordering(term, *select.scope, false, out);
   }
   return out;
 }
@@ -199,6 +216,7 @@ void Writer::select_statement(Select& select) {
   const SelectPieces made = pieces(select, true);
   translation_.head = made.head;
   translation_.tail = made.source + made.grouping + made.order;
+  if (!made.reversed_order.empty()) translation_.reversed_tail = made.source + made.reversed_order;
   translation_.limit = made.limit;
   describe(select);
   count(select, made);

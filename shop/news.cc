@@ -225,11 +225,12 @@ std::string Show_NewsPageList(const site::PageContext& page, const platform::Clo
       "<table width=\"98%\" border=0 cellpadding=0 cellspacing=0 bgcolor=#ffffff "
       "id=\"table19\">\r\n<tbody>\r\n";
   const std::string type = site::ReStr(page.request().query("type"));
+  const platform::ReadScope one_view(*db);
   const auto rows =
       db->open_recordset(news_page_sql(type, Agent_User), platform::CursorType::Keyset,
                          platform::LockType::Optimistic);
   // QUIRK: the table is not closed where there is nothing to show.
-  if (rows->eof()) return html.append(kNoItems);
+  if (rows->record_count() == 0) return html.append(kNoItems);
 
   rows->set_page_size(kItemsAPage);
   Value number = page.request().item("page");
@@ -237,14 +238,15 @@ std::string Show_NewsPageList(const site::PageContext& page, const platform::Clo
   // Items are stored oldest first, so a page is walked backwards from its newest.
   rows->set_absolute_position(to_long(Value::real(static_cast<double>(rows->record_count()) -
                                                   kItemsAPage * (to_double(number) - 1))));
-  for (std::int32_t i = 1; i <= rows->page_size(); ++i) {
+  for (std::int32_t i = 1; i <= kItemsAPage; ++i) {
     add_page_item(html, *rows, clock);
+    // OPTIMIZATION: a move before the page's last item would read rows that nobody sees.
+    if (i == kItemsAPage) break;
     rows->move_previous();
     if (rows->bof()) break;
   }
   add_pager(html, *rows, number, request_text(page, "type"));
   rows->close();
-  db->close();
   return html;
 }
 

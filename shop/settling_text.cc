@@ -49,7 +49,7 @@ void SettlingText::settle() {
 std::size_t SettlingText::settled_length() const {
   std::string_view text = open_;
   for (const std::string_view beginning : beginnings_) {
-    text = text.substr(0, text.find(beginning));
+    text = text.substr(0, site::place_of(beginning, text));
   }
   for (std::size_t before = 0; before != text.size();) {
     before = text.size();
@@ -63,8 +63,8 @@ std::size_t SettlingText::settled_length() const {
 
 void SettlingText::settle_to(std::size_t length) {
   if (!lasting_.empty()) {
-    std::size_t at = open_.find(lasting_);
-    for (; at < length; at = open_.find(lasting_, at + 1)) {
+    std::size_t at = site::place_of(lasting_, open_);
+    for (; at < length; at = site::place_of(lasting_, open_, at + 1)) {
       lasting_places_.push_back(settled_.size() + at);
     }
   }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <memory>
+#include <utility>
 
 #include "shop/settling_text.h"
 #include "site/agent_filter.h"
@@ -20,6 +21,26 @@ namespace {
 using platform::Connection;
 using platform::Recordset;
 
+// Columns in the order in which goods_sql selects them.
+enum GoodsField : std::size_t {
+  kId,
+  kShopName,
+  kPrice,
+  kMonPrice,
+  kDanWei,
+  kItemId,
+  kShInfo,
+  kThMonPrice,
+  kHfyPrice
+};
+// Tags in the order in which a row fills them, with their columns.
+constexpr std::array<std::pair<std::string_view, GoodsField>, 4> kGoodsTexts{
+    {{"Id", kId}, {"ShopName", kShopName}, {"DanWei", kDanWei}, {"shInfo", kShInfo}}};
+constexpr std::array<std::pair<std::string_view, GoodsField>, 4> kGoodsPrices{
+    {{"Price", kPrice},
+     {"MonPrice", kMonPrice},
+     {"ThMonPrice", kThMonPrice},
+     {"HfyPrice", kHfyPrice}}};
 constexpr std::array<std::string_view, 8> kGoodsTags{"Id",    "ShopName", "DanWei",     "shInfo",
                                                      "Price", "MonPrice", "ThMonPrice", "HfyPrice"};
 constexpr std::array<std::string_view, 3> kMenuTags{"LitItemName", "MenuId", "MenuStyle"};
@@ -41,12 +62,14 @@ std::string marked(std::string_view start, std::string_view text, std::string_vi
   return std::string(start).append(text).append(end);
 }
 
-void fill_price(site::Repeat& goods, Recordset& row, std::string_view column) {
-  const Value price = row.field(column);
-  if (price.is_null()) {
-    goods.fill(column, "-");
-  } else {
-    goods.fill(column, price);
+void fill_goods(site::Repeat& goods, Recordset& row) {
+  for (const auto& [tag, column] : kGoodsTexts) goods.fill(tag, row, column);
+  for (const auto& [tag, column] : kGoodsPrices) {
+    if (row.field(column).is_null()) {
+      goods.fill(tag, "-");
+    } else {
+      goods.fill(tag, row, column);
+    }
   }
 }
 
@@ -96,7 +119,6 @@ class ShopList {
   void add_sub_category(const Category& child, std::size_t position, site::Repeat& menu,
                         SettlingText& panels, std::string_view panel_template);
   void list_goods(std::string_view list);
-  void fill_goods(site::Repeat& goods, Recordset& row) const;
 
   Connection& db_;
   const ShopListParameters& parameters_;
@@ -172,11 +194,12 @@ void ShopList::list_goods(std::string_view list) {
   site::Repeat goods(loop_template_, kGoodsTags);
   const auto rows = db_.open_recordset(goods_sql(parameters_, list), platform::CursorType::Keyset,
                                        platform::LockType::Optimistic);
-  const std::int64_t count = rows->record_count();
   const bool breaks = !equals(parameters_.NewsLineNum, "0");
+  // The count tells the last row, behind which no row of the layout is broken.
+  const std::int64_t count = breaks ? rows->record_count() : 0;
   double in_row = 0;
   for (std::int64_t i = 1; !rows->eof(); ++i, rows->move_next()) {
-    if (i < count && breaks) {
+    if (i < count) {
       in_row += 1;
       if (in_row == to_double(parameters_.NewsLineNum)) {
         goods.append(parameters_.LineCode);
@@ -188,15 +211,6 @@ void ShopList::list_goods(std::string_view list) {
   }
   rows->close();
   goods_text_ = goods.list();
-}
-
-void ShopList::fill_goods(site::Repeat& goods, Recordset& row) const {
-  for (const std::string_view column : {"Id", "ShopName", "DanWei", "shInfo"}) {
-    goods.fill(column, row.field(column));
-  }
-  for (const std::string_view column : {"Price", "MonPrice", "ThMonPrice", "HfyPrice"}) {
-    fill_price(goods, row, column);
-  }
 }
 
 std::string ShopList::finished() && {

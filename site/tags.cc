@@ -22,10 +22,10 @@ std::optional<Text> text_if_any(const Value& value) {
 std::vector<std::size_t> places_of(std::string_view text, std::string_view wanted) {
   std::vector<std::size_t> places;
   if (wanted.empty()) return places;
-  std::size_t at = text.find(wanted);
+  std::size_t at = place_of(wanted, text);
   while (at != std::string_view::npos) {
     places.push_back(at);
-    at = text.find(wanted, at + wanted.size());
+    at = place_of(wanted, text, at + wanted.size());
   }
   return places;
 }
@@ -87,15 +87,23 @@ std::string_view CheckTempType(const Value& chkStr1, const Value& chkStr2) {
   return is_table ? "table" : "div";
 }
 
+std::size_t place_of(std::string_view wanted, std::string_view text, std::size_t from) {
+  if (!wanted.starts_with("<!--")) return text.find(wanted, from);
+  const std::string_view behind = wanted.substr(1);
+  std::size_t at = text.find(behind, from + 1);
+  while (at != std::string_view::npos && text[at - 1] != '<') at = text.find(behind, at + 1);
+  return at == std::string_view::npos ? at : at - 1;
+}
+
 std::string_view cut(std::string_view html, std::string_view start, std::string_view last) {
-  const std::size_t at = start.empty() ? std::string_view::npos : html.find(start);
+  const std::size_t at = start.empty() ? std::string_view::npos : place_of(start, html);
   if (at == std::string_view::npos) return {};
   html.remove_prefix(at + start.size());
-  const std::size_t end = last.empty() ? std::string_view::npos : html.find(last);
-  if (end == std::string_view::npos) return html.substr(0, html.find(start));
+  const std::size_t end = last.empty() ? std::string_view::npos : place_of(last, html);
+  if (end == std::string_view::npos) return html.substr(0, place_of(start, html));
   // A second start marker ends the block too, also where it begins inside the end marker.
   const std::string_view reach = html.substr(0, end + last.size() - 1 + start.size());
-  const std::size_t next = reach.find(start);
+  const std::size_t next = place_of(start, reach);
   return html.substr(0, next == std::string_view::npos ? end : next);
 }
 

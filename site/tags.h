@@ -25,6 +25,9 @@ std::string ReStr(const Value& mystr);
 // Raises 94 on Null.
 std::string_view CheckTempType(const Value& chkStr1, const Value& chkStr2);
 
+// string_view::find. OPTIMIZATION: a marker is found by its "!", which is rare, not by its "<".
+std::size_t place_of(std::string_view wanted, std::string_view text, std::size_t from = 0);
+
 // GetKey on texts; the result is a part of `html`.
 std::string_view cut(std::string_view html, std::string_view start, std::string_view last);
 

@@ -100,24 +100,44 @@ void PagedRecordset::open_window(Window window, bool in_pieces) {
   in_pieces_ = in_pieces;
   if (!in_pieces_) window.rows = std::min(window.rows, kLongestWindow);
   const Reading reading(*session_);
-  const auto& translation = plan_->translation;
+  if (is_nearer_the_end(window)) return read_from_the_end(window);
   // OPTIMIZATION: all rows from the first on are asked for without a window, which the engine sorts
   // faster and only once; a walk within a scope stops where it likes, as the pieces do.
   const bool whole = window.offset == 0 && window.rows == kAllRows;
-  if (whole) {
-    running_ = session_->handle().lease(plan_, keyed_ ? kKeyed : kWhole);
-  } else {
-    running_ = session_->handle().lease(plan_, keyed_ ? kKeyedWindow : kWindow);
-  }
+  const Form all = keyed_ ? kKeyed : kWhole;
+  bind_window(whole ? all : keyed_ ? kKeyedWindow : kWindow, window);
+  first_ = window.offset + 1;
+  read_piece();
+}
+
+// OPTIMIZATION: rows before a window are skipped one by one, so where fewer lie behind it, it is
+// read in the reversed order. Safe while the rows are those that were counted: the window's place
+// from the end follows from the count.
+bool PagedRecordset::is_nearer_the_end(Window window) const {
+  return plan_->translation.can_reverse() && window.rows <= kLongestWindow &&
+         window.offset > total_ - window.offset && total_ > window.offset &&
+         !session_->in_transaction() && counted_in_ == session_->handle().change_sign();
+}
+
+void PagedRecordset::read_from_the_end(Window window) {
+  in_pieces_ = false;
+  const std::int64_t rows = std::min(window.rows, total_ - window.offset);
+  bind_window(keyed_ ? kKeyedReversed : kReversed, {total_ - window.offset - rows, rows});
+  first_ = window.offset + 1;
+  read_piece();
+  buffer_.reverse();
+}
+
+void PagedRecordset::bind_window(Form form, Window window) {
+  const auto& translation = plan_->translation;
+  running_ = session_->handle().lease(plan_, form);
   sqlite3_stmt* statement = running_.statement();
   bind_values(statement, translation.parameters, values_);
-  if (!whole) {
+  if (form != kWhole && form != kKeyed) {
     sqlite3_bind_int64(statement, translation.window_count(), window.rows);
     sqlite3_bind_int64(statement, translation.window_offset(), window.offset);
   }
-  first_ = window.offset + 1;
   pending_ = window.rows;
-  read_piece();
 }
 
 void PagedRecordset::read_piece() {
@@ -286,6 +306,7 @@ std::int64_t PagedRecordset::read_count() {
   Handle& handle = session_->handle();
   // Inside the page's transaction the sign says nothing of the page's own changes.
   const bool kept = plan_->only_literals && !session_->in_transaction();
+  if (!session_->in_transaction()) counted_in_ = handle.change_sign();
   std::string key;
   if (kept) {
     append_key(key, values_.literals);

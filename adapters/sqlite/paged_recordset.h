@@ -74,6 +74,9 @@ class PagedRecordset final : public Rowset {
   void load(std::int64_t position);
   Window window_for(std::int64_t position);
   void open_window(Window window, bool in_pieces);
+  bool is_nearer_the_end(Window window) const;
+  void read_from_the_end(Window window);
+  void bind_window(Form form, Window window);
   void read_piece();
   void note_end();
   // Bof and Eof at once: there are no rows.
@@ -97,12 +100,13 @@ class PagedRecordset final : public Rowset {
   const bool forward_only_;
 
   Place place_ = Place::Row;
-  std::int64_t position_ = 1;  // of the current row, from 1, where place_ is Row
-  std::int64_t first_ = 1;     // of the buffer's first row
-  std::int64_t total_ = -1;    // rows in all, -1 while unknown
-  bool complete_ = false;      // the buffer holds all rows
-  bool backward_ = false;      // the next window lies before the row asked for as well
-  std::int64_t next_rows_;     // of the next window of a walk
+  std::int64_t position_ = 1;                // of the current row, from 1, where place_ is Row
+  std::int64_t first_ = 1;                   // of the buffer's first row
+  std::int64_t total_ = -1;                  // rows in all, -1 while unknown
+  std::optional<std::uint32_t> counted_in_;  // the database's state in which they were counted
+  bool complete_ = false;                    // the buffer holds all rows
+  bool backward_ = false;   // the next window lies before the row asked for as well
+  std::int64_t next_rows_;  // of the next window of a walk
   std::int32_t page_size_ = kDefaultPageSize;
   bool page_size_set_ = false;
 

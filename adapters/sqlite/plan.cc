@@ -44,6 +44,9 @@ Plan::~Plan() {
 std::string Plan::text(std::size_t form) const {
   if (!translation.reads()) return translation.statements[form];
   if (form == kCount) return translation.count_text;
+  if (form == kReversed || form == kKeyedReversed) {
+    return translation.reversed_text(form == kKeyedReversed);
+  }
   return translation.select_text(form == kKeyed || form == kKeyedWindow,
                                  form == kWindow || form == kKeyedWindow);
 }

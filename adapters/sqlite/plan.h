@@ -19,7 +19,16 @@ struct sqlite3_stmt;
 namespace rk::sqlite {
 
 // The statements of a Select; those of a write are numbered in their order.
-enum Form : std::size_t { kWhole, kKeyed, kWindow, kKeyedWindow, kCount, kForms };
+enum Form : std::size_t {
+  kWhole,
+  kKeyed,
+  kWindow,
+  kKeyedWindow,
+  kReversed,
+  kKeyedReversed,
+  kCount,
+  kForms
+};
 
 // A count of rows and the state of the database that it was made in.
 struct KeptCount {

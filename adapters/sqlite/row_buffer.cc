@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+
 #include "adapters/sqlite/readable_text.h"
 
 namespace rk::sqlite {
@@ -88,6 +90,15 @@ void RowBuffer::remove(std::size_t row) {
   const auto first = cells_.begin() + static_cast<std::ptrdiff_t>(row * width_);
   cells_.erase(first, first + static_cast<std::ptrdiff_t>(width_));
   --rows_;
+}
+
+void RowBuffer::reverse() {
+  const auto row = [&](std::size_t i) {
+    return cells_.begin() + static_cast<std::ptrdiff_t>(i * width_);
+  };
+  for (std::size_t i = 0; i < rows_ / 2; ++i) {
+    std::swap_ranges(row(i), row(i + 1), row(rows_ - 1 - i));
+  }
 }
 
 }  // namespace rk::sqlite

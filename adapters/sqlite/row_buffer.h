@@ -36,6 +36,8 @@ class RowBuffer {
   // One value out of another buffer of the same width.
   void replace(std::size_t row, std::size_t column, const RowBuffer& other, std::size_t other_row);
   void remove(std::size_t row);
+  // The last row becomes the first.
+  void reverse();
 
   std::size_t rows() const noexcept { return rows_; }
   std::size_t bytes() const noexcept { return bytes_.size() + cells_.size() * sizeof(Cell); }

@@ -490,6 +490,49 @@ TEST_P(DatabaseRules, EveryWalkOfEveryPageSizeShowsTheSameRows) {
   }
 }
 
+TEST_P(DatabaseRules, JumpsAnywhereFindTheRowOfThatNumber) {
+  fill(333);
+  run("Update [plan] Set [Num]=[Id]-Int([Id]/7)*7");
+  const std::string sql = "Select [Id],[Name] From [plan] Where [Id]>3 Order By [Num] Desc";
+  std::vector<std::string> in_order;
+  for (const auto rows = connection_->execute(sql); !rows->eof(); rows->move_next()) {
+    in_order.push_back(text(*rows, "Id"));
+  }
+  for (const bool scope : {false, true}) {
+    if (scope) connection_->begin_read();
+    for (const Lock lock : {Lock::ReadOnly, Lock::Optimistic}) {
+      const auto rows = keyset(sql, lock);
+      rows->set_page_size(20);
+      ASSERT_EQ(rows->record_count(), 330);
+      for (const int start : {330, 1, 311, 166, 167, 310, 200, 300, 17, 329}) {
+        rows->set_absolute_position(start);
+        for (int at = start; at <= 330; ++at, rows->move_next()) {
+          ASSERT_EQ(text(*rows, "Id"), in_order[static_cast<std::size_t>(at - 1)]) << start;
+        }
+        EXPECT_TRUE(rows->eof());
+        rows->set_absolute_position(start);
+        for (int at = start; at > start - 50 && at > 0; --at, rows->move_previous()) {
+          ASSERT_EQ(text(*rows, "Id"), in_order[static_cast<std::size_t>(at - 1)]) << start;
+        }
+      }
+    }
+    if (scope) connection_->end_read();
+  }
+}
+
+TEST_P(DatabaseRules, AJumpAfterAnotherPageAddedRowsCountsFromTheFirst) {
+  fill(50);
+  const auto rows = by_id();
+  rows->set_page_size(5);
+  EXPECT_EQ(rows->record_count(), 50);
+  const auto other_page = world_->page();
+  const auto other = other_page->connection();
+  other->open(world_->connection_string());
+  other->execute("Insert Into [plan] ([Name]) Values ('x')");
+  rows->set_absolute_position(48);
+  EXPECT_EQ(text(*rows, "Id"), "48");
+}
+
 TEST_P(DatabaseRules, TopBoundsTheCountAndTheRows) {
   fill(9);
   const auto rows = keyset("Select Top 4 [Id] From [plan] Order By [Id] Desc");

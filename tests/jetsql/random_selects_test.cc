@@ -226,6 +226,17 @@ std::size_t compare_one(Dice& dice) {
   EXPECT_EQ(engine.rows(run.translation.count_text, run.values).at(0),
             std::to_string(expected.size()))
       << sql;
+  EXPECT_EQ(run.translation.can_reverse(), top.empty()) << sql;
+  if (run.translation.can_reverse()) {
+    std::reverse(expected.begin(), expected.end());
+    std::vector<Literal> values = run.values;
+    for (const std::size_t bound : {expected.size(), std::size_t{0}}) {
+      values.emplace_back();
+      values.back().kind = Literal::Kind::Integer;
+      values.back().integer = static_cast<std::int64_t>(bound);
+    }
+    EXPECT_EQ(engine.rows(run.translation.reversed_text(false), values), expected) << sql;
+  }
   return expected.size();
 }
 

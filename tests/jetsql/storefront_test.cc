@@ -80,6 +80,30 @@ TEST(StorefrontTexts, ShowTheSameRowsThroughAnyWindow) {
   }
 }
 
+TEST(StorefrontTexts, ShowTheSameRowsFromTheLastOneOn) {
+  Engine engine(storefront_database());
+  std::size_t reversed = 0;
+  for (const std::string& text : storefront_texts()) {
+    const Engine::Run run = engine.run(text);
+    if (!run.translation.can_reverse()) continue;
+    ++reversed;
+    std::vector<std::string> gathered;
+    for (std::size_t from = 0; from < run.rows.size(); from += 2) {
+      std::vector<Literal> values = run.values;
+      for (const std::size_t number : {std::size_t{2}, from}) {
+        values.emplace_back();
+        values.back().kind = Literal::Kind::Integer;
+        values.back().integer = static_cast<std::int64_t>(number);
+      }
+      for (const std::string& row : engine.rows(run.translation.reversed_text(false), values)) {
+        gathered.insert(gathered.begin(), row);
+      }
+    }
+    EXPECT_EQ(gathered, run.rows) << text;
+  }
+  EXPECT_GT(reversed, 20U);
+}
+
 TEST(StorefrontTexts, KeyEachRowOfOneTable) {
   Engine engine(storefront_database());
   for (const std::string& text : storefront_texts()) {

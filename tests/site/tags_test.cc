@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "tests/support/fake_page.h"
 #include "value/array.h"
 
@@ -119,6 +121,18 @@ TEST(ReStr, LetsEverythingElsePass) {
 
 TEST(ReStr, RaisesOnNull) {
   EXPECT_EQ(error_of([] { ReStr(Value::null()); }), 94);
+}
+
+TEST(PlaceOf, IsThatOfAPlainSearch) {
+  std::mt19937 random(7);
+  for (int i = 0; i < 20000; ++i) {
+    std::string text;
+    for (std::size_t n = random() % 40; n > 0; --n) text += "<!-ab{"[random() % 6];
+    for (const std::string_view wanted : {"<!--", "<!--a", "<!---", "{a", "ab", "<!", ""}) {
+      const std::size_t from = random() % 45;
+      ASSERT_EQ(place_of(wanted, text, from), text.find(wanted, from)) << text << " " << wanted;
+    }
+  }
 }
 
 TEST(CheckTempType, IsTableWhereBothTagsStandInAnyCase) {
