@@ -117,6 +117,15 @@ classes::Deployment deployment_of(const SiteOptions& options) {
   return deployment;
 }
 
+posix::LeadBytes lead_bytes(const SiteOptions& options, const platform::CodePages& code_pages) {
+  posix::LeadBytes lead{};
+  for (std::size_t byte = 0; byte < lead.size(); ++byte) {
+    lead[byte] = code_pages.is_lead_byte(static_cast<unsigned char>(byte),
+                                         options.settings.text.ansi_codepage);
+  }
+  return lead;
+}
+
 // What a fetch leaves of the page's time, so that the page can still answer.
 constexpr std::chrono::seconds kLeftToThePage{1};
 // Of an object that outlives its page.
@@ -147,7 +156,7 @@ struct Site::Parts {
         files(roots_of(options), code_pages, decoding_of(options, log)),
         site_files(files),
         engine(engine_settings(options), files, clock),
-        profile_strings(files, options.folder),
+        profile_strings(files, options.folder, lead_bytes(options, code_pages)),
         deployment(deployment_of(options)),
         owners(log) {
     add_programs();

@@ -22,6 +22,9 @@ class CodePages {
                               std::optional<std::size_t>* first_bad = nullptr) const = 0;
   // Characters that the code page does not have become "?".
   virtual std::string from_utf8(std::string_view utf8, int code_page) const = 0;
+  // Whether a byte begins a character of two bytes; false in code pages of single bytes and in
+  // UTF-8.
+  virtual bool is_lead_byte(unsigned char, int) const { return false; }
 };
 
 }  // namespace rk::platform

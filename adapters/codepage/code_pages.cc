@@ -246,4 +246,8 @@ std::string IcuCodePages::from_utf8(std::string_view utf8, int code_page) const 
   return out;
 }
 
+bool IcuCodePages::is_lead_byte(unsigned char byte, int code_page) const {
+  return code_page != platform::kUtf8 && table(code_page).lead[byte];
+}
+
 }  // namespace rk::codepage

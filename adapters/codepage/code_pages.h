@@ -22,6 +22,7 @@ class IcuCodePages final : public platform::CodePages {
                       std::optional<std::size_t>* first_bad = nullptr) const override;
   // Half a surrogate pair becomes "?", in UTF-8 U+FFFD.
   std::string from_utf8(std::string_view utf8, int code_page) const override;
+  bool is_lead_byte(unsigned char byte, int code_page) const override;
 
  private:
   struct Table;

@@ -4,7 +4,6 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-#include "adapters/posix/ini_text.h"
 #include "value/script_error.h"
 
 namespace rk::posix {
@@ -53,7 +52,7 @@ std::string ProfileStrings::read(std::string_view section, std::string_view key,
   if (path.empty() || size == 0) return "";
   try {
     const std::string text = text_of(files_, absolute(path));
-    return ini_value(text, section, key).value_or("").substr(0, size - 1);
+    return ini_value(text, section, key, lead_bytes_).value_or("").substr(0, size - 1);
   } catch (const ScriptError&) {
     return "";  // profile strings report no failure
   }
@@ -67,7 +66,7 @@ bool ProfileStrings::write(std::string_view section, std::optional<std::string_v
   try {
     const FolderLock lock(folder_of(files_, file));
     const std::string before = text_of(files_, file);
-    const std::string after = ini_text_with(before, section, key, value);
+    const std::string after = ini_text_with(before, section, key, value, lead_bytes_);
     if (after != before) files_.write(file, after);
     return true;
   } catch (const ScriptError&) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "adapters/posix/ini_text.h"
 #include "platform/files.h"
 #include "platform/profile_strings.h"
 
@@ -17,8 +18,9 @@ class ProfileStrings final : public platform::ProfileStrings {
  public:
   // Only files that `files` reaches are read or written; it must outlive this object. A path that
   // does not begin at the root is taken from `default_folder`.
-  ProfileStrings(platform::Files& files, std::string default_folder)
-      : files_(files), default_folder_(std::move(default_folder)) {}
+  ProfileStrings(platform::Files& files, std::string default_folder,
+                 const LeadBytes& lead_bytes = {})
+      : files_(files), default_folder_(std::move(default_folder)), lead_bytes_(lead_bytes) {}
 
   std::string read(std::string_view section, std::string_view key, std::size_t size,
                    std::string_view path) override;
@@ -30,6 +32,7 @@ class ProfileStrings final : public platform::ProfileStrings {
 
   platform::Files& files_;
   const std::string default_folder_;
+  const LeadBytes lead_bytes_;
   std::mutex writing_;
 };
 

@@ -41,6 +41,20 @@ TEST_F(IniSettings, ACharacterCutInHalfIsDropped) {
   EXPECT_EQ(Text(read("long")).length(), 511u);
 }
 
+TEST_F(IniSettings, AUtf8CharacterCutInHalfIsDropped) {
+  store.ansi_code_page = platform::kUtf8;
+  std::string value;
+  for (int i = 0; i < 600; ++i) value += "é";
+  keep("long", value);
+  EXPECT_EQ(Text(read("long")).length(), 511u);
+}
+
+TEST_F(IniSettings, ATextEndsAtItsFirstNul) {
+  const std::string_view cut("k\0x", 3);
+  WriteIniKey(store, "/f", Value::text("s"), Value::text(cut), Value::text(cut));
+  EXPECT_EQ(profile_strings.writes.back(), "/f s 'k' 'k'");
+}
+
 TEST_F(IniSettings, AMissingKeyReadsAsTheEmptyText) {
   EXPECT_EQ(read("none"), "");
 }

@@ -48,6 +48,10 @@ class ToyCodePages final : public platform::CodePages {
     return bytes;
   }
 
+  bool is_lead_byte(unsigned char byte, int code_page) const override {
+    return code_page != platform::kUtf8 && byte > 0x80 && byte != 0xFF;
+  }
+
  private:
   struct Pair {
     std::string_view bytes;

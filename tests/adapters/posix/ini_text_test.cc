@@ -2,13 +2,30 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
+#include <algorithm>
 #include <random>
 
 #include "value/text.h"
 
 namespace rk::posix {
 namespace {
+
+// As in code page 936.
+LeadBytes double_byte() {
+  LeadBytes lead{};
+  std::fill(lead.begin() + 0x81, lead.begin() + 0xFF, true);
+  return lead;
+}
+
+std::optional<std::string> ini_value(std::string_view text, std::string_view section,
+                                     std::string_view key) {
+  return posix::ini_value(text, section, key, double_byte());
+}
+std::string ini_text_with(std::string_view text, std::string_view section,
+                          std::optional<std::string_view> key,
+                          std::optional<std::string_view> value) {
+  return posix::ini_text_with(text, section, key, value, double_byte());
+}
 
 constexpr std::string_view kFile =
     "; comment\r\n"
@@ -64,6 +81,28 @@ TEST(IniText, DeletingASectionTakesItsHeaderAndKeys) {
 TEST(IniText, DeletingAMissingKeyChangesNothing) {
   EXPECT_EQ(ini_text_with(kFile, "main", "none", std::nullopt), kFile);
   EXPECT_EQ(ini_text_with(kFile, "none", std::nullopt, ""), kFile);
+}
+
+TEST(IniText, TheSecondByteOfACharacterIsNoLetterAndNoBracket) {
+  // D1 41 and D1 61 are two characters; so is 84 5D, whose second byte is "]".
+  EXPECT_FALSE(ini_value("[s]\n\xD1\x41=1\n", "s", "\xD1\x61").has_value());
+  EXPECT_EQ(ini_value("[\x84\x5D]\nk=1\n", "\x84\x5D", "k"), "1");
+  EXPECT_FALSE(ini_value("[\x84\x5D]\nk=1\n", "\x84", "k").has_value());
+}
+
+TEST(IniText, BlanksAroundNamesDoNotCount) {
+  EXPECT_EQ(ini_value("  [ s ]  \n\t k \t= v\n", " s", "k "), "v");
+}
+
+TEST(IniText, ALongerNameIsAnotherName) {
+  EXPECT_FALSE(ini_value("[s]\nkey=1\n", "s", "k").has_value());
+  EXPECT_FALSE(ini_value("[se]\nk=1\n", "s", "k").has_value());
+  EXPECT_FALSE(ini_value("[s]\nk\n", "s", "k").has_value());
+}
+
+TEST(IniText, ANameEndsAtTheFirstEqualsSign) {
+  EXPECT_EQ(ini_value("[s]\na=b=c\n", "s", "a"), "b=c");
+  EXPECT_FALSE(ini_value("[s]\na=b=c\n", "s", "a=b").has_value());
 }
 
 TEST(IniText, WhatIsWrittenIsReadAgainWhateverWasThere) {
