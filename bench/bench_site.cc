@@ -118,6 +118,10 @@ void BenchSite::put_query(const std::string& name, std::string text) {
   context_->fake_request->queries[name] = std::move(text);
 }
 
+void BenchSite::put_server_variable(const std::string& name, std::string text) {
+  context_->fake_request->server_variables[name] = std::move(text);
+}
+
 const site::PageContext& BenchSite::new_page() {
   context_->bench->next_page();
   return page_;

@@ -73,6 +73,8 @@ class BenchSite {
   void put_template(std::string_view file, std::string text);
   // A value of the query string of the requests to come, under a name in lower case.
   void put_query(const std::string& name, std::string text);
+  // `name` in small letters.
+  void put_server_variable(const std::string& name, std::string text);
   // A page of its own for each request; the last one's is gone then.
   const site::PageContext& new_page();
   sqlite3* floor() const { return floor_; }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace rk::site {
 
@@ -91,10 +92,11 @@ std::size_t settled_length(std::string_view text) {
 }
 
 void LinkedText::append(std::string_view text) {
-  insert(pieces_.end(), text);
+  tail_.append(text);
 }
 
 bool LinkedText::link(std::string_view id, std::string_view target) {
+  index();
   const auto found = places_of(id);
   const bool apart = std::all_of(found.begin(), found.end(), [&](Places::iterator place) {
     return is_steady_before(place->second);
@@ -110,11 +112,13 @@ bool LinkedText::link(std::string_view id, std::string_view target) {
 }
 
 std::string LinkedText::take() {
+  if (pieces_.empty()) return std::exchange(tail_, {});
   std::string whole;
-  std::size_t size = 0;
+  std::size_t size = tail_.size();
   for (const std::string& piece : pieces_) size += piece.size();
   whole.reserve(size);
   for (const std::string& piece : pieces_) whole.append(piece);
+  whole.append(tail_);
   clear();
   return whole;
 }
@@ -122,6 +126,12 @@ std::string LinkedText::take() {
 void LinkedText::clear() {
   places_.clear();
   pieces_.clear();
+  tail_.clear();
+}
+
+void LinkedText::index() {
+  insert(pieces_.end(), tail_);
+  tail_.clear();
 }
 
 // Cuts the text into pieces before each of its places.

@@ -49,9 +49,11 @@ class LinkedText {
   using Places = std::multimap<std::string, Pieces::iterator, std::less<>>;
 
   void insert(Pieces::iterator before, std::string_view text);
+  void index();
   std::vector<Places::iterator> places_of(std::string_view id);
   bool is_steady_before(Pieces::iterator piece) const;
 
+  std::string tail_;  // behind pieces_, not yet cut into such
   Pieces pieces_;
   Places places_;
 };

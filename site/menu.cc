@@ -1,12 +1,15 @@
 #include "site/menu.h"
 
+#include <algorithm>
 #include <array>
+#include <optional>
 
 #include "platform/database.h"
-#include "site/linked_text.h"
+#include "site/menu_categories.h"
 #include "site/storefront.h"
 #include "site/tags.h"
 #include "site/template_cache.h"
+#include "site/trapped.h"
 #include "value/conversions.h"
 #include "value/text_functions.h"
 
@@ -18,12 +21,14 @@ using platform::Recordset;
 
 enum CategoryField : std::size_t { kId, kItemName, kLink };
 
+constexpr std::string_view kCategoryPage = "/shop/index.asp?id=";
+
 // The running page, as entries are compared with it.
 class CurrentPage {
  public:
   explicit CurrentPage(platform::Request& request)
       : script_(lower_case(joined_text(request.server_variable("SCRIPT_NAME")).view())),
-        category_(joined_text(request.query("Id")).string()) {
+        id_(joined_text(request.query("Id")).string()) {
     const std::size_t first = script_.find('/');
     const std::size_t second = script_.find('/', first == std::string::npos ? first : first + 1);
     in_shop_ = second != std::string::npos &&
@@ -33,14 +38,23 @@ class CurrentPage {
   bool is_at(std::string_view url) const {
     if (lower_case(url) == script_) return true;
     const std::size_t equals = url.find('=');
-    if (!in_shop_ || equals == std::string_view::npos) return false;
-    url.remove_prefix(equals + 1);
-    return url.substr(0, url.find('=')) == category_;
+    return equals != std::string_view::npos && names_id(url.substr(equals + 1));
+  }
+  // The same for an address in small letters without a "=".
+  bool is_at_entry(std::string_view url) const { return url == script_; }
+  // The same for kCategoryPage with a number behind it.
+  bool is_at_category(std::string_view number) const {
+    if (names_id(number)) return true;
+    return script_.starts_with(kCategoryPage) &&
+           script_.substr(kCategoryPage.size()) == lower_case(number);
   }
 
  private:
-  const std::string script_;    // in small letters
-  const std::string category_;  // the query string's Id
+  // Whether the query names what stands behind an address's "=".
+  bool names_id(std::string_view id) const { return in_shop_ && id.substr(0, id.find('=')) == id_; }
+
+  const std::string script_;  // in small letters
+  const std::string id_;      // the query string's Id
   bool in_shop_ = false;
 };
 
@@ -49,64 +63,84 @@ struct Entry {
   std::string_view url;
 };
 constexpr std::array kEntries{
-    Entry{"NowMunVal_Index", "/index.asp"},     Entry{"NowMunVal_Domain", "/domain/domain.asp"},
-    Entry{"NowMunVal_Host", "/host/index.asp"}, Entry{"NowMunVal_DataBase", "/database/index.asp"},
-    Entry{"NowMunVal_Mail", "/mail/mail.asp"},
+    Entry{"{NowMunVal_Index}", "/index.asp"},
+    Entry{"{NowMunVal_Domain}", "/domain/domain.asp"},
+    Entry{"{NowMunVal_Host}", "/host/index.asp"},
+    Entry{"{NowMunVal_DataBase}", "/database/index.asp"},
+    Entry{"{NowMunVal_Mail}", "/mail/mail.asp"},
 };
 
-// The filled categories: one text in which every fill and link replaces everywhere.
-//
-// OPTIMIZATION: open_ is looked through for each tag; what can change by links alone is settled_.
-class Categories {
- public:
-  explicit Categories(std::string_view item) : item_(item) {}
+// Nothing where it has no text.
+std::optional<std::string> text_if_any(const Value& value) {
+  std::optional<Text> text;
+  trapped([&] { text = try_text(value); });
+  if (!text) return std::nullopt;
+  return text->string();
+}
 
-  // A copy of the item for the category of this number.
-  void add(std::string_view number) {
-    if (!is_shop_number(number)) reopen();
-    open_.append(item_);
-  }
-  void fill(std::string_view tag, const Value& content) {
-    if (!site::fill(open_, tag, content)) settled_.clear();
-  }
-  // QUIRK: the place is looked for in all categories, so "/shop?Id=1" is found in "/shop?Id=12".
-  void link(std::string_view number, std::string_view address) {
-    const std::string target = std::string(address).append("\" target=\"_blank");
-    const bool plain = is_shop_number(number) && target.find('{') == std::string::npos;
-    if (!plain || !settled_.link(number, target)) reopen();
-    replace_all(open_, std::string(kShopPlace).append(number), target);
-  }
-  void settle() {
-    const std::size_t end = settled_length(open_);
-    settled_.append(std::string_view(open_).substr(0, end));
-    open_.erase(0, end);
-  }
-  std::string list() {
-    reopen();
-    replace_all(open_.append(item_), item_, {});
-    return std::move(open_);
-  }
+std::optional<std::string> text_if_any(Recordset& rows, std::size_t ordinal) {
+  std::string text;
+  if (!rows.append_field_text(ordinal, text)) return std::nullopt;
+  return text;
+}
 
- private:
-  void reopen() { open_ = settled_.take().append(open_); }
+// The entry whose tag begins a text, or none.
+const Entry* entry_at(std::string_view text) {
+  const auto found = std::find_if(kEntries.begin(), kEntries.end(),
+                                  [&](const Entry& entry) { return text.starts_with(entry.tag); });
+  return found == kEntries.end() ? nullptr : &*found;
+}
 
-  const std::string_view item_;
-  LinkedText settled_;
-  std::string open_;
-};
+// OPTIMIZATION: the menu with its entries filled in one walk; nothing where the mark holds a brace
+// or an open "{" stands before a tag, so that a fill could make a tag that is filled after it.
+std::optional<std::string> entries_in_one_walk(std::string_view menu, const CurrentPage& current,
+                                               std::string_view mark) {
+  if (mark.find_first_of("{}") != std::string_view::npos) return std::nullopt;
+  std::string filled;
+  filled.reserve(menu.size());
+  std::size_t from = 0;
+  std::size_t other_brace = 0;  // the last that begins no entry's tag
+  for (std::size_t at = menu.find('{'); at != std::string_view::npos; at = menu.find('{', at + 1)) {
+    const Entry* entry = entry_at(menu.substr(at));
+    if (entry == nullptr) {
+      other_brace = at;
+      continue;
+    }
+    const std::string_view between = menu.substr(other_brace, at - other_brace);
+    if (between.starts_with('{') && between.find('}') == std::string_view::npos) return {};
+    filled.append(menu, from, at - from);
+    if (current.is_at_entry(entry->url)) filled.append(mark);
+    from = at + entry->tag.size();
+  }
+  return std::move(filled.append(menu, from));
+}
 
-void add_category(Categories& categories, Recordset& row, const CurrentPage& current,
-                  const Value& back_str) {
-  const Value id = row.field(kId);
-  const std::string number = joined_text(id).string();
-  categories.add(number);
-  categories.fill("ItemId", id);
-  categories.fill("ItemName", row.field(kItemName));
-  const bool here = current.is_at(std::string("/shop/index.asp?id=").append(number));
-  categories.fill(std::string(kShopMark).append(number), here ? back_str : Value());
-  const Text link = joined_text(row.field(kLink));
-  if (!link.empty()) categories.link(number, link.view());
-  categories.settle();
+std::string fixed_entries(const Text& menu, const CurrentPage& current, const Value& back_str) {
+  const std::optional<std::string> mark = text_if_any(back_str);
+  auto filled = mark ? entries_in_one_walk(menu.view(), current, *mark) : std::nullopt;
+  if (filled) return std::move(*filled);
+  std::string text = menu.string();
+  for (const Entry& entry : kEntries) {
+    const bool here = current.is_at_entry(entry.url);
+    fill(text, entry.tag.substr(1, entry.tag.size() - 2), here ? back_str : Value());
+  }
+  return text;
+}
+
+std::string categories(std::string_view item, Recordset& rows, const CurrentPage& current,
+                       const Value& back_str) {
+  MenuCategories all(item);
+  const std::optional<std::string> mark = text_if_any(back_str);
+  for (; !rows.eof(); rows.move_next()) {
+    MenuCategory category;
+    category.id = text_if_any(rows, kId);
+    category.name = text_if_any(rows, kItemName);
+    category.link = text_if_any(rows, kLink).value_or(std::string());
+    const bool here = current.is_at_category(category.id.value_or(std::string()));
+    category.mark = here ? mark : std::string();
+    all.add(category);
+  }
+  return all.list();
 }
 
 }  // namespace
@@ -116,22 +150,22 @@ Value GetBarClass(const PageContext& page, const Value& barurl, const Value& inp
 }
 
 std::string Show_Menu(const PageContext& page, const Value& Back_Str, const Value& Agent_User) {
-  std::string menu = template_text(page, "Menu.html").string();
   const auto db = open_database(page);
   const CurrentPage current(page.request());
-  for (const Entry& entry : kEntries) {
-    fill(menu, entry.tag, current.is_at(entry.url) ? Back_Str : Value());
-  }
-  const std::string item(cut(menu, "<!--ShopItem-->", "<!--End ShopItem-->"));
-  Categories categories(item);
+  std::string menu;
+  std::string item;
+  std::string list;
   {
+    // Begun before the folder is looked for, so that the menu is of one state of the database.
     const platform::ReadScope one_view(*db);
+    menu = fixed_entries(template_text(page, "Menu.html"), current, Back_Str);
+    item = cut(menu, "<!--ShopItem-->", "<!--End ShopItem-->");
     const auto rows = db->execute(menu_categories_sql(joined_text(Agent_User).view()));
-    for (; !rows->eof(); rows->move_next()) add_category(categories, *rows, current, Back_Str);
+    list = categories(item, *rows, current, Back_Str);
     rows->close();
   }
   db->close();
-  replace_all(menu, item, categories.list());
+  replace_all(menu, item, list);
   return menu;
 }
 

@@ -40,13 +40,20 @@ std::unique_ptr<Recordset> regions(Connection& db, std::string_view type, std::s
   return db.execute(regions_and_province_sql(index));
 }
 
-void append_option(std::string& html, Recordset& region, const std::optional<Text>& selected) {
-  const std::optional<Text> code = try_text(region.field("PostCode"));
-  html.append("<option value=\"").append(code.value_or(Text()).view()).append("\"");
-  if (code && selected && *code == *selected) html.append(" selected");
-  html.append(">");
-  append_text(html, region.field("Name"));
-  html.append("</option>");
+void append_options(std::string& html, Recordset& regions, const std::optional<Text>& selected) {
+  if (regions.eof()) return;
+  const std::size_t code_field = regions.ordinal("PostCode");
+  const std::size_t name_field = regions.ordinal("Name");
+  std::string code;
+  for (; !regions.eof(); regions.move_next()) {
+    code.clear();
+    const bool has_code = regions.append_field_text(code_field, code);
+    html.append("<option value=\"").append(code).append("\"");
+    if (has_code && selected && code == selected->view()) html.append(" selected");
+    html.append(">");
+    regions.append_field_text(name_field, html);
+    html.append("</option>");
+  }
 }
 
 struct Form {
@@ -69,7 +76,7 @@ std::string GetCTSelect(const PageContext& page, const Value& NowValue, const Va
   {
     const platform::ReadScope one_view(*db);
     const auto rows = regions(*db, joined_text(GetType).view(), joined_text(sIndex).view());
-    for (; !rows->eof(); rows->move_next()) append_option(html, *rows, selected);
+    append_options(html, *rows, selected);
     rows->close();
   }
   db->close();

@@ -35,4 +35,11 @@ std::string menu_categories(const std::string& item, const std::vector<MenuCateg
   return replaced(items + item, item, "");
 }
 
+std::string menu_entries(std::string menu, const std::string& current, const std::string& mark) {
+  for (const char* name : {"Index", "Domain", "Host", "DataBase", "Mail"}) {
+    fill(menu, std::string("NowMunVal_").append(name), Value::text(name == current ? mark : ""));
+  }
+  return menu;
+}
+
 }  // namespace rk::plain

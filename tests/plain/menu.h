@@ -1,5 +1,5 @@
-// The menu's categories step by step: one accumulated text in which every fill and link replaces
-// everywhere. What Show_Menu must equal.
+// The menu step by step: one text in which every fill and link replaces everywhere. What Show_Menu
+// must equal.
 #ifndef RK_TESTS_PLAIN_MENU_H_
 #define RK_TESTS_PLAIN_MENU_H_
 
@@ -16,6 +16,9 @@ using MenuCategory = std::vector<Value>;
 // `mark` stands where the category `current` is marked.
 std::string menu_categories(const std::string& item, const std::vector<MenuCategory>& rows,
                             const std::string& current, const std::string& mark);
+
+// The menu with `mark` at the fixed entry of that name, such as "Index".
+std::string menu_entries(std::string menu, const std::string& current, const std::string& mark);
 
 }  // namespace rk::plain
 
