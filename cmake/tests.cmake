@@ -2,6 +2,7 @@
 # Every test leaves its counts in results/<name>.json, from which script/test makes its sum.
 
 find_package(GTest REQUIRED)
+find_package(rapidcheck REQUIRED)
 include(GoogleTest)
 
 set(RK_RESULTS ${CMAKE_BINARY_DIR}/results)
@@ -14,7 +15,7 @@ if(support)
   add_library(rk_test_support STATIC ${support})
   target_compile_options(rk_test_support PRIVATE ${RK_WARNINGS})
   target_include_directories(rk_test_support PUBLIC ${CMAKE_SOURCE_DIR})
-  target_link_libraries(rk_test_support PUBLIC rk_classes GTest::gtest)
+  target_link_libraries(rk_test_support PUBLIC rk_classes GTest::gtest rapidcheck)
 else()
   add_library(rk_test_support INTERFACE)
   target_include_directories(rk_test_support INTERFACE ${CMAKE_SOURCE_DIR})
@@ -35,7 +36,9 @@ foreach(room IN LISTS rooms)
     if(room IN_LIST RK_THREADED)
       list(APPEND labels threads)
     endif()
-    set_tests_properties(${id} PROPERTIES LABELS "${labels}")
+    # A property holds for so many generated cases; a hundred, run by hand, is for a quick look.
+    set_tests_properties(${id} PROPERTIES LABELS "${labels}"
+      ENVIRONMENT "RC_PARAMS=max_success=1000")
   endif()
 endforeach()
 

@@ -1,12 +1,13 @@
-// The lists of database and mail plans and of domain prices beside their plain versions, on
-// generated templates, rows and parameters.
+// The lists of database and mail plans and of domains beside their plain versions, on generated
+// templates, rows and parameters.
 #include <gtest/gtest.h>
+#include <rapidcheck.h>
 
 #include <array>
-#include <random>
 
 #include "catalogue/domain_lists.h"
 #include "catalogue/plan_lists.h"
+#include "tests/catalogue/generated.h"
 #include "tests/plain/plan_lists.h"
 #include "tests/support/fake_page.h"
 #include "value/conversions.h"
@@ -14,66 +15,44 @@
 namespace rk::catalogue {
 namespace {
 
-class Generator {
- public:
-  explicit Generator(unsigned seed) : random_(seed) {}
+using tests::joined_pieces;
+using tests::shown_value;
 
-  std::size_t below(std::size_t n) { return random_() % n; }
-  bool one_in(std::size_t n) { return below(n) == 0; }
-  std::string pieces(std::size_t most) {
-    static constexpr std::array<std::string_view, 19> kPieces{"{SqlList_SqlName}",
-                                                              "{MailList_MailName}",
-                                                              "{db_MaxSize}",
-                                                              "{lg_MaxSize}",
-                                                              "{Size}",
-                                                              "{SqlListId}",
-                                                              "{MailListId}",
-                                                              "{ConLineHeight}",
-                                                              "{Price}",
-                                                              "{Domain}",
-                                                              "{id}",
-                                                              "{Id}",
-                                                              "{UpdatePrice}",
-                                                              "{ListLineHeight}",
-                                                              "{Pri",
-                                                              "ce}",
-                                                              "{",
-                                                              "}",
-                                                              "<td>"};
-    std::string text;
-    for (std::size_t n = below(most + 1); n > 0; --n) text += kPieces[below(kPieces.size())];
-    return text;
-  }
-  Value shown() {
-    if (one_in(60)) return Value::null();
-    if (one_in(6)) return Value::text(pieces(3));
-    return one_in(2) ? Value::text("v") : Value::long_integer(static_cast<int>(below(99)));
-  }
-  // Rows of so many columns with numbers 1, 2, 3 ... in one of them.
-  tests::Rows rows(std::vector<std::string> columns, std::size_t id_column) {
-    tests::Rows made{std::move(columns), {}};
-    for (std::size_t id = 1, count = below(8); id <= count; ++id) {
-      std::vector<Value> row;
-      for (std::size_t i = 0; i < made.columns.size(); ++i) row.push_back(shown());
-      row[id_column] = Value::long_integer(static_cast<int>(id));
-      made.rows.push_back(std::move(row));
-    }
-    return made;
-  }
-  plain::Offers offers(const tests::Rows& rows) {
-    plain::Offers own;
-    for (std::size_t id = 1; id <= rows.rows.size(); ++id) {
-      if (one_in(2)) own[std::to_string(id)] = {shown(), shown()};
-    }
-    return own;
-  }
+const std::vector<std::string>& all_pieces() {
+  static const std::vector<std::string> pieces{"{SqlList_SqlName}",
+                                               "{MailList_MailName}",
+                                               "{db_MaxSize}",
+                                               "{lg_MaxSize}",
+                                               "{Size}",
+                                               "{SqlListId}",
+                                               "{MailListId}",
+                                               "{ConLineHeight}",
+                                               "{Price}",
+                                               "{Domain}",
+                                               "{id}",
+                                               "{Id}",
+                                               "{UpdatePrice}",
+                                               "{ListLineHeight}",
+                                               "{Pri",
+                                               "ce}",
+                                               "{",
+                                               "}",
+                                               "<td>"};
+  return pieces;
+}
 
- private:
-  std::mt19937 random_;
-};
+plain::Offers generated_offers(const tests::Rows& rows) {
+  plain::Offers own;
+  for (std::size_t id = 1; id <= rows.rows.size(); ++id) {
+    if (!*rc::gen::arbitrary<bool>()) continue;
+    own[std::to_string(id)] = {*shown_value(all_pieces()), *shown_value(all_pieces())};
+  }
+  return own;
+}
 
+template <class Sql>
 void answer_offers(tests::FakePage& page, const tests::Rows& rows, const plain::Offers& offers,
-                   const tests::Rows& columns, std::string (*sql)(const std::string& id)) {
+                   const tests::Rows& columns, Sql sql) {
   for (std::size_t id = 1; id <= rows.rows.size(); ++id) {
     tests::Rows found = columns;
     const auto own = offers.find(std::to_string(id));
@@ -82,92 +61,134 @@ void answer_offers(tests::FakePage& page, const tests::Rows& rows, const plain::
   }
 }
 
+// The text of a block's Style in the file; pages mostly ask for it.
+std::string style_name() {
+  return *rc::gen::element<std::string>("", "1", "Card");
+}
+Value asked_style(const std::string& in_file) {
+  return *rc::gen::weightedElement<Value>(
+      {{9, Value::text(in_file)}, {1, Value::text("1")}, {1, Value::null()}});
+}
+Value agent_user() {
+  return *rc::gen::element(Value::text("green"), Value::text(""), Value::null(), Value());
+}
+
 struct Kind {
   PlanList list;
   const char* name;
   const char* file;
   Text (*show)(const site::PageContext&, const PlanListParameters&);
   std::vector<std::string> columns;
-  std::string (*price_sql)(const std::string& id);
 };
 
 const std::array<Kind, 3>& kinds() {
-  static const std::array<Kind, 3> all{
-      Kind{PlanList::Sql,
-           "SqlList",
-           "DataBase-SqlList-LitInfo.html",
-           Show_SqlList,
-           {"Id", "DbName", "db_MaxSize", "lg_MaxSize", "Price"},
-           [](const std::string& id) { return plan_price_sql(PlanList::Sql, "green", id); }},
-      Kind{PlanList::MySql,
-           "MySqlList",
-           "DataBase-MySqlList-LitInfo.html",
-           Show_MySqlList,
-           {"Id", "DbName", "db_MaxSize", "Price"},
-           [](const std::string& id) { return plan_price_sql(PlanList::MySql, "green", id); }},
-      Kind{PlanList::Mail,
-           "MailList",
-           "Mail-MailList-LitInfo.html",
-           Show_MailList,
-           {"Id", "Size", "MailName", "Num", "Price"},
-           [](const std::string& id) { return plan_price_sql(PlanList::Mail, "green", id); }}};
+  static const std::array<Kind, 3> all{Kind{PlanList::Sql,
+                                            "SqlList",
+                                            "DataBase-SqlList-LitInfo.html",
+                                            Show_SqlList,
+                                            {"Id", "DbName", "db_MaxSize", "lg_MaxSize", "Price"}},
+                                       Kind{PlanList::MySql,
+                                            "MySqlList",
+                                            "DataBase-MySqlList-LitInfo.html",
+                                            Show_MySqlList,
+                                            {"Id", "DbName", "db_MaxSize", "Price"}},
+                                       Kind{PlanList::Mail,
+                                            "MailList",
+                                            "Mail-MailList-LitInfo.html",
+                                            Show_MailList,
+                                            {"Id", "Size", "MailName", "Num", "Price"}}};
   return all;
 }
 
+PlanListParameters generated_parameters(const std::string& style) {
+  return {.Style = asked_style(style),
+          .ListNum = *rc::gen::element(Value::text("0"), Value::long_integer(0), Value::text("5")),
+          .NewLineNum = *rc::gen::element(Value::long_integer(0), Value::long_integer(1),
+                                          Value::text("2"), Value::real(2.6), Value::text("-3")),
+          .LineCode = *rc::gen::weightedElement<Value>(
+              {{6, Value::text("<br>")}, {2, Value::text("{Price}")}, {1, Value::null()}}),
+          .OrderType = *rc::gen::element(Value::text("Id"), Value::text("Price")),
+          .ConLineHeight = *shown_value(all_pieces()),
+          .ListLineHeight = *shown_value(all_pieces()),
+          .Agent_User = agent_user()};
+}
+
 TEST(PlanListsPlain, EqualThePlainVersionOnGeneratedLists) {
-  std::size_t broken_rows = 0;
-  for (unsigned seed = 0; seed < 3000; ++seed) {
-    Generator generate(seed);
-    const Kind& kind = kinds()[generate.below(3)];
+  int broken_rows = 0;
+  EXPECT_TRUE(rc::check([&] {
+    const Kind& kind = kinds()[*rc::gen::inRange<std::size_t>(0, 3)];
     const std::string name = kind.name;
-    const std::string file = "<!--" + name + " Style-->" + generate.pieces(3) + "<!--" + name +
-                             " For Index-->" + generate.pieces(9) + "<!--End " + name +
-                             " For Index-->" + generate.pieces(3) + "<!--End " + name + " Style-->";
-    const tests::Rows rows = generate.rows(kind.columns, 0);
-    const plain::Offers offers = generate.offers(rows);
-    const PlanListParameters parameters{
-        .Style = Value(),
-        .ListNum = Value::text("0"),
-        .NewLineNum = Value::long_integer(static_cast<int>(generate.below(4))),
-        .LineCode = Value::text(generate.one_in(3) ? generate.pieces(2) : "<br>"),
-        .OrderType = Value::text("Id"),
-        .ConLineHeight = generate.shown(),
-        .ListLineHeight = generate.shown(),
-        .Agent_User = Value::text(generate.one_in(2) ? "green" : "")};
+    const std::string style = style_name();
+    const std::string file =
+        "<!--" + name + " Style" + style + "-->" + *joined_pieces(all_pieces(), 3) + "<!--" + name +
+        " For Index-->" + *joined_pieces(all_pieces(), 9) + "<!--End " + name + " For Index-->" +
+        *joined_pieces(all_pieces(), 3) + "<!--End " + name + " Style" + style + "-->";
+    const tests::Rows rows = tests::numbered_rows(kind.columns, 0, all_pieces());
+    const plain::Offers offers = generated_offers(rows);
+    const PlanListParameters parameters = generated_parameters(style);
+    const std::string class_id = *rc::gen::element<std::string>("", "7");
 
     tests::FakePage page;
     page.put_template(kind.file, file);
-    page.db.answer(plan_list_sql(kind.list, parameters, "").text(), rows);
-    answer_offers(page, rows, offers, {{"AgentSetName", "Price"}, {}}, kind.price_sql);
+    page.request.queries["serverid"] = class_id;
+    page.db.answer(plan_list_sql(kind.list, parameters, class_id).text(), rows);
+    answer_offers(page, rows, offers, {{"AgentSetName", "Price"}, {}},
+                  [&](const std::string& id) { return plan_price_sql(kind.list, "green", id); });
     const std::string html = kind.show(page.context, parameters).string();
-    ASSERT_EQ(html, plain::plan_list(kind.list, file, rows, offers, parameters)) << "seed " << seed;
+    RC_ASSERT(html == plain::plan_list(kind.list, file, rows, offers, parameters));
     broken_rows += html.find("<br>") != std::string::npos ? 1 : 0;
-  }
-  EXPECT_GT(broken_rows, 200u) << "the generated lists show too little";
+  }));
+  EXPECT_GT(broken_rows, 5) << "the generated lists show too little";
 }
 
 TEST(DomainPriceListPlain, EqualsThePlainVersionOnGeneratedLists) {
-  std::size_t with_rows = 0;
-  for (unsigned seed = 0; seed < 3000; ++seed) {
-    Generator generate(seed);
-    const std::string file = "<!--PriceList Style-->" + generate.pieces(2) + "<!--Loop-->" +
-                             generate.pieces(8) + "<!--End Loop--><!--End PriceList Style-->";
-    const tests::Rows rows = generate.rows({"Domain", "Money", "UpdateMoney", "Id"}, 3);
-    const plain::Offers offers = generate.offers(rows);
-    const bool for_agent = generate.one_in(2);
+  int with_rows = 0;
+  EXPECT_TRUE(rc::check([&] {
+    const std::string style = style_name();
+    const std::string file =
+        "<!--PriceList Style" + style + "-->" + *joined_pieces(all_pieces(), 2) + "<!--Loop-->" +
+        *joined_pieces(all_pieces(), 8) + "<!--End Loop--><!--End PriceList Style" + style + "-->";
+    const tests::Rows rows =
+        tests::numbered_rows({"Domain", "Money", "UpdateMoney", "Id"}, 3, all_pieces());
+    const plain::Offers offers = generated_offers(rows);
+    const Value asked = asked_style(style);
+    const Value agent = agent_user();
+    const bool for_agent = !joined_text(agent).empty();
+    const auto language = *rc::gen::element<std::string>("EN", "CN", "en", "");
 
     tests::FakePage page;
     page.put_template("Domain-PriceList.html", file);
-    page.db.answer(domain_price_list_sql("", for_agent), rows);
+    page.db.answer(domain_price_list_sql(language, for_agent), rows);
     answer_offers(page, rows, offers, {{"Price", "UpdatePrice", "Id"}, {}},
                   [](const std::string& id) { return own_domain_price_sql("green", id); });
     const std::string html =
-        Show_DomainPriceList(page.context, Value(), Value(), Value::text(for_agent ? "green" : ""))
-            .string();
-    ASSERT_EQ(html, plain::domain_price_list(file, rows, offers, for_agent)) << "seed " << seed;
+        Show_DomainPriceList(page.context, asked, Value::text(language), agent).string();
+    RC_ASSERT(html == plain::domain_price_list(file, asked, rows, offers, for_agent));
     with_rows += html.find("<td>") != std::string::npos ? 1 : 0;
-  }
-  EXPECT_GT(with_rows, 500u) << "the generated lists show too little";
+  }));
+  EXPECT_GT(with_rows, 5) << "the generated lists show too little";
+}
+
+TEST(DomainBoxesPlain, EqualThePlainVersionOnGeneratedSuffixes) {
+  EXPECT_TRUE(rc::check([] {
+    tests::Rows rows{{"Type", "DefaultCheck"}, {}};
+    for (int left = *rc::gen::inRange(0, 9); left > 0; --left) {
+      rows.rows.push_back(
+          {Value::text(*joined_pieces({".", "com", "cn", "公司", "{Id}"}, 4)),
+           *rc::gen::element(Value::boolean(true), Value::boolean(false), Value::null())});
+    }
+    const DomainBoxParameters parameters{
+        .TopNum = *rc::gen::element(Value::text("0"), Value::text("5"), Value::real(2.5), Value()),
+        .InputWidth = *shown_value({"8", "0"}),
+        .InputHeight = *shown_value({"2", "0"}),
+        .DomainType = *rc::gen::element(Value::text("EN"), Value::text("CH"), Value::null()),
+        .OrderType = Value::text("IdKey"),
+        .Agent_User = agent_user()};
+
+    tests::FakePage page;
+    page.db.answer(domain_boxes_sql(parameters), rows);
+    RC_ASSERT(Show_sDomainList(page.context, parameters) == plain::domain_boxes(rows, parameters));
+  }));
 }
 
 }  // namespace

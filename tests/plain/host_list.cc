@@ -10,18 +10,6 @@ namespace rk::plain {
 
 namespace {
 
-std::string joined(const Value& value) {
-  return joined_text(value).string();
-}
-
-void fill(std::string& text, const std::string& tag, const Value& content) {
-  if (content.is_null()) {
-    text.clear();
-  } else {
-    text = replaced(text, std::string("{").append(tag).append("}"), joined(content));
-  }
-}
-
 struct Pages {
   int count, page, next, previous, first_row;
 };
@@ -52,7 +40,7 @@ Pages turn(const HostListCase& given, int page_size) {
 
 std::string host_list(const HostListCase& given) {
   const catalogue::HostListParameters& p = given.parameters;
-  const std::string style = joined(p.Style);
+  const std::string style = plain_text(p.Style);
   std::string block = cut(given.file, "<!--HostList Style" + style + "-->",
                           "<!--End HostList Style" + style + "-->");
   const std::string item = cut(block, "<!--HostList For Index-->", "<!--End HostList For Index-->");
@@ -72,41 +60,41 @@ std::string host_list(const HostListCase& given) {
     ++rendered;
     ++column;
     if (column == to_integer(p.NewLineNum) && rendered < records) {
-      list += joined(p.LineCode);
+      list += plain_text(p.LineCode);
       column = 0;
     }
     Value name = plan[2];
     Value price = plan[6];
     Value month_price = plan[7];
-    const auto offer = given.offers.find(joined(plan[0]));
-    if (!joined(p.Agent_User).empty() && offer != given.offers.end()) {
+    const auto offer = given.offers.find(plain_text(plan[0]));
+    if (!plain_text(p.Agent_User).empty() && offer != given.offers.end()) {
       name = offer->second[0];
       price = offer->second[1];
       month_price = offer->second[2];
     }
-    fill(list, "HostList_HostName", name);
+    fill_tag(list, "HostList_HostName", name);
     if (differs_from(plan[10], 0)) my_sql = "/MySql";
     if (differs_from(plan[9], 0)) sql = "/Sql";
-    fill(list, "DataBase", Value::text(std::string("Access").append(sql).append(my_sql)));
-    fill(list, "HostList_HostSpace", plan[1]);
-    fill(list, "MaxConnections",
-         equals(to_number(plan[4]), 9999) ? Value::text("无限制") : plan[4]);
-    fill(list, "Scriptmaps", plan[3]);
-    fill(list, "HostListId", plan[0]);
-    fill(list, "ConLineHeight", p.ConLineHeight);
-    fill(list, "Price", price);
-    fill(list, "MonPrice", above(month_price, 0) ? month_price : Value::text("-"));
+    fill_tag(list, "DataBase", Value::text(std::string("Access").append(sql).append(my_sql)));
+    fill_tag(list, "HostList_HostSpace", plan[1]);
+    fill_tag(list, "MaxConnections",
+             equals(to_number(plan[4]), 9999) ? Value::text("无限制") : plan[4]);
+    fill_tag(list, "Scriptmaps", plan[3]);
+    fill_tag(list, "HostListId", plan[0]);
+    fill_tag(list, "ConLineHeight", p.ConLineHeight);
+    fill_tag(list, "Price", price);
+    fill_tag(list, "MonPrice", above(month_price, 0) ? month_price : Value::text("-"));
     list += item;
   }
   list = replaced(list, item, "");
 
-  fill(block, "ListLineHeight", p.ListLineHeight);
-  fill(block, "PageCount", Value::long_integer(at.count));
-  fill(block, "Page", Value::long_integer(at.page));
-  fill(block, "Page+1", Value::long_integer(at.next));
-  fill(block, "Page-1", Value::long_integer(at.previous));
-  fill(block, "PageCount", Value::long_integer(at.count));
-  fill(block, "ServerId", Value::text(""));
+  fill_tag(block, "ListLineHeight", p.ListLineHeight);
+  fill_tag(block, "PageCount", Value::long_integer(at.count));
+  fill_tag(block, "Page", Value::long_integer(at.page));
+  fill_tag(block, "Page+1", Value::long_integer(at.next));
+  fill_tag(block, "Page-1", Value::long_integer(at.previous));
+  fill_tag(block, "PageCount", Value::long_integer(at.count));
+  fill_tag(block, "ServerId", Value::text(""));
   return replaced(block, item, list);
 }
 

@@ -5,28 +5,16 @@
 
 namespace rk::plain {
 
-namespace {
-
-void fill(std::string& items, const std::string& tag, const Value& content) {
-  if (content.is_null()) {
-    items.clear();
-  } else {
-    items = replaced(items, std::string("{").append(tag).append("}"), joined_text(content).view());
-  }
-}
-
-}  // namespace
-
 std::string menu_categories(const std::string& item, const std::vector<MenuCategory>& rows,
                             const std::string& current, const std::string& mark) {
   std::string items;
   for (const MenuCategory& row : rows) {
     items += item;
     const std::string id = joined_text(row[0]).string();
-    fill(items, "ItemId", row[0]);
-    fill(items, "ItemName", row[1]);
-    fill(items, std::string("NowMunVal_Shop_").append(id),
-         id == current ? Value::text(mark) : Value());
+    fill_tag(items, "ItemId", row[0]);
+    fill_tag(items, "ItemName", row[1]);
+    fill_tag(items, std::string("NowMunVal_Shop_").append(id),
+             id == current ? Value::text(mark) : Value());
     const std::string link = joined_text(row[2]).string();
     if (!link.empty()) {
       items = replaced(items, std::string("/shop?Id=").append(id), link + "\" target=\"_blank");

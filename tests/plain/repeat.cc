@@ -49,13 +49,16 @@ void Repeat::append(const Value& text) {
   accumulated_ += joined_text(text).view();
 }
 
-void Repeat::fill(std::string_view tag, const Value& content) {
+std::string plain_text(const Value& value) {
+  return joined_text(value).string();
+}
+
+void fill_tag(std::string& text, std::string_view tag, const Value& content) {
   if (content.is_null()) {
-    accumulated_.clear();
+    text.clear();
     return;
   }
-  accumulated_ = replaced(accumulated_, std::string(1, '{').append(tag).append(1, '}'),
-                          joined_text(content).view());
+  text = replaced(text, std::string(1, '{').append(tag).append(1, '}'), plain_text(content));
 }
 
 }  // namespace rk::plain
