@@ -217,10 +217,31 @@ float to_single(const Value& value) {
 
 std::int64_t to_currency(const Value& value) {
   if (value.kind() == Value::Kind::Currency) return value.as_currency();
-  const double scaled = round_half_even(to_double(value) * static_cast<double>(kCurrencyScale));
+  if (value.is_object()) return to_currency(plain_value(value));
+  if (value.is_text()) {
+    // By way of a Double the last digits of a large amount would be lost.
+    const std::optional<std::int64_t> scaled = parse_currency(value.as_view());
+    if (!scaled) raise(errors::kTypeMismatch);
+    return *scaled;
+  }
+  const std::optional<std::int64_t> scaled = currency_of(to_double(value));
+  if (!scaled) raise(errors::kOverflow);
+  return *scaled;
+}
+
+std::optional<std::int64_t> currency_of(double number) {
+  // As a Double the product of 0.00005 is the half that was written; past 2^53 it would not be
+  // whole to the last digit, which a long double is as far as a Currency goes.
+  constexpr double kWholeDouble = 9007199254740992.0;
+  const double product = number * static_cast<double>(kCurrencyScale);
+  if (std::abs(product) < kWholeDouble) {
+    return static_cast<std::int64_t>(round_half_even(product));
+  }
+  const long double scaled =
+      std::nearbyint(static_cast<long double>(number) * static_cast<long double>(kCurrencyScale));
   // 2^63 itself is no longer a Currency.
-  constexpr double kLimit = 9223372036854775808.0;
-  if (!(scaled >= -kLimit && scaled < kLimit)) raise(errors::kOverflow);
+  constexpr long double kLimit = 9223372036854775808.0L;
+  if (!(scaled >= -kLimit && scaled < kLimit)) return std::nullopt;
   return static_cast<std::int64_t>(scaled);
 }
 
@@ -263,7 +284,7 @@ bool is_numeric(const Value& value) {
     case Value::Kind::Array:
       return false;
     case Value::Kind::String:
-      return parse_number(value.as_view()).has_value();
+      return is_number(value.as_view());
     case Value::Kind::Object:
       return value.as_object() != nullptr && is_numeric(plain_value(value));
     default:

@@ -29,6 +29,8 @@ std::int32_t to_long(const Value& value);
 float to_single(const Value& value);
 double to_double(const Value& value);
 std::int64_t to_currency(const Value& value);  // in ten-thousandths
+// The same of a number; nothing where it is too large or none.
+std::optional<std::int64_t> currency_of(double number);
 double to_date(const Value& value);  // in days; a text is read as a date, then as a number
 
 // The value of `value - 0`: a number of the kind that the language gives it; Null stays Null.
@@ -50,6 +52,10 @@ std::string date_text(double days);
 // Reads all of a text as a number: blanks around it, a sign before or behind, brackets for minus,
 // "," between digits, a decimal point, an exponent, &H and &O. Nothing where it is none.
 std::optional<double> parse_number(std::string_view text);
+// Whether it reads so; a number past the largest Double is none, and nothing is raised.
+bool is_number(std::string_view text);
+// The same as ten-thousandths, exact to the last digit; halves go to the even neighbour.
+std::optional<std::int64_t> parse_currency(std::string_view text);
 
 }  // namespace rk
 

@@ -1,4 +1,5 @@
 // Reading a number out of a text, by the forms that pages' visitors and databases write.
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -11,6 +12,10 @@
 namespace rk {
 
 namespace {
+
+constexpr int kCurrencyDecimals = 4;
+// An exponent past this leaves nothing of any digits that a text can hold, or overflows.
+constexpr std::int64_t kFarExponent = std::int64_t{1} << 40;
 
 bool is_blank(char c) {
   return c == ' ' || (c >= '\t' && c <= '\r');
@@ -93,27 +98,107 @@ std::optional<std::string> plain_decimal(std::string_view text) {
   return plain;
 }
 
+struct Decimal {
+  bool negative = false;
+  std::string plain;  // of plain_decimal()
+};
+
+std::optional<Decimal> signed_decimal(std::string_view text) {
+  Decimal decimal;
+  if (!take_sign(text, decimal.negative) || text.empty()) return std::nullopt;
+  std::optional<std::string> plain = plain_decimal(text);
+  if (!plain) return std::nullopt;
+  decimal.plain = *std::move(plain);
+  return decimal;
+}
+
+// Whether what was cut off behind `kept` rounds up: halves go to the even neighbour.
+bool rounds_up(std::string_view cut, std::uint64_t kept) {
+  if (cut.empty() || cut.front() != '5') return !cut.empty() && cut.front() > '5';
+  return cut.find_first_not_of('0', 1) != std::string_view::npos || kept % 2 == 1;
+}
+
+// The size of a Currency in ten-thousandths, exact; an overflow past 2^63.
+std::uint64_t scaled_size(const std::string& plain) {
+  const std::size_t e = std::min(plain.find('e'), plain.size());
+  std::string digits = plain.substr(0, e);
+  const std::size_t point = std::min(digits.find('.'), digits.size());
+  if (point < digits.size()) digits.erase(point, 1);
+  std::int64_t exponent = 0;
+  if (e < plain.size()) {
+    const auto end = std::from_chars(plain.data() + e + 1, plain.data() + plain.size(), exponent);
+    if (end.ec != std::errc()) exponent = plain[e + 1] == '-' ? -kFarExponent : kFarExponent;
+    exponent = std::clamp(exponent, -kFarExponent, kFarExponent);
+  }
+  const std::int64_t places = static_cast<std::int64_t>(point) + exponent + kCurrencyDecimals;
+  if (places < 0) return 0;
+  constexpr std::uint64_t kLimit = std::uint64_t{1} << 63;
+  std::uint64_t size = 0;
+  for (std::int64_t at = 0; at < places; ++at) {
+    const auto i = static_cast<std::size_t>(at);
+    if (i >= digits.size() && size == 0) return 0;
+    const auto digit = static_cast<std::uint64_t>(i < digits.size() ? digits[i] - '0' : 0);
+    if (size > (kLimit - digit) / 10) raise(errors::kOverflow);
+    size = size * 10 + digit;
+  }
+  const std::size_t kept = std::min(static_cast<std::size_t>(places), digits.size());
+  if (rounds_up(std::string_view(digits).substr(kept), size)) ++size;
+  return size;
+}
+
+// Nothing where it is no number, which one past the largest Double is neither.
+struct Reading {
+  std::optional<double> number = {};
+  bool overflows = false;
+};
+
+Reading read(std::string_view text) {
+  text = without_blanks(text);
+  if (text.empty()) return {};
+  if (text.front() == '&') return {radix_number(text)};
+  const std::optional<Decimal> decimal = signed_decimal(text);
+  if (!decimal) return {};
+  const std::string& plain = decimal->plain;
+  double number = 0;
+  const auto end = std::from_chars(plain.data(), plain.data() + plain.size(), number);
+  if (end.ec == std::errc::result_out_of_range) {
+    // Too small reads as zero.
+    const bool tiny = plain.find("e-") != std::string::npos || plain.starts_with("0.");
+    if (!tiny) return {std::nullopt, true};
+    number = 0;
+  } else if (end.ec != std::errc()) {
+    return {};
+  }
+  return {decimal->negative ? -number : number};
+}
+
 }  // namespace
 
 std::optional<double> parse_number(std::string_view text) {
+  const Reading reading = read(text);
+  if (reading.overflows) raise(errors::kOverflow);
+  return reading.number;
+}
+
+bool is_number(std::string_view text) {
+  return read(text).number.has_value();
+}
+
+std::optional<std::int64_t> parse_currency(std::string_view text) {
   text = without_blanks(text);
   if (text.empty()) return std::nullopt;
-  if (text.front() == '&') return radix_number(text);
-  bool negative = false;
-  if (!take_sign(text, negative) || text.empty()) return std::nullopt;
-  const std::optional<std::string> plain = plain_decimal(text);
-  if (!plain) return std::nullopt;
-  double number = 0;
-  const auto end = std::from_chars(plain->data(), plain->data() + plain->size(), number);
-  if (end.ec == std::errc::result_out_of_range) {
-    // Too small reads as zero, too large is no number of this kind.
-    const bool tiny = plain->find("e-") != std::string::npos || plain->starts_with("0.");
-    if (!tiny) raise(errors::kOverflow);
-    number = 0;
-  } else if (end.ec != std::errc()) {
-    return std::nullopt;
+  if (text.front() == '&') {
+    const std::optional<double> number = radix_number(text);
+    if (!number) return std::nullopt;
+    return static_cast<std::int64_t>(*number) * kCurrencyScale;
   }
-  return negative ? -number : number;
+  const std::optional<Decimal> decimal = signed_decimal(text);
+  if (!decimal) return std::nullopt;
+  const std::uint64_t size = scaled_size(decimal->plain);
+  if (size >> 63 != 0 && (!decimal->negative || size > std::uint64_t{1} << 63)) {
+    raise(errors::kOverflow);
+  }
+  return static_cast<std::int64_t>(decimal->negative ? 0 - size : size);
 }
 
 }  // namespace rk

@@ -32,12 +32,17 @@ Value whole_value(std::int64_t number) {
                            : Value::real(static_cast<double>(number));
 }
 
-std::optional<Value> currency_value(double number) {
-  const double scaled = number * static_cast<double>(kCurrencyScale);
-  // Beyond, the 64 bits of a Currency do not hold it.
-  constexpr double kLimit = 9.2e18;
-  if (!(std::fabs(scaled) < kLimit)) return std::nullopt;
-  return Value::currency(std::llrint(scaled));
+// Nothing beyond what a Currency holds.
+std::optional<Value> currency_value(const Cell& cell) {
+  constexpr std::int64_t kMostWhole = std::numeric_limits<std::int64_t>::max() / kCurrencyScale;
+  std::optional<std::int64_t> scaled;
+  if (cell.kind == Cell::Kind::Real) {
+    scaled = currency_of(cell.real);
+  } else if (cell.kind == Cell::Kind::Integer && cell.integer >= -kMostWhole &&
+             cell.integer <= kMostWhole) {
+    scaled = cell.integer * kCurrencyScale;
+  }
+  return scaled ? std::optional(Value::currency(*scaled)) : std::nullopt;
 }
 
 bool in_calendar(double days) {
@@ -87,7 +92,7 @@ std::optional<Value> declared_value(const RowBuffer& rows, const Cell& cell, Typ
     case Type::Double:
       return number ? std::optional(Value::real(*number)) : std::nullopt;
     case Type::Currency:
-      return number ? currency_value(*number) : std::nullopt;
+      return currency_value(cell);
     case Type::Boolean:
       return number ? std::optional(Value::boolean(*number != 0)) : std::nullopt;
     case Type::Date: {
@@ -167,8 +172,8 @@ bool append_plainly(std::string& out, const RowBuffer& rows, const Cell& cell, T
 }
 
 [[noreturn]] void mismatch() {
-  throw ScriptError(static_cast<std::int32_t>(jetsql::kTypeMismatch),
-                    "Type mismatch: the column cannot take such a value");
+  raise_database_error(static_cast<std::int32_t>(jetsql::kTypeMismatch),
+                       "Type mismatch: the column cannot take such a value");
 }
 
 Literal number_literal(double number) {
@@ -225,7 +230,11 @@ Literal literal_of(const Value& value, bool& bytes) {
       // The decimal number that the page sees, not the nearest one of twice the width.
       return number_literal(parse_number(single_text(value.as_single())).value_or(0));
     case Value::Kind::Double:
+      return number_literal(value.as_double());
     case Value::Kind::Currency:
+      if (value.as_currency() % kCurrencyScale == 0) {
+        return integer_literal(value.as_currency() / kCurrencyScale);
+      }
       return number_literal(to_double(value));
     case Value::Kind::Date: {
       Literal literal = number_literal(value.as_date());

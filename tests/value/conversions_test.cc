@@ -46,6 +46,41 @@ TEST(NumberText, OfASingleHasSevenDigits) {
   EXPECT_EQ(single_text(1.0f / 3), "0.3333333");
 }
 
+TEST(Currency, OfATextIsExactToItsLastDigit) {
+  EXPECT_EQ(to_currency(Value::text("90071992547409.1234")), 900719925474091234);
+  EXPECT_EQ(to_currency(Value::text("922337203685477.5807")), INT64_MAX);
+  EXPECT_EQ(to_currency(Value::text("-922337203685477.5808")), INT64_MIN);
+  EXPECT_EQ(to_currency(Value::text("1,234.5")), 12345000);
+  EXPECT_EQ(to_currency(Value::text("(.5)")), -5000);
+  EXPECT_EQ(to_currency(Value::text("12.5e-1")), 12500);
+  EXPECT_EQ(to_currency(Value::text("00012e2")), 12000000);
+  EXPECT_EQ(to_currency(Value::text("&H10")), 160000);
+}
+
+TEST(Currency, OfALargeNumberIsExact) {
+  EXPECT_EQ(to_currency(Value::real(922337203685477)), 9223372036854770000);
+  EXPECT_EQ(to_currency(Value::real(800000000000000.25)), 8000000000000002500);
+  EXPECT_EQ(to_currency(Value::real(-0.00005)), 0);
+  EXPECT_EQ(error_of([] { to_currency(Value::real(922337203685478)); }), 6);
+}
+
+TEST(Currency, OfATextRoundsHalvesToTheEvenNeighbour) {
+  EXPECT_EQ(to_currency(Value::text("0.00005")), 0);
+  EXPECT_EQ(to_currency(Value::text("0.00015")), 2);
+  EXPECT_EQ(to_currency(Value::text("0.000050001")), 1);
+  EXPECT_EQ(to_currency(Value::text("0.00004999")), 0);
+  EXPECT_EQ(to_currency(Value::text("9e-99999999999999999999")), 0);
+}
+
+TEST(Currency, OfATextThatIsTooLargeOverflows) {
+  for (const char* text : {"922337203685477.5808", "-922337203685477.5809", "1e15", "1e300",
+                           "1e99999999999999999999", "922337203685477.58075"}) {
+    EXPECT_EQ(error_of([&] { to_currency(Value::text(text)); }), 6) << text;
+  }
+  EXPECT_EQ(to_currency(Value::text("0e99999999999999999999")), 0);
+  EXPECT_EQ(error_of([] { to_currency(Value::text("ten")); }), 13);
+}
+
 TEST(NumberText, OfCurrencyHasFourDecimalsAtMost) {
   EXPECT_EQ(currency_text(1234500), "123.45");
   EXPECT_EQ(currency_text(10000), "1");
@@ -73,6 +108,13 @@ TEST(ToText, RaisesOnNullAndJoinedTextDoesNot) {
 TEST(ToText, RaisesTypeMismatchForArraysAndObjectNotSetForNothing) {
   EXPECT_EQ(error_of([] { to_text(Value::array(Array::of({}))); }), 13);
   EXPECT_EQ(error_of([] { to_text(Value::nothing()); }), 91);
+}
+
+TEST(IsNumber, RaisesNothingForOneThatIsTooLarge) {
+  EXPECT_FALSE(is_number("1e400"));
+  EXPECT_FALSE(is_numeric(Value::text("-1e400")));
+  EXPECT_TRUE(is_number("1e-400"));
+  EXPECT_EQ(error_of([] { parse_number("1e400"); }), 6);
 }
 
 TEST(ParseNumber, ReadsTheFormsThatPagesWrite) {

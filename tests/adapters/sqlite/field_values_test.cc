@@ -70,6 +70,9 @@ TEST_F(FieldValues, CurrencyHasFourDecimals) {
   EXPECT_EQ(value("3", Type::Currency).kind(), Value::Kind::Currency);
   EXPECT_EQ(text("0.00005", Type::Currency), "0");  // to the even neighbour
   EXPECT_EQ(value("1e15", Type::Currency).kind(), Value::Kind::Double);
+  EXPECT_EQ(text("922337203685477", Type::Currency), "922337203685477");
+  EXPECT_EQ(value("922337203685477.0", Type::Currency).as_currency(), 9223372036854770000);
+  EXPECT_EQ(value("922337203685478", Type::Currency).kind(), Value::Kind::Double);
 }
 
 TEST_F(FieldValues, AFlagIsABoolean) {
