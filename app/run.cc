@@ -22,14 +22,31 @@ using Clock = std::chrono::steady_clock;
 constexpr int kFirstFailureStatus = 400;
 
 // TIME ROWS FILE:LINE TEXT, on one line whatever the text holds.
-void write_trace(const platform::TracedStatement& statement) {
+std::string trace_line(const platform::TracedStatement& statement) {
   std::string line = std::to_string(statement.microseconds) + " " + std::to_string(statement.rows) +
                      " " + (statement.place.empty() ? "-" : std::string(statement.place)) + " " +
                      std::string(statement.sql);
   std::replace_if(
       line.begin(), line.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
-  std::fprintf(stderr, "%s\n", line.c_str());
+  return line;
 }
+
+// The lines of one run of a page, in the order in which the page sent the texts. The page's thread.
+class TraceLines {
+ public:
+  void note(const platform::TracedStatement& statement) {
+    lines_.emplace_back(statement.sent, trace_line(statement));
+  }
+  void write() {
+    std::stable_sort(lines_.begin(), lines_.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (const auto& [sent, line] : lines_) std::fprintf(stderr, "%s\n", line.c_str());
+    lines_.clear();
+  }
+
+ private:
+  std::vector<std::pair<Clock::time_point, std::string>> lines_;
+};
 
 std::pair<std::string, std::string> header_of(const std::string& text) {
   const std::size_t colon = text.find(':');
@@ -102,7 +119,8 @@ void write_figures(std::vector<std::int64_t> times) {
 }
 
 // The page's answer; the last of several runs.
-pagehost::PageAnswer run_page(Site& site, pagehost::PageRequest request, int times) {
+pagehost::PageAnswer run_page(Site& site, pagehost::PageRequest request, int times,
+                              TraceLines& trace) {
   http::RouteRules rules{site.folder(), site.hidden_folders(), pagehost::PageHost::is_page};
   const http::Route way = http::route(request.path, rules, site.files());
   const bool page = way.kind == http::Route::Kind::Page;
@@ -115,6 +133,7 @@ pagehost::PageAnswer run_page(Site& site, pagehost::PageRequest request, int tim
     answer = page ? site.pages().run(request)
                   : site.pages().answer_not_found(request, pagehost::SessionTurn());
     const auto spent = Clock::now() - begin;
+    trace.write();
     microseconds.push_back(std::chrono::duration_cast<std::chrono::microseconds>(spent).count());
   }
   if (times > 0) write_figures(std::move(microseconds));
@@ -128,7 +147,10 @@ int run(const RunOptions& options) {
   site_options.folder = site_folder(options.site);
   site_options.settings = load_settings(site_options.folder);
   site_options.version = options.version;
-  if (options.trace) site_options.trace = write_trace;
+  TraceLines trace;
+  if (options.trace) {
+    site_options.trace = [&](const platform::TracedStatement& told) { trace.note(told); };
+  }
   ConsoleLog log(ConsoleLog::Style::Plain);
   Site site(std::move(site_options), log);
   pagehost::PageRequest request = request_of(options, site.code_pages());
@@ -136,8 +158,10 @@ int run(const RunOptions& options) {
   pagehost::PageAnswer answer;
   http::run_on_page_thread(vbscript::kPageThreadStackBytes, [&] {
     site.pages().start();
-    answer = run_page(site, std::move(request), options.repeat);
+    trace.write();
+    answer = run_page(site, std::move(request), options.repeat, trace);
     site.pages().stop();
+    trace.write();
   });
   print(whole_answer(answer, options.include_headers));
   if (answer.status < kFirstFailureStatus) return kDone;

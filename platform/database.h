@@ -6,6 +6,7 @@
 #ifndef RK_PLATFORM_DATABASE_H_
 #define RK_PLATFORM_DATABASE_H_
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -153,9 +154,11 @@ class Database {
   virtual std::unique_ptr<Connection> connection() = 0;
 };
 
-// What a page sent to the database, for `--trace` and the log.
+// What a page sent to the database, for `--trace` and the log. It is told at the statement's end:
+// a record set that stays open is told after texts that were sent later.
 struct TracedStatement {
   std::string_view sql;
+  std::chrono::steady_clock::time_point sent = {};
   std::int64_t microseconds = 0;
   std::int64_t rows = 0;
   std::string_view place = {};  // where the page stood as it sent the text, FILE:LINE; or empty

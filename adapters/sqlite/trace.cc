@@ -8,7 +8,7 @@ namespace rk::sqlite {
 
 void end_trace(const Session& session, const TraceEntry& entry) noexcept {
   const auto spent = std::chrono::duration_cast<std::chrono::microseconds>(entry.spent);
-  session.hooks().trace({entry.sql, spent.count(), entry.rows, entry.place});
+  session.hooks().trace({entry.sql, entry.sent, spent.count(), entry.rows, entry.place});
 }
 
 TraceScope::TraceScope(const Session& session, std::string_view sql) : session_(session) {
@@ -18,6 +18,7 @@ TraceScope::TraceScope(const Session& session, std::string_view sql) : session_(
   entry_->sql = sql;
   if (hooks.place) entry_->place = hooks.place();
   begin_ = std::chrono::steady_clock::now();
+  entry_->sent = begin_;
 }
 
 TraceScope::~TraceScope() {

@@ -16,6 +16,7 @@ class Session;
 struct TraceEntry {
   std::string sql;
   std::string place;
+  std::chrono::steady_clock::time_point sent;
   std::chrono::steady_clock::duration spent{};
   std::int64_t rows = 0;
 };
