@@ -8,12 +8,14 @@
 #include <exception>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace rk {
 
 struct KnownError {
   std::int32_t number;
   std::string_view text;
+  std::string_view source = {};  // Err.Source; the page language's own name where empty
 };
 
 namespace errors {
@@ -59,6 +61,9 @@ inline constexpr KnownError kClassNotDefined{506, "Class not defined"};
 inline constexpr KnownError kElementNotFound{32811, "Element not found"};
 inline constexpr KnownError kInvalidClassString{-2147221005, "Invalid class string"};
 
+// Err.Source of what a database or a record set refuses.
+inline constexpr std::string_view kDatabaseSource = "Database error";
+
 // Numbers under which database errors reach a page; the text is the engine's where it gave one.
 inline constexpr std::int32_t kSqlSyntax = -2147217900;         // 80040E14
 inline constexpr std::int32_t kSqlMissingTable = -2147217865;   // 80040E37
@@ -69,21 +74,27 @@ inline constexpr std::int32_t kSqlTimeout = -2147217871;        // 80040E31
 inline constexpr KnownError kInvalidArgument{
     3001,
     "Arguments are of the wrong type, are out of acceptable range, or are in conflict with one "
-    "another."};
+    "another.",
+    kDatabaseSource};
 inline constexpr KnownError kNoCurrentRecord{
     3021,
     "Either BOF or EOF is True, or the current record has been deleted. Requested operation "
-    "requires a current record."};
-inline constexpr KnownError kNotAllowedInContext{3219, "Operation is not allowed in this context."};
+    "requires a current record.",
+    kDatabaseSource};
+inline constexpr KnownError kNotAllowedInContext{3219, "Operation is not allowed in this context.",
+                                                 kDatabaseSource};
 inline constexpr KnownError kFeatureNotAvailable{
     3251,
     "Current Recordset does not support updating or moving that way. This may be a "
-    "limitation of its cursor or lock type."};
+    "limitation of its cursor or lock type.",
+    kDatabaseSource};
 inline constexpr KnownError kItemNotFound{
-    3265, "Item cannot be found in the collection corresponding to the requested name or ordinal."};
-inline constexpr KnownError kObjectClosed{3704,
-                                          "Operation is not allowed when the object is closed."};
-inline constexpr KnownError kObjectOpen{3705, "Operation is not allowed when the object is open."};
+    3265, "Item cannot be found in the collection corresponding to the requested name or ordinal.",
+    kDatabaseSource};
+inline constexpr KnownError kObjectClosed{
+    3704, "Operation is not allowed when the object is closed.", kDatabaseSource};
+inline constexpr KnownError kObjectOpen{3705, "Operation is not allowed when the object is open.",
+                                        kDatabaseSource};
 
 }  // namespace errors
 
@@ -91,8 +102,8 @@ class ScriptError : public std::exception {
  public:
   ScriptError(std::int32_t number, std::string description, std::string source = {})
       : number_(number), description_(std::move(description)), source_(std::move(source)) {}
-  explicit ScriptError(const KnownError& known, std::string source = {})
-      : ScriptError(known.number, std::string(known.text), std::move(source)) {}
+  explicit ScriptError(const KnownError& known)
+      : ScriptError(known.number, std::string(known.text), std::string(known.source)) {}
 
   std::int32_t number() const noexcept { return number_; }
   // UTF-8.
@@ -109,6 +120,10 @@ class ScriptError : public std::exception {
 
 [[noreturn]] inline void raise(const KnownError& known) {
   throw ScriptError(known);
+}
+// A number of the second list with the engine's words.
+[[noreturn]] inline void raise_database_error(std::int32_t number, std::string words) {
+  throw ScriptError(number, std::move(words), std::string(errors::kDatabaseSource));
 }
 
 }  // namespace rk

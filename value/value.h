@@ -174,6 +174,11 @@ class Value {
   void append(std::string_view utf8);
   void append(const Text& more);
 
+  // The very same: of one kind and with the same number, or sharing one text, array or object.
+  bool is_same(const Value& other) const noexcept {
+    return kind_ == other.kind_ && payload_.bits == other.payload_.bits;
+  }
+
   // Before another thread can see this value; recursive through arrays.
   void share() const noexcept;
 

@@ -5,7 +5,7 @@
 
 namespace rk::vbscript {
 
-Interpreter::Interpreter(std::shared_ptr<const Program> program, Host& host)
+Interpreter::Interpreter(const std::shared_ptr<const Program>& program, Host& host)
     : machine_(std::make_unique<Machine>(program->unit(), host)) {}
 
 Interpreter::~Interpreter() = default;

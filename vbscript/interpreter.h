@@ -21,7 +21,7 @@ class Machine;
 class Interpreter {
  public:
   // The host must outlive the interpreter.
-  Interpreter(std::shared_ptr<const Program> program, Host& host);
+  Interpreter(const std::shared_ptr<const Program>& program, Host& host);
   // Calls finish() where the caller did not, and drops what that throws.
   ~Interpreter();
   Interpreter(const Interpreter&) = delete;

@@ -1,5 +1,4 @@
 #include <array>
-#include <cstring>
 
 #include "value/array.h"
 #include "value/conversions.h"
@@ -41,10 +40,6 @@ void store_element(Array& array, std::size_t at, const Value& value) {
   } else {
     array.elements()[at] = value;
   }
-}
-
-bool is_same(const Value& a, const Value& b) {
-  return std::memcmp(&a, &b, sizeof(Value)) == 0;
 }
 
 }  // namespace
@@ -99,7 +94,7 @@ void Machine::write_back(Frame& frame, const Instruction& i) {
   const Value& before = at(frame, i.b);
   const Value& after = at(frame, i.c);
   Value& array = at(frame, i.a);
-  if (is_same(before, after) || !array.is_array()) return;
+  if (before.is_same(after) || !array.is_array()) return;
   const std::uint32_t* const list = &frame.code->lists[(&i + 1)->c];
   const auto index_at = [&](std::size_t k) -> const Value& { return at(frame, list[k + 1]); };
   const std::size_t place = place_in(array.as_array(), list[0], index_at);

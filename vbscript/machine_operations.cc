@@ -1,5 +1,6 @@
 #include <array>
 #include <cmath>
+#include <compare>
 
 #include "value/arithmetic.h"
 #include "value/array.h"
@@ -22,17 +23,17 @@ bool is_number(const Value& value) {
 bool holds(std::uint16_t n, std::partial_ordering order) {
   switch (static_cast<Relation>(n & kRelationMask)) {
     case Relation::Equal:
-      return order == 0;
+      return std::is_eq(order);
     case Relation::NotEqual:
-      return order != 0;
+      return std::is_neq(order);
     case Relation::Less:
-      return order < 0;
+      return std::is_lt(order);
     case Relation::Greater:
-      return order > 0;
+      return std::is_gt(order);
     case Relation::LessEqual:
-      return order <= 0;
+      return std::is_lteq(order);
     case Relation::GreaterEqual:
-      return order >= 0;
+      return std::is_gteq(order);
   }
   return false;
 }
@@ -164,7 +165,7 @@ Value loop_number(const Value& value) {
 bool goes_on(const Value& variable, const Value& limit, const Value& step) {
   const auto order = compare_loosely(variable, limit);
   if (!order) raise(errors::kInvalidNull);
-  return to_double(step) >= 0 ? *order <= 0 : *order >= 0;
+  return to_double(step) >= 0 ? std::is_lteq(*order) : std::is_gteq(*order);
 }
 
 }  // namespace

@@ -155,6 +155,8 @@ bool Machine::trap(Frame& frame, const ScriptError& error) {
   return true;
 }
 
+// The one switch over all operations: splitting it would cost a call an instruction.
+// NOLINTNEXTLINE(readability-function-size)
 void Machine::step_through(Frame& frame) {
   const Instruction* const code = frame.code->instructions.data();
   const auto jump_to = [&](std::uint32_t target) { frame.at = code + target; };

@@ -96,7 +96,7 @@ class Parser {
   const Expression* new_object();
   std::vector<const Expression*> arguments_in_brackets();
   std::vector<const Expression*> argument_list();
-  Expression& make(Expression::Kind kind, Position position);
+  Expression& make(Expression::Kind kind, Position where);
   const Expression* name_expression(const Token& token);
 
   // --- tokens

@@ -131,7 +131,7 @@ class RegExp final : public Object {
   Value property(MemberId id, CallKind kind, Arguments arguments);
   const platform::Regexp& compiled();
   Value execute(const std::u16string& subject);
-  Value replace(const std::u16string& subject, const Value& with);
+  Value replace(const std::u16string& subject, const Value& replacement);
   template <class Found>
   void each_match(const std::u16string& subject, Found found);
 
@@ -256,7 +256,8 @@ void expand(std::u16string& out, const std::u16string& subject, const RegexpMatc
 }
 
 Value RegExp::replace(const std::u16string& subject, const Value& replacement) {
-  const Value value = replacement;
+  // A copy: the procedure that is called may assign the variable behind the argument.
+  const Value value = replacement;  // NOLINT(performance-unnecessary-copy-initialization)
   // A procedure by GetRef is called with the match, its groups, its place and the whole text.
   Object* const called = value.is_object() ? value.as_object() : nullptr;
   const std::u16string with = called == nullptr ? to_text(value).units() : std::u16string();

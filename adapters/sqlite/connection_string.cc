@@ -14,7 +14,7 @@ struct Pair {
 };
 
 [[noreturn]] void refuse(const std::string& text) {
-  throw ScriptError(errors::kSqlFailure, "Connection string: " + text);
+  raise_database_error(errors::kSqlFailure, "Connection string: " + text);
 }
 
 bool blank(char c) {

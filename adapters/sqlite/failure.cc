@@ -57,15 +57,16 @@ std::string about_file(int code, const std::string& path) {
 void raise_failure(sqlite3* database, int code, std::string_view path) {
   const int plain = code & 0xFF;
   const std::string words = database != nullptr ? sqlite3_errmsg(database) : sqlite3_errstr(code);
-  throw ScriptError(number_of(plain, words), about_file(plain, std::string(path)) + words);
+  raise_database_error(number_of(plain, words), about_file(plain, std::string(path)) + words);
 }
 
 void raise_failure(const jetsql::SqlError& error) {
-  throw ScriptError(static_cast<std::int32_t>(error.number()), error.what());
+  raise_database_error(static_cast<std::int32_t>(error.number()), error.what());
 }
 
 void raise_timeout() {
-  throw ScriptError(errors::kSqlTimeout, "The page's time was over before the database answered");
+  raise_database_error(errors::kSqlTimeout,
+                       "The page's time was over before the database answered");
 }
 
 }  // namespace rk::sqlite

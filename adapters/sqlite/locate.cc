@@ -15,7 +15,7 @@ constexpr std::string_view kJetMark("\0\1\0\0Standard Jet DB", 19);
 constexpr std::string_view kAceMark("\0\1\0\0Standard ACE DB", 19);
 
 [[noreturn]] void refuse(const std::string& text) {
-  throw ScriptError(errors::kSqlFailure, text);
+  raise_database_error(errors::kSqlFailure, text);
 }
 
 // Absolute, with "/" and without "." and "..".

@@ -55,6 +55,8 @@ void list_goods(Goods& goods, platform::Connection& db, const shop::ShopListPara
 
 }  // namespace
 
+// One rule told from its first step to its last, unbroken.
+// NOLINTNEXTLINE(readability-function-size)
 std::string shop_list(const site::PageContext& page, const shop::ShopListParameters& p) {
   const std::string folder = site::GetTempPath(page);
   const auto db = site::open_database(page);
