@@ -25,7 +25,8 @@ std::string menu_categories(const std::string& item, const std::vector<MenuCateg
 
 std::string menu_entries(std::string menu, const std::string& current, const std::string& mark) {
   for (const char* name : {"Index", "Domain", "Host", "DataBase", "Mail"}) {
-    fill(menu, std::string("NowMunVal_").append(name), Value::text(name == current ? mark : ""));
+    fill_tag(menu, std::string("NowMunVal_").append(name),
+             Value::text(name == current ? mark : ""));
   }
   return menu;
 }
