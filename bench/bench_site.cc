@@ -12,26 +12,6 @@ namespace rk::bench {
 
 namespace {
 
-// The folder's server: databases on the disk, templates in memory (they are read once).
-class BenchServer : public platform::Server {
- public:
-  explicit BenchServer(sqlite::Engine& engine) : engine_(engine) { next_page(); }
-
-  void next_page() { database_ = engine_.page(); }
-  std::unique_ptr<platform::Connection> create_connection() override {
-    return database_->connection();
-  }
-  platform::Files& files() override { return files_; }
-  tests::MemoryFiles& memory_files() { return files_; }
-  std::string map_path(std::string_view path) override { return std::string(path); }
-  std::string url_encode(std::string_view utf8) override { return std::string(utf8); }
-
- private:
-  sqlite::Engine& engine_;
-  std::unique_ptr<platform::Database> database_;
-  tests::MemoryFiles files_;
-};
-
 void run(sqlite3* db, const std::string& sql) {
   char* message = nullptr;
   if (sqlite3_exec(db, sql.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
@@ -40,14 +20,6 @@ void run(sqlite3* db, const std::string& sql) {
 }
 
 }  // namespace
-
-class BenchSite::Context : public tests::FakeScriptingContext {
- public:
-  explicit Context(sqlite::Engine& engine) : bench(std::make_shared<BenchServer>(engine)) {}
-  std::shared_ptr<platform::Server> server() override { return bench; }
-
-  const std::shared_ptr<BenchServer> bench;
-};
 
 Statement::Statement(sqlite3* db, std::string_view sql) {
   if (sqlite3_prepare_v2(db, sql.data(), static_cast<int>(sql.size()), &statement_, nullptr) !=
@@ -99,7 +71,7 @@ BenchSite::BenchSite(const std::string& data) {
           data + "Commit;");
   engine_ = std::make_unique<sqlite::Engine>(
       sqlite::EngineSettings{.site_folder = folder_.path(), .data_folders = {}}, folder_, clock_);
-  context_ = make_ref<Context>(*engine_);
+  context_ = make_ref<tests::SqliteContext>(*engine_);
   context_->fake_application->values["rk_connstr"] = Value::text("Data Source=shop.db");
   context_->fake_request->server_variables["http_host"] = "localhost:8080";
   page_.start(*context_);
@@ -110,7 +82,7 @@ BenchSite::~BenchSite() {
 }
 
 void BenchSite::put_template(std::string_view file, std::string text) {
-  context_->bench->memory_files().put(std::string("/Template/bench/").append(file),
+  context_->sqlite_server->memory_files().put(std::string("/Template/bench/").append(file),
                                       std::move(text));
 }
 
@@ -123,7 +95,7 @@ void BenchSite::put_server_variable(const std::string& name, std::string text) {
 }
 
 const site::PageContext& BenchSite::new_page() {
-  context_->bench->next_page();
+  context_->sqlite_server->next_page();
   return page_;
 }
 

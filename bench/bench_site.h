@@ -13,7 +13,7 @@
 #include "adapters/sqlite/engine.h"
 #include "site/page_context.h"
 #include "tests/adapters/sqlite/disk_folder.h"
-#include "tests/support/fake_page.h"
+#include "tests/adapters/sqlite/sqlite_context.h"
 #include "tests/support/fixed_clock.h"
 
 namespace rk::bench {
@@ -80,12 +80,10 @@ class BenchSite {
   sqlite3* floor() const { return floor_; }
 
  private:
-  class Context;
-
   tests::DiskFolder folder_;
   tests::FixedClock clock_;
   std::unique_ptr<sqlite::Engine> engine_;
-  Ref<Context> context_;
+  Ref<tests::SqliteContext> context_;
   site::PageContext page_;
   sqlite3* floor_ = nullptr;
 };
