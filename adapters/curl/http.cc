@@ -36,17 +36,27 @@ constexpr int kLookMilliseconds = 100;
 // libcurl's own limit of connecting, five minutes where none is set, is not one of the phases.
 constexpr long kWholeDayMilliseconds = 86'400'000;
 
-struct Body {
+struct Answer {
   std::size_t max_bytes;
-  std::string bytes;
+  std::string body;
+  bool head_ended = false;
 };
 
+// A connection that ends within the head reads to libcurl as an answer without a body.
+std::size_t take_head(char* bytes, std::size_t size, std::size_t count, void* data) {
+  const std::string_view line(bytes, size * count);
+  bool& head_ended = static_cast<Answer*>(data)->head_ended;
+  if (line == "\r\n" || line == "\n") head_ended = true;
+  if (line.starts_with("HTTP/")) head_ended = false;  // the next one of a redirect
+  return line.size();
+}
+
 std::size_t take_body(char* bytes, std::size_t size, std::size_t count, void* data) {
-  auto& body = *static_cast<Body*>(data);
+  auto& answer = *static_cast<Answer*>(data);
   const std::size_t more = size * count;
-  if (more > body.max_bytes - body.bytes.size()) return 0;
+  if (more > answer.max_bytes - answer.body.size()) return 0;
   try {
-    body.bytes.append(bytes, more);
+    answer.body.append(bytes, more);
   } catch (const std::bad_alloc&) {  // nothing may pass through libcurl
     return 0;
   }
@@ -175,12 +185,15 @@ std::optional<std::string> CurlHttp::body_of(std::string_view address,
     return std::nullopt;
   }
   set_up(easy.get(), parsed.get(), scheme, limits_);
-  Body body{limits_.max_body_bytes, {}};
+  Answer answer{limits_.max_body_bytes, {}};
+  curl_easy_setopt(easy.get(), CURLOPT_HEADERFUNCTION, take_head);
+  curl_easy_setopt(easy.get(), CURLOPT_HEADERDATA, &answer);
   curl_easy_setopt(easy.get(), CURLOPT_WRITEFUNCTION, take_body);
-  curl_easy_setopt(easy.get(), CURLOPT_WRITEDATA, &body);
+  curl_easy_setopt(easy.get(), CURLOPT_WRITEDATA, &answer);
   const Membership membership(multi.get(), easy.get());
   if (!carried_out(multi.get(), easy.get(), limits_, timeouts)) return std::nullopt;
-  return std::move(body.bytes);
+  if (!answer.head_ended) return std::nullopt;
+  return std::move(answer.body);
 }
 
 }  // namespace rk::curl

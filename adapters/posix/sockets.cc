@@ -185,7 +185,8 @@ class TcpSocket final : public platform::Socket {
     int error = 0;
     socklen_t size = sizeof error;
     ::getsockopt(descriptor_, SOL_SOCKET, SO_ERROR, &error, &size);
-    if (error == 0) {
+    // A server that took the connection and reset it was there; one that refuses is not.
+    if (error == 0 || error == ECONNRESET) {
       connected_ = true;
     } else {
       drop();

@@ -2,8 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string_view>
 #include <vector>
+
+#include "tests/plain/digest.h"
+#include "tests/support/toy_code_pages.h"
 
 namespace rk::services {
 namespace {
@@ -43,6 +47,31 @@ TEST(Digest, KeepsTheHighBitsOfADoubleByteCharacterInThePlacesBehindIt) {
   const std::vector<std::int16_t> other = {static_cast<std::int16_t>(0xD6D0), 'c', 'd'};
   EXPECT_EQ(md5(one), md5(other));
   EXPECT_NE(md5(one), digest_of("\xD6\xD0"));
+}
+
+TEST(Digest, AgreesWithThePlainOneOnRandomChineseTexts) {
+  std::mt19937 random(20261121);
+  for (int i = 0; i < 3000; ++i) {
+    std::vector<std::int16_t> codes;
+    for (std::size_t length = random() % 140; length > 0; --length) {
+      const unsigned lead = 0xB0 + random() % 0x48;
+      const unsigned trail = 0xA1 + random() % 0x5E;
+      const unsigned kind = random() % 8;
+      const unsigned code = kind == 0   ? 0x20 + random() % 0x5F  // ASCII
+                            : kind == 1 ? random() & 0xFFFF       // anything
+                                        : lead * 256 + trail;
+      codes.push_back(static_cast<std::int16_t>(code));
+    }
+    ASSERT_EQ(md5(codes), tests::plain::md5(codes)) << "text " << i;
+  }
+}
+
+TEST(Digest, PacksTheCodesOfTheAnsiCodePage) {
+  const tests::ToyCodePages code_pages;
+  const std::vector<std::int16_t> codes = {
+      static_cast<std::int16_t>(0xD6D0), 'a', static_cast<std::int16_t>(0xCEC4), '?', '?', '?'};
+  EXPECT_EQ(md5("中a文é😀", code_pages, platform::kGb2312), md5(codes))
+      << "what the code page lacks counts as a question mark, a pair of halves as two";
 }
 
 TEST(MailPass, KeepsOnePasswordForEveryInput) {
