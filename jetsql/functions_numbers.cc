@@ -99,7 +99,7 @@ void real(Arguments a, Answer& answer) {
 }
 
 void currency(Arguments a, Answer& answer) {
-  if (!any_null(a)) answer_number(answer, round_half_even(number_argument(a[0]) * 10000) / 10000);
+  if (!any_null(a)) answer_number(answer, amount(number_argument(a[0])));
 }
 
 void divide(Arguments a, Answer& answer) {

@@ -45,11 +45,27 @@ double round_half_even(double value) {
   return std::fmod(below, 2) == 0 ? below : below + 1;
 }
 
+namespace {
+
+[[noreturn]] void overflow() {
+  throw SqlError(kOverflow, "Overflow.", SqlError::kNowhere);
+}
+
+}  // namespace
+
 std::int64_t whole_number(double value) {
   constexpr double kLimit = 9223372036854775808.0;
-  if (!(value >= -kLimit && value < kLimit))
-    throw SqlError(kOverflow, "Overflow.", SqlError::kNowhere);
+  if (!(value >= -kLimit && value < kLimit)) overflow();
   return static_cast<std::int64_t>(value);
+}
+
+double amount(double value) {
+  constexpr double kScale = 10000;
+  constexpr double kLimit = 922337203685477.5807;  // 2^63 - 1 ten-thousandths
+  constexpr double kExact = 9007199254740992.0;    // 2^53: beyond, the product is not exact
+  if (!(value > -kLimit && value < kLimit)) overflow();
+  const double scaled = value * kScale;
+  return std::fabs(scaled) < kExact ? round_half_even(scaled) / kScale : value;
 }
 
 }  // namespace rk::jetsql

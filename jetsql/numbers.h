@@ -21,4 +21,8 @@ double round_half_even(double value);
 // Raises SqlError (kOverflow) where it does not fit.
 std::int64_t whole_number(double value);
 
+// With the four decimals of a CURRENCY, as far as a double holds them. Raises SqlError (kOverflow)
+// where a CURRENCY does not hold it.
+double amount(double value);
+
 }  // namespace rk::jetsql

@@ -100,8 +100,16 @@ Literal stored_integer(const Literal& given) {
   return whole_of(whole_number(round_half_even(numeric(given))));
 }
 
+Literal stored_money(const Literal& given) {
+  if (given.kind != Kind::Integer) return number_of(amount(numeric(given)));
+  amount(static_cast<double>(given.integer));
+  return given;
+}
+
 Literal stored_text(const Literal& given) {
   switch (given.kind) {
+    case Kind::Boolean:
+      return text_of(given.integer != 0 ? "True" : "False");
     case Kind::Text:
       return given;
     case Kind::Integer:
@@ -157,6 +165,8 @@ Literal bound_value(const Parameter& parameter, const Literal& given) {
     case Conversion::StoredNumber:
       if (given.kind == Kind::Integer) return given;
       return number_of(numeric(given));
+    case Conversion::StoredMoney:
+      return stored_money(given);
     case Conversion::StoredText:
       return stored_text(given);
   }

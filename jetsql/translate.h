@@ -58,8 +58,9 @@ struct Parameter {
     StoredFlag,     // stored into one: 0 or 1
     DateText,       // met by a DATETIME column: numbers and texts become a date's text
     StoredInteger,  // stored into an INTEGER: texts become numbers, halves go to the even number
-    StoredNumber,   // stored into a REAL or CURRENCY: texts become numbers
-    StoredText      // stored into a TEXT: numbers and dates become their text
+    StoredNumber,   // stored into a REAL: texts become numbers
+    StoredMoney,    // stored into a CURRENCY: texts become numbers, with four decimals at most
+    StoredText      // stored into a TEXT: numbers, dates and Booleans become their text
   };
   Source source = Source::Literal;
   Conversion conversion = Conversion::None;

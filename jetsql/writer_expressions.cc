@@ -366,8 +366,10 @@ void Writer::stored(const Expression& e, const Column& column, std::string& out)
         conversion = Conversion::StoredInteger;
         break;
       case Type::Double:
-      case Type::Currency:
         conversion = Conversion::StoredNumber;
+        break;
+      case Type::Currency:
+        conversion = Conversion::StoredMoney;
         break;
       case Type::Text:
         conversion = Conversion::StoredText;

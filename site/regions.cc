@@ -14,9 +14,9 @@ namespace {
 using platform::Connection;
 using platform::Recordset;
 
-std::string regions_sql(std::string_view type, std::string_view index) {
-  if (type == "pro") return "Select * From [Rk_CT] Where [PostCode] Like '%0000'";
-  if (type != "ct") return {};
+constexpr std::string_view kProvincesSql = "Select * From [Rk_CT] Where [PostCode] Like '%0000'";
+
+std::string cities_sql(std::string_view index) {
   return std::string("Select * From [Rk_CT] Where [PostCode] Like '")
       .append(index)
       .append("%00' And [PostCode]<>'")
@@ -33,15 +33,18 @@ std::string region_sql(std::string_view code) {
   return std::string("Select * From [Rk_CT] Where [PostCode]='").append(code).append("'");
 }
 
-std::unique_ptr<Recordset> regions(Connection& db, std::string_view type, std::string_view index) {
-  auto rows = db.execute(regions_sql(type, index));
+// `index` is read where a text needs it, and raises then where it has no text.
+std::unique_ptr<Recordset> regions(Connection& db, std::string_view type, const Value& index) {
+  auto rows = db.execute(type == "ct" ? cities_sql(joined_text(index).view())
+                                      : std::string(type == "pro" ? kProvincesSql : ""));
   if (!rows->eof()) return rows;
   rows->close();
-  return db.execute(regions_and_province_sql(index));
+  return db.execute(regions_and_province_sql(joined_text(index).view()));
 }
 
-void append_options(std::string& html, Recordset& regions, const std::optional<Text>& selected) {
+void append_options(std::string& html, Recordset& regions, const Value& now_value) {
   if (regions.eof()) return;
+  const std::optional<Text> selected = try_text(now_value);
   const std::size_t code_field = regions.ordinal("PostCode");
   const std::size_t name_field = regions.ordinal("Name");
   std::string code;
@@ -71,12 +74,11 @@ constexpr Form kForms[] = {{"0", "Name", "北京"},
 std::string GetCTSelect(const PageContext& page, const Value& NowValue, const Value& GetType,
                         const Value& sIndex) {
   const auto db = open_database(page);
-  const std::optional<Text> selected = try_text(NowValue);
   std::string html;
   {
     const platform::ReadScope one_view(*db);
-    const auto rows = regions(*db, joined_text(GetType).view(), joined_text(sIndex).view());
-    append_options(html, *rows, selected);
+    const auto rows = regions(*db, joined_text(GetType).view(), sIndex);
+    append_options(html, *rows, NowValue);
     rows->close();
   }
   db->close();
@@ -85,11 +87,11 @@ std::string GetCTSelect(const PageContext& page, const Value& NowValue, const Va
 
 Value GetCTName(const PageContext& page, const Value& ProvCode, const Value& ShowType) {
   const auto db = open_database(page);
-  const Text show_type = joined_text(ShowType);
   Value name;
   {
     const platform::ReadScope one_view(*db);
     const auto rows = db->execute(region_sql(joined_text(ProvCode).view()));
+    const Text show_type = joined_text(ShowType);
     for (const Form& form : kForms) {
       if (form.show_type != show_type.view()) continue;
       name = rows->eof() ? Value::text(form.of_beijing) : rows->field(form.column);

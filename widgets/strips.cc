@@ -30,12 +30,11 @@ class Html {
   std::string text_;
 };
 
-void add_shortened(Html& html, const Value& name, const Value& length) {
-  if (site::longer_than(name, length)) {
-    html << site::first_units(name, length).view() << "...";
-  } else {
-    html << name;
-  }
+Text shortened(const Value& name, const Value& length) {
+  if (!site::longer_than(name, length)) return joined_text(name);
+  Text first = site::first_units(name, length);
+  first.append("...");
+  return first;
 }
 
 void add_link_start(Html& html, platform::Recordset& link) {
@@ -65,12 +64,14 @@ std::string Show_Links(const site::PageContext& page, const LinkParameters& para
        << "px;height:31px;}#fl_CSS1 ul{margin:0px;}#fl_CSS1{width:" << parameters.linkWidth
        << "px;}#fl_CSS1 img{margin-right:2px;}</Style><div id=\"fl_CSS1\"><ul>";
   for (; !rows->eof(); rows->move_next()) {
+    // Shortened in every row, so that a wrong length raises where only pictures are shown too.
+    const Text name = shortened(rows->field("linkName"), parameters.sLen);
     add_link_start(html, *rows);
     if (is_true(rows->field("linkType"))) {
       html << "<img src=\"" << rows->field("linkPic")
            << "\" border=\"0\" width=\"88\" height=\"31\">";
     } else {
-      add_shortened(html, rows->field("linkName"), parameters.sLen);
+      html << name.view();
     }
     html << "</a></li>";
   }
@@ -104,7 +105,7 @@ std::string Show_FtpLinks(const site::PageContext& page, const LinkParameters& p
        << "px;}</Style><div id=\"fl_CSS\"><ul>";
   for (; !rows->eof(); rows->move_next()) {
     add_link_start(html, *rows);
-    add_shortened(html, rows->field("linkName"), parameters.sLen);
+    html << shortened(rows->field("linkName"), parameters.sLen).view();
     html << "</a></li>";
   }
   add_marquee(html, "fl_CSS", parameters);
@@ -171,7 +172,7 @@ std::string Show_DownLoad(const site::PageContext& page, const Value& ShowNum, c
     html << "<li><span style=\"float:left;\"><img width=\"19\" height=\"19\" src=\""
          << rows->field("DownICO") << "\"></span><span style=\"float:left;\"><a title=\"" << name
          << "\" href=\"" << rows->field("DownUrl") << "\" target=\"_blank\">";
-    add_shortened(html, name, sNum);
+    html << shortened(name, sNum).view();
     html << "</a></span></li>";
   }
   html << "</ul></div>";

@@ -260,8 +260,9 @@ Conversion stored_conversion(Type type) noexcept {
     case Type::Integer:
       return Conversion::StoredInteger;
     case Type::Double:
-    case Type::Currency:
       return Conversion::StoredNumber;
+    case Type::Currency:
+      return Conversion::StoredMoney;
     case Type::Boolean:
       return Conversion::StoredFlag;
     case Type::Date:

@@ -751,6 +751,37 @@ TEST_P(DatabaseRules, AddNewStoresARowAndShowsItWithItsNumber) {
   EXPECT_EQ(stored->field("Num").as_long(), 12);
 }
 
+TEST_P(DatabaseRules, AnAmountPastACurrencyIsAnErrorAndStoresNothing) {
+  for (const Value& amount : {Value::real(1e20), Value::text("-1E+15")}) {
+    const auto rows = keyset("Select * From [plan]");
+    rows->add_new();
+    rows->set_field("Price", amount);
+    EXPECT_EQ(error_of([&] { rows->update(); }), -2147217833);
+  }
+  EXPECT_EQ(error_of([&] { run("Insert Into [plan] ([Price]) Values (1E+20)"); }), -2147217833);
+  EXPECT_EQ(error_of([&] { run("Insert Into [plan] ([Price]) Values (1E+10*1E+10)"); }),
+            -2147217833);
+  EXPECT_EQ(all("Select Count(*) As n From [plan]", "n"), "0");
+}
+
+TEST_P(DatabaseRules, AnAmountIsStoredWithFourDecimals) {
+  const auto rows = keyset("Select * From [plan]");
+  rows->add_new();
+  rows->set_field("Price", Value::real(33.333333));
+  rows->update();
+  EXPECT_EQ(all("Select [Price]*3 As n From [plan]", "n"), "99.9999");
+}
+
+TEST_P(DatabaseRules, ABooleanInATextColumnIsItsText) {
+  const auto rows = keyset("Select * From [plan]");
+  for (const bool flag : {true, false}) {
+    rows->add_new();
+    rows->set_field("Name", Value::boolean(flag));
+    rows->update();
+  }
+  EXPECT_EQ(all("Select [Name] From [plan] Order By [Id]", "Name"), "True False");
+}
+
 TEST_P(DatabaseRules, FieldsNotSetTakeTheTablesDefaults) {
   run("Create Table [d] ([Id] Counter primary key, [a] Long default 7, [b] Text(9) default 'q', "
       "[c] Text(9))");

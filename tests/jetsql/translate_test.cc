@@ -71,7 +71,8 @@ TEST(BoundValue, IsTheValueItselfWhereNothingAsksForMore) {
 TEST(BoundValue, OfANullIsNull) {
   for (const Conversion conversion :
        {Conversion::None, Conversion::Flag, Conversion::StoredFlag, Conversion::DateText,
-        Conversion::StoredInteger, Conversion::StoredNumber, Conversion::StoredText}) {
+        Conversion::StoredInteger, Conversion::StoredNumber, Conversion::StoredMoney,
+        Conversion::StoredText}) {
     EXPECT_EQ(bound(Literal(), conversion), "Null");
     EXPECT_EQ(bound(Literal(), conversion, true), "Null");
   }
@@ -122,12 +123,26 @@ TEST(BoundValue, StoredIntoANumberReadsTexts) {
   }
 }
 
+TEST(BoundValue, StoredIntoACurrencyHasFourDecimalsAndItsRange) {
+  EXPECT_EQ(bound(text("33.333333"), Conversion::StoredMoney), "33.3333d");
+  EXPECT_EQ(bound(real(-1.23456), Conversion::StoredMoney), "-1.2346d");
+  EXPECT_EQ(bound(whole(7), Conversion::StoredMoney), "7");
+  EXPECT_EQ(bound(whole(922337203685477), Conversion::StoredMoney), "922337203685477");
+  const std::string overflow = "error " + std::to_string(kOverflow);
+  EXPECT_EQ(bound(whole(922337203685478), Conversion::StoredMoney), overflow);
+  EXPECT_EQ(bound(real(1e20), Conversion::StoredMoney), overflow);
+  EXPECT_EQ(bound(text("-1e15"), Conversion::StoredMoney), overflow);
+  EXPECT_EQ(bound(text("x"), Conversion::StoredMoney), kMismatch);
+}
+
 TEST(BoundValue, StoredIntoATextIsWritten) {
   EXPECT_EQ(bound(whole(5), Conversion::StoredText), "'5'");
   EXPECT_EQ(bound(real(0.1), Conversion::StoredText), "'0.1'");
   EXPECT_EQ(bound(real(1e20), Conversion::StoredText), "'1E+20'");
   EXPECT_EQ(bound(real(46086, Kind::Date), Conversion::StoredText), "'2026-03-05'");
   EXPECT_EQ(bound(whole(5), Conversion::StoredText, true), "'-5'");
+  EXPECT_EQ(bound(whole(1, Kind::Boolean), Conversion::StoredText), "'True'");
+  EXPECT_EQ(bound(whole(0, Kind::Boolean), Conversion::StoredText), "'False'");
 }
 
 }  // namespace

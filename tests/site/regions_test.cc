@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/fake_page.h"
+#include "value/array.h"
 #include "value/conversions.h"
 
 namespace rk::site {
@@ -74,6 +75,18 @@ TEST_F(Regions, AnotherKindOfListRunsAnEmptyText) {
             errors::kSqlSyntax);
   EXPECT_EQ(page.db.statements(), std::vector<std::string>{""});
   EXPECT_EQ(page.db.log().back(), "close");
+}
+
+TEST_F(Regions, AnArgumentCountsOnlyWhereItIsNeeded) {
+  regions(kProvinces, {hebei()});
+  regions("Select * From [Rk_CT] Where [PostCode] Like 'zz%00' And [PostCode]<>'zz0000'", {});
+  regions("Select * From [Rk_CT] Where [PostCode] Like 'zz%00'", {});
+  const Value array = Value::array(Array::of({number(1)}));
+  EXPECT_EQ(GetCTSelect(page.context, text(""), text("pro"), array),
+            "<option value=\"130000\">河北</option>");
+  EXPECT_EQ(GetCTSelect(page.context, array, text("ct"), text("zz")), "");
+  EXPECT_EQ(error_of([&] { GetCTSelect(page.context, array, text("pro"), text("")); }), 13);
+  EXPECT_EQ(error_of([&] { GetCTSelect(page.context, text(""), text("ct"), array); }), 13);
 }
 
 TEST_F(Regions, NameGoesByShowType) {

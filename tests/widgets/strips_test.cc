@@ -131,5 +131,14 @@ TEST_F(Strips, ALengthThatIsNoNumberRaises) {
   EXPECT_EQ(error_of([&] { Show_Links(page.context, parameters); }), 13);
 }
 
+TEST_F(Strips, ALengthCountsForPictureLinksToo) {
+  links({{text("a"), text("u"), Value::boolean(true), text("p")}});
+  for (const auto& [length, number] :
+       {std::pair{text("x"), 13}, {Value::null(), 94}, {text("-1"), 5}}) {
+    parameters.sLen = length;
+    EXPECT_EQ(error_of([&] { Show_Links(page.context, parameters); }), number);
+  }
+}
+
 }  // namespace
 }  // namespace rk::widgets
