@@ -13,11 +13,10 @@ namespace {
   std::string_view value = sql.substr(begin, end - begin);
   while (!value.empty() && is_blank(value.front())) value.remove_prefix(1);
   while (!value.empty() && is_blank(value.back())) value.remove_suffix(1);
-  bool word = !value.empty() && begins_word(value.front()) && !is_reserved(value);
+  // A word of the language's own is a word like any other here.
+  bool word = !value.empty() && begins_word(value.front());
   for (const char c : value) word = word && continues_word(c);
-  const bool constant =
-      same_letters(value, "true") || same_letters(value, "false") || same_letters(value, "null");
-  if (word || constant) {
+  if (word) {
     throw SqlError(kNoValueGiven, "No value given for one or more required parameters.", begin);
   }
   throw SqlError(kSyntaxError, "Syntax error (missing operator) in query expression.", begin);

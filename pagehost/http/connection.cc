@@ -9,12 +9,12 @@
 #include <boost/asio/post.hpp>
 #include <optional>
 
-#include "pagehost/http/http_dates.h"
 #include "pagehost/http/page_answerer.h"
 #include "pagehost/http/request_reader.h"
 #include "pagehost/http/static_answer.h"
 #include "pagehost/http/target.h"
 #include "pagehost/http/wire.h"
+#include "pagehost/pages/http_dates.h"
 #include "value/text.h"
 
 namespace rk::http {
@@ -495,7 +495,7 @@ std::string DateField::now() {
   const std::lock_guard lock(mutex_);
   if (second != second_) {
     second_ = second;
-    text_ = date_header(second);
+    text_ = pagehost::date_header(second);
   }
   return text_;
 }

@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <optional>
 
-#include "pagehost/http/http_dates.h"
 #include "pagehost/http/media_types.h"
+#include "pagehost/pages/http_dates.h"
 #include "value/text.h"
 
 namespace rk::http {
@@ -51,12 +51,13 @@ struct Conditions {
     const std::string_view match = request.header("If-Match");
     if (!match.empty()) {
       if (!lists_tag(match, tag, false)) return 412;
-    } else if (const auto since = parse_date_header(request.header("If-Unmodified-Since"))) {
+    } else if (const auto since =
+                   pagehost::parse_date_header(request.header("If-Unmodified-Since"))) {
       if (modified > *since) return 412;
     }
     const std::string_view none = request.header("If-None-Match");
     if (!none.empty()) return lists_tag(none, tag, true) ? 304 : 0;
-    const auto since = parse_date_header(request.header("If-Modified-Since"));
+    const auto since = pagehost::parse_date_header(request.header("If-Modified-Since"));
     return since && modified <= *since ? 304 : 0;
   }
 
@@ -64,7 +65,7 @@ struct Conditions {
     const std::string_view range_if = request.header("If-Range");
     if (range_if.empty()) return true;
     if (range_if.starts_with('"')) return range_if == tag;
-    return parse_date_header(range_if) == modified;
+    return pagehost::parse_date_header(range_if) == modified;
   }
 };
 
@@ -146,7 +147,7 @@ StaticAnswer static_answer(const pagehost::PageRequest& request, std::string_vie
   const std::string tag = entity_tag(stamp);
   const std::int64_t modified = stamp.modified_ns / kSecondNs;
   pagehost::Headers& headers = answer.head.headers;
-  headers.emplace_back("Last-Modified", date_header(modified));
+  headers.emplace_back("Last-Modified", pagehost::date_header(modified));
   headers.emplace_back("ETag", tag);
   headers.emplace_back("Accept-Ranges", "bytes");
 

@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "pagehost/pages/http_date.h"
+#include "pagehost/pages/http_dates.h"
 #include "pagehost/pages/url_text.h"
 #include "value/conversions.h"
 #include "value/script_error.h"
@@ -257,7 +257,7 @@ PageAnswer PageResponse::head() const {
   answer.headers.emplace_back("Content-Type", std::move(type));
   if (!cache_control_.empty()) answer.headers.emplace_back("Cache-Control", cache_control_);
   if (expires_) {
-    answer.headers.emplace_back("Expires", http_date(*expires_ - clock_.ahead_of_utc()));
+    answer.headers.emplace_back("Expires", date_header_of(*expires_ - clock_.ahead_of_utc()));
   }
   if (!session_cookie_.empty()) answer.headers.emplace_back("Set-Cookie", session_cookie_);
   for (const ResponseCookie& cookie : cookies_) {
@@ -278,7 +278,7 @@ std::string PageResponse::cookie_header(const ResponseCookie& cookie) const {
     out += encoded(key) + "=" + encoded(value);
   }
   if (cookie.expires) {
-    out += "; expires=" + http_date(*cookie.expires - clock_.ahead_of_utc());
+    out += "; expires=" + date_header_of(*cookie.expires - clock_.ahead_of_utc());
   }
   if (!cookie.domain.empty()) out += "; domain=" + header_text(cookie.domain);
   out += "; path=" + header_text(cookie.path);

@@ -1,10 +1,14 @@
-#include "pagehost/http/http_dates.h"
+#include "pagehost/pages/http_dates.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <ctime>
 
-namespace rk::http {
+#include "value/dates.h"
+
+namespace rk::pagehost {
 namespace {
 
 constexpr std::array<std::string_view, 7> kDays = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
@@ -35,6 +39,13 @@ std::string date_header(std::int64_t unix_seconds) {
   return std::string(text, static_cast<std::size_t>(length));
 }
 
+std::string date_header_of(double utc_days) {
+  constexpr double kUnixEpoch = 25569.0;  // 1970-01-01 as a Date
+  constexpr double kSecondsOfADay = 86400.0;
+  const double days = std::clamp(utc_days, kFirstDate, kPastLastDate - 1);
+  return date_header(std::llround((days - kUnixEpoch) * kSecondsOfADay));
+}
+
 std::optional<std::int64_t> parse_date_header(std::string_view text) {
   if (text.size() != kForm.size() || !text.ends_with(" GMT")) return std::nullopt;
   std::tm utc{};
@@ -54,4 +65,4 @@ std::optional<std::int64_t> parse_date_header(std::string_view text) {
   return static_cast<std::int64_t>(::timegm(&utc));
 }
 
-}  // namespace rk::http
+}  // namespace rk::pagehost
