@@ -1,6 +1,7 @@
 #include "services/daily_log.h"
 
 #include <cmath>
+#include <utility>
 
 #include "site/trapped.h"
 #include "value/conversions.h"
@@ -31,9 +32,11 @@ void writelog(const LogStore& store, const Value& msgstrs) {
     // QUIRK: an existing but empty file cannot be read whole, so this call's message is lost and
     // the file gets an empty line.
     if (there && before.empty()) return;
-    content = before + line(store, msgstrs);
+    before += line(store, msgstrs);
+    content = std::move(before);
   });
-  site::trapped([&] { store.files.write(todays_file(store), content + "\r\n"); });
+  content += "\r\n";
+  site::trapped([&] { store.files.write(todays_file(store), content); });
 }
 
 }  // namespace rk::services
