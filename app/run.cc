@@ -28,7 +28,7 @@ std::string trace_line(const platform::TracedStatement& statement) {
                      std::string(statement.sql);
   std::replace_if(
       line.begin(), line.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
-  return line;
+  return line + "\n";
 }
 
 // The lines of one run of a page, in the order in which the page sent the texts. The page's thread.
@@ -40,7 +40,7 @@ class TraceLines {
   void write() {
     std::stable_sort(lines_.begin(), lines_.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
-    for (const auto& [sent, line] : lines_) std::fprintf(stderr, "%s\n", line.c_str());
+    for (const auto& [sent, line] : lines_) std::fwrite(line.data(), 1, line.size(), stderr);
     lines_.clear();
   }
 

@@ -83,7 +83,7 @@ BenchSite::~BenchSite() {
 
 void BenchSite::put_template(std::string_view file, std::string text) {
   context_->sqlite_server->memory_files().put(std::string("/Template/bench/").append(file),
-                                      std::move(text));
+                                              std::move(text));
 }
 
 void BenchSite::put_query(const std::string& name, std::string text) {

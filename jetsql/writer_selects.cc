@@ -155,9 +155,13 @@ void Writer::ordering(const Ordering& ordering, const Scope& scope, bool reverse
     natural(value, out);
   }
   if (is_textual(type) && !declared) out += " COLLATE NOCASE";
-  // A True is -1 in Jet and comes before a False.
-  const bool descending = ordering.descending != (type == Type::Boolean);
-  if (descending != reversed) out += " DESC";
+  const bool descending = ordering.descending != reversed;
+  if (type == Type::Boolean) {
+    // A True is -1 in Jet and comes before a False; a Null still comes before both.
+    out += descending ? " NULLS LAST" : " DESC NULLS FIRST";
+  } else if (descending) {
+    out += " DESC";
+  }
 }
 
 std::string Writer::order(const Select& select, bool reversed) {
