@@ -122,7 +122,7 @@ int Handle::is_over(void* self) noexcept {
 int Handle::wait_for_others(void* self, int tries) noexcept {
   auto* handle = static_cast<Handle*>(self);
   const auto now = std::chrono::steady_clock::now();
-  if (tries == 0) handle->waiting_since_ = now;
+  if (tries == 0) handle->waiting_since_ = handle->waited_before_.value_or(now);
   if (now - handle->waiting_since_ >= handle->busy_ || handle->page_is_over()) return 0;
   std::this_thread::sleep_for(std::min(kFirstPause * (tries + 1), kLongestPause));
   return 1;
@@ -180,8 +180,13 @@ void Handle::forget_schema() {
   schema_version_ = -1;
 }
 
-void Handle::begin_write() {
-  if (const int code = run(kBeginImmediate); code != SQLITE_OK) fail(code);
+void Handle::begin_write(std::optional<TimePoint> waited_since) {
+  waited_before_ = waited_since;
+  const int code = run(kBeginImmediate);
+  waited_before_.reset();
+  in_vain_since_.reset();
+  if ((code & 0xFF) == SQLITE_BUSY) in_vain_since_ = waiting_since_;
+  if (code != SQLITE_OK) fail(code);
   check_schema();
 }
 

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,6 +31,8 @@ inline constexpr std::size_t kKeptPlans = 512;
 
 class Handle {
  public:
+  using TimePoint = std::chrono::steady_clock::time_point;
+
   // Raises -2147467259 where the file cannot be opened or is no database.
   Handle(std::string path, OpenMode mode, std::chrono::milliseconds busy);
   ~Handle();
@@ -44,8 +47,11 @@ class Handle {
   void end_view() noexcept;
   bool in_view() const noexcept { return in_view_; }
 
-  // A transaction that may write, alone from its begin. Raises where the file stays locked.
-  void begin_write();
+  // A transaction that may write, alone from its begin. Raises where the file stays locked; where
+  // it is known to be, it was waited for since `waited_since` already.
+  void begin_write(std::optional<TimePoint> waited_since);
+  // Since when the last begin_write waited in vain; nothing where it did not.
+  std::optional<TimePoint> waited_in_vain_since() const noexcept { return in_vain_since_; }
   void commit_write();
   void roll_back() noexcept;
   // A part of a transaction that can be undone alone.
@@ -106,7 +112,9 @@ class Handle {
 
   std::string path_;
   std::chrono::milliseconds busy_;
-  std::chrono::steady_clock::time_point waiting_since_;
+  TimePoint waiting_since_;
+  std::optional<TimePoint> waited_before_;  // for the wait that comes
+  std::optional<TimePoint> in_vain_since_;
   const Limits* limits_ = nullptr;
   bool shielded_ = false;  // an end of a transaction is never interrupted
   bool in_view_ = false;

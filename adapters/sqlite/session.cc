@@ -1,5 +1,6 @@
 #include "adapters/sqlite/session.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "adapters/sqlite/failure.h"
@@ -56,6 +57,7 @@ void Session::leave_queue() noexcept {
 }
 
 void Session::begin_writing() {
+  const auto asked = std::chrono::steady_clock::now();
   settle_sets();
   // A view must end first: a transaction that has read cannot become a writer once another one
   // has written. A scope around it goes on with a new view.
@@ -65,13 +67,19 @@ void Session::begin_writing() {
     raise_timeout();
   }
   queued_ = true;
-  start_write();
+  start_write(asked);
 }
 
-void Session::start_write() {
+// Where another process held the file while this writer was in the queue, it waited for it there.
+void Session::start_write(WriterQueue::TimePoint asked) {
+  WriterQueue& queue = file_->writers();
+  std::optional<WriterQueue::TimePoint> waited = queue.held_since();
+  if (waited) waited = std::max(*waited, asked);
   try {
-    handle_->begin_write();
+    handle_->begin_write(waited);
+    queue.note_held(std::nullopt);
   } catch (...) {
+    queue.note_held(handle_->waited_in_vain_since());
     handle_->roll_back();
     leave_queue();
     throw;

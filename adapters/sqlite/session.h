@@ -76,7 +76,7 @@ class Session {
 
   void begin_writing();
   void end_writing(bool keep);
-  void start_write();
+  void start_write(WriterQueue::TimePoint asked);
   void leave_queue() noexcept;
   // After a failure by which the engine gave up the whole transaction.
   void notice_lost_transaction() noexcept;

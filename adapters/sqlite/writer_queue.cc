@@ -1,7 +1,5 @@
 #include "adapters/sqlite/writer_queue.h"
 
-#include <chrono>
-
 namespace rk::sqlite {
 namespace {
 

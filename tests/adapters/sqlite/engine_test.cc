@@ -332,6 +332,20 @@ TEST_F(SqliteEngine, AWriterThatWaitsInTheQueueStopsWhenItsTimeIsOver) {
   EXPECT_EQ(value(*connection, "Select Count(*) From t"), "1");
 }
 
+TEST_F(SqliteEngine, WhatAWriterWaitedInTheQueueOfALockedFileCounts) {
+  using std::chrono::hours;
+  sqlite::Handle handle(world_.folder.path("shop.db"), sqlite::OpenMode::ReadWrite, hours(1));
+  OtherProcess other(world_.folder.path("shop.db"));
+  other.run("begin immediate");
+  const auto since = std::chrono::steady_clock::now() - hours(2);
+  EXPECT_EQ(error_of([&] { handle.begin_write(since); }), errors::kSqlFailure);
+  EXPECT_EQ(handle.waited_in_vain_since(), since);
+  other.run("rollback");
+  handle.begin_write(since);
+  EXPECT_EQ(handle.waited_in_vain_since(), std::nullopt);
+  handle.roll_back();
+}
+
 // ---- Trace
 
 struct Told {

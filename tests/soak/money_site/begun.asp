@@ -1,0 +1,4 @@
+<%
+If Application("begun") Then Response.Write "yes"
+Application("begun") = False
+%>
