@@ -15,13 +15,14 @@ const PROGRAM = process.env.RKCLIENT ?? join(ROOT, "build/rkclient");
 
 // Makes and serves the demo. Its domains carry the port 8080 in the database; here they get the
 // port that the system gave.
-export async function startDemo() {
+// With `services` the stand-ins of the outside services run beside it.
+export async function startDemo({ services = false } = {}) {
   const folder = mkdtempSync(join(tmpdir(), "rk-demo-"));
   const env = { ...process.env, RKCLIENT: PROGRAM };
   execFileSync(join(ROOT, "script/demo-site"), [folder], { env });
-  const server = spawn(PROGRAM, ["serve", folder, "--listen", "127.0.0.1:0"], {
-    stdio: ["ignore", "pipe", "inherit"],
-  });
+  const beside = services ? [join(ROOT, "demo/fakes/beside"), folder] : [];
+  const [first, ...rest] = [...beside, PROGRAM, "serve", folder, "--listen", "127.0.0.1:0"];
+  const server = spawn(first, rest, { stdio: ["ignore", "pipe", "inherit"] });
   const port = await listeningPort(server);
   execFileSync("sqlite3", [
     join(folder, "data/shop.db"),
@@ -93,11 +94,11 @@ export async function openPage(browser, { width = 1280, scheme = "light" } = {})
 
 // The demo and a browser for all tests of one file. `visit` opens a page, hands it over, and asserts
 // that nothing went wrong on it meanwhile.
-export function demoVisits() {
+export function demoVisits(options) {
   let demo;
   let browser;
   before(async () => {
-    demo = await startDemo();
+    demo = await startDemo(options);
     browser = await startBrowser();
   });
   after(async () => {
