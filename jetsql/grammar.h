@@ -11,6 +11,9 @@
 
 namespace rk::jetsql {
 
+inline constexpr std::string_view kMissingOperator =
+    "Syntax error (missing operator) in query expression";
+
 // Counts how deep the rules have called one another.
 class Deeper {
  public:
@@ -58,7 +61,7 @@ class Grammar {
   Select* member();
   Select* all_of(Select* query);
   Select* single_select();
-  void top(Select& select);
+  bool top(Select& select);
   void outputs(Select& select);
   Output output();
   Expression* star();

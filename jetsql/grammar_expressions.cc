@@ -9,8 +9,6 @@ namespace rk::jetsql {
 
 namespace {
 
-constexpr std::string_view kMissingOperator = "Syntax error (missing operator) in query expression";
-
 // From the loosest binding to the tightest.
 enum Power : int {
   kImp = 1,

@@ -1,4 +1,6 @@
 // Select, Union, From and its joins.
+#include <algorithm>
+
 #include "jetsql/grammar.h"
 #include "jetsql/letters.h"
 
@@ -11,6 +13,17 @@ constexpr std::string_view kSelectComplaint =
     "missing, or the punctuation is incorrect";
 constexpr std::string_view kFromComplaint = "Syntax error in FROM clause";
 constexpr std::string_view kJoinComplaint = "Syntax error in JOIN operation";
+
+// Numbers and what is reckoned of numbers alone, as 2024-01-01 is.
+bool is_only_numbers(const Expression& e) {
+  if (e.kind == Expression::Kind::Literal) {
+    return e.literal.kind == Literal::Kind::Integer || e.literal.kind == Literal::Kind::Double;
+  }
+  const bool reckoned = e.kind == Expression::Kind::Unary || e.kind == Expression::Kind::Binary;
+  return reckoned &&
+         std::all_of(e.operands.begin(), e.operands.end(),
+                     [](const Expression* operand) { return is_only_numbers(*operand); });
+}
 
 }  // namespace
 
@@ -60,8 +73,11 @@ Select* Grammar::single_select() {
   } else {
     tokens_.take_word("all");
   }
-  top(*select);
+  const bool comma = top(*select);
   outputs(*select);
+  // "Top 1,000 id" is a number that was written with its thousands apart, not a column.
+  const Expression& first = *select->outputs.front().value;
+  if (comma && is_only_numbers(first)) tokens_.fail_at(first.begin, kSelectComplaint);
   if (tokens_.take_word("into")) select->into = tokens_.expect_name(kSelectComplaint);
   if (tokens_.take_word("from")) select->from = sources();
   if (tokens_.take_word("where")) select->where = expression();
@@ -73,15 +89,16 @@ Select* Grammar::single_select() {
   return select;
 }
 
-void Grammar::top(Select& select) {
-  if (!tokens_.take_word("top")) return;
+// Answers whether a comma stands behind it, as in "Top 10, id".
+bool Grammar::top(Select& select) {
+  if (!tokens_.take_word("top")) return false;
   select.top = tokens_.expect_whole_number(kSelectComplaint);
   if (tokens_.at_word("percent") && !tokens_.at_symbol(',', 1)) {
     tokens_.take();
     select.top_percent = true;
     if (select.top > 100) tokens_.fail(kSelectComplaint);
   }
-  tokens_.take_symbol(',');  // as in "Top 10, id"
+  return tokens_.take_symbol(',');
 }
 
 void Grammar::outputs(Select& select) {
@@ -110,6 +127,8 @@ Output Grammar::output() {
     tokens_.fail(kSelectComplaint);
   }
   made.value = expression();
+  // A name behind bare numbers is what is left of a value that broke the text, never an alias.
+  if (tokens_.at_name() && is_only_numbers(*made.value)) tokens_.fail(kMissingOperator);
   made.alias = alias();
   return made;
 }

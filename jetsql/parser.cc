@@ -27,7 +27,7 @@ void Grammar::statement() {
   if (tokens_.take_symbol(';') && !tokens_.at_end()) {
     tokens_.fail("Characters found after end of SQL statement");
   }
-  if (!tokens_.at_end()) tokens_.fail("Syntax error (missing operator) in query expression");
+  if (!tokens_.at_end()) tokens_.fail(kMissingOperator);
 }
 
 std::unique_ptr<Tree> parse(std::string_view sql) {
