@@ -2,9 +2,8 @@
 <% Option Explicit %>
 <!--#include virtual="/include/storefront.inc"-->
 <%
-Dim Page_Title, Page_Section, Plan
+Dim Page_Title, Plan
 Page_Title = Say("联系我们", "Contact")
-Page_Section = "contact"
 ' A plan's number behind the letter of its list: H12, S1, M3, E2. Anything else is left out.
 Plan = UCase(Request.QueryString("plan") & "")
 If InStr("HSME", Left(Plan, 1)) = 0 Or Not IsNumeric(Mid(Plan, 2)) Then Plan = ""

@@ -2,9 +2,8 @@
 <% Option Explicit %>
 <!--#include virtual="/include/storefront.inc"-->
 <%
-Dim Page_Title, Page_Section
+Dim Page_Title
 Page_Title = Say("首页", "Home")
-Page_Section = "home"
 %>
 <!--#include virtual="/include/header.inc"-->
 <section class="hero">

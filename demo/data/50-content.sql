@@ -1,4 +1,4 @@
--- News, links, cases, downloads, payments, shop and regions: a few rows of each.
+-- News, links, cases, downloads, payments and shop: a few rows of each.
 Insert Into Rk_News (Type, Title, Time, AgentUser, EveryOne) Values
   ('news', '香港机房线路升级完成', '2026-10-08 09:30:00', NULL, 1),
   ('news', '标准型主机空间全面加倍', '2026-10-21 10:00:00', '', 0),
@@ -45,11 +45,3 @@ Insert Into Rk_ShopList (ShopName, ItemId, Price, MonPrice, ThMonPrice, HfyPrice
   ('五页展示站', 3, 1200, NULL, NULL, NULL, '个', '五个页面，七个工作日', '含一年主机', '/images/hero.svg', NULL),
   ('标准商城', 4, 6800, NULL, NULL, NULL, '个', '商品、订单、支付', '含两年主机', '/images/hero.svg', NULL),
   ('证书', 2, 380, 38, 105, 200, '年', '域名证书', '自动续期', '/images/logo.svg', NULL);
-
-Insert Into Rk_CT (PostCode, Name, PinYin, simple) Values
-  ('110000', '北京', 'BeiJing', 'BJ'),
-  ('440000', '广东', 'GuangDong', 'GD'),
-  ('440100', '广州', 'GuangZhou', 'GZ'),
-  ('440300', '深圳', 'ShenZhen', 'SZ'),
-  ('510000', '四川', 'SiChuan', 'SC'),
-  ('510100', '成都', 'ChengDu', 'CD');
