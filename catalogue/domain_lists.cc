@@ -152,14 +152,14 @@ std::string own_domain_price_sql(std::string_view agent_user, std::string_view d
 }
 
 std::string domain_boxes_sql(const DomainBoxParameters& parameters) {
-  const bool for_agent = !joined_text(parameters.Agent_User).empty();
-  const Text group = joined_text(parameters.DomainType);
   // QUIRK: without a bound two blanks stand behind "Select".
   std::string sql = "Select ";
   if (to_integer(parameters.TopNum) != 0) {
     sql.append("Top ");
     append_text(sql, parameters.TopNum);
   }
+  const bool for_agent = !joined_text(parameters.Agent_User).empty();
+  const Text group = joined_text(parameters.DomainType);
   // QUIRK: the Chinese group is "CH" here and "CN" in the price list.
   if (group.view() == "EN") {
     sql.append(" [Type],[DefaultCheck] From [Rk_DomainList] where [cndomain]=0")

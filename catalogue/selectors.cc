@@ -142,9 +142,9 @@ std::string Show_ServerList(const site::PageContext& page, const ServerListParam
   std::string html;
   {
     const platform::ReadScope one_view(*db);
-    const auto rows =
-        db->execute(product_classes_sql(class_type_of(joined_text(parameters.ShowPage).view()),
-                                        joined_text(parameters.Agent_User).view()));
+    const std::string_view class_type = class_type_of(joined_text(parameters.ShowPage).view());
+    const Text agent = joined_text(parameters.Agent_User);
+    const auto rows = db->execute(product_classes_sql(class_type, agent.view()));
     const std::string start = rows->eof() ? std::string() : link_start(parameters);
     for (; !rows->eof(); rows->move_next()) {
       html.append(start);

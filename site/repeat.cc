@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <cassert>
-#include <optional>
 
 #include "site/tags.h"
-#include "site/trapped.h"
 #include "value/conversions.h"
 
 namespace rk::site {
@@ -30,8 +28,8 @@ void Repeat::fill(std::string_view tag, std::string_view content) {
 void Repeat::fill(std::string_view tag, const Value& content) {
   const std::size_t begin = contents_.size();
   // QUIRK: a Null, or what has no text, loses the whole list up to here, not the tag alone.
-  const bool has_text = !content.is_null() && !trapped([&] { append_text(contents_, content); });
-  if (has_text) {
+  if (const auto text = text_if_any(content)) {
+    contents_.append(text->view());
     add_fill(tag, begin);
   } else {
     steps_.push_back({Step::Kind::Empty, kNone, begin, 0});

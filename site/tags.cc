@@ -11,14 +11,6 @@ namespace rk::site {
 
 namespace {
 
-// The text of a value, or nothing where there is none: Null, an array, an object without one.
-std::optional<Text> text_if_any(const Value& value) {
-  if (value.is_text()) return value.as_text();
-  std::optional<Text> text;
-  trapped([&] { text = try_text(value); });
-  return text;
-}
-
 std::vector<std::size_t> places_of(std::string_view text, std::string_view wanted) {
   std::vector<std::size_t> places;
   if (wanted.empty()) return places;
@@ -48,6 +40,13 @@ std::string braced(std::string_view tag) {
 }
 
 }  // namespace
+
+std::optional<Text> text_if_any(const Value& value) {
+  if (value.is_text()) return value.as_text();
+  std::optional<Text> text;
+  trapped([&] { text = try_text(value); });
+  return text;
+}
 
 Text Set_Tags(const Value& FileCon, Value& TagName, const Value& TagCon) {
   const bool named = !TagName.is_null();

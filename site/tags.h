@@ -6,6 +6,7 @@
 #ifndef RK_SITE_TAGS_H_
 #define RK_SITE_TAGS_H_
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -36,6 +37,9 @@ std::string_view cut(std::string_view html, std::string_view start, std::string_
 Text replaced(const Text& text, std::string_view from, std::string_view to);
 void replace_all(std::string& text, std::string_view from, std::string_view to);
 
+// What a tag is filled with, or nothing where the value has no text: a Null, an object whose value
+// is Null or that has none, an array.
+std::optional<Text> text_if_any(const Value& value);
 // Fills a tag of a text in place, as Set_Tags does. False where the content has no text, and the
 // whole text is lost.
 void fill(std::string& text, std::string_view tag, std::string_view content);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/fake_page.h"
+#include "value/array.h"
 
 namespace rk::catalogue {
 namespace {
@@ -149,6 +150,12 @@ TEST_F(DomainBoxes, TopNumMustBeASixteenBitNumber) {
   EXPECT_EQ(error_of([&] { show(); }), 94);
   parameters.TopNum = Value();
   EXPECT_EQ(sql(), "Select  [Type],[DefaultCheck] From [Rk_DomainList] Order By [IdKey] Desc");
+}
+
+TEST_F(DomainBoxes, TopNumIsReadBeforeTheAgent) {
+  parameters.TopNum = Value::null();
+  parameters.Agent_User = Value::array(Array::of({number(1)}));
+  EXPECT_EQ(error_of([&] { show(); }), 94);
 }
 
 TEST_F(DomainBoxes, ShowOneForEachSuffix) {

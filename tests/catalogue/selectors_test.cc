@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/fake_page.h"
+#include "value/array.h"
 
 namespace rk::catalogue {
 namespace {
@@ -151,6 +152,19 @@ TEST_F(ServerList, EachAreaHasItsClassType) {
             "AgentUser Is Null)");
   EXPECT_EQ(sent("", "green"),
             "Select [Id],[ClassName] From [Rk_ProClass] Where ClassType='' And AgentUser='green'");
+}
+
+TEST_F(ServerList, ReadsThePageBeforeTheAgent) {
+  const auto error = [&](const Value& show_page, const Value& agent) {
+    return error_of([&] {
+      Show_ServerList(
+          page.context,
+          {.Width = Value(), .sHeight = Value(), .ShowPage = show_page, .Agent_User = agent});
+    });
+  };
+  const Value array = Value::array(Array::of({number(1)}));
+  EXPECT_EQ(error(array, Value::object(Ref<Object>())), 13);
+  EXPECT_EQ(error(Value::object(Ref<Object>()), array), 91);
 }
 
 TEST_F(ServerList, NoClassesLeaveTheClearingElement) {
