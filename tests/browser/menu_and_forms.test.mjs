@@ -54,6 +54,20 @@ test("the master's menu has the five areas and its shop categories", () =>
     assert.ok(found.includes("安全服务 /shop?Id=2"), found.join());
   }));
 
+test("an agent's menu has its own shop categories, one of which leads elsewhere", async () => {
+  await visit("blue.localhost", "/", async (page) => {
+    const found = await entries(page);
+    assert.ok(found.includes("店铺装修 /shop?Id=91"), found.join());
+    assert.ok(!found.join().includes("网站建设"), found.join());
+  });
+  await visit("green.localhost", "/", async (page) => {
+    assert.ok((await entries(page)).includes("Web design /shop?Id=92"));
+    const outside = page.locator(".menu").getByRole("link", { name: "Status" });
+    assert.equal(await outside.getAttribute("href"), "http://status.example/");
+    assert.equal(await outside.getAttribute("target"), "_blank");
+  });
+});
+
 test("the running page is marked in the menu of every storefront", async () => {
   const places = [
     ["/", 0],
