@@ -44,6 +44,10 @@ void ClassIniFile::set_INIFileName(const Value& New_IniPath) {
   file_ = to_text(New_IniPath).string();
 }
 
+void ClassIniFile::set_file(std::string_view folder, std::string_view name) {
+  file_ = services::ini_path(folder, name);
+}
+
 services::IniStore ClassIniFile::store() const {
   return {equipment_.profile_strings, equipment_.code_pages, equipment_.deployment.ansi_code_page};
 }

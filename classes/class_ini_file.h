@@ -31,6 +31,8 @@ class ClassIniFile : public Object {
   // The full path of the file, kept as it is given; "" until it is set.
   const std::string& INIFileName() const { return file_; }
   void set_INIFileName(const Value& New_IniPath);
+  // The same out of a folder and a name; not for scripts.
+  void set_file(std::string_view folder, std::string_view name);
 
   void WriteIniKey(Value& strSection, Value& strKey, Value& strValue);
   Value GetIniKey(Value& strSection, Value& strKey);

@@ -79,4 +79,13 @@ void DelIniSec(const IniStore& store, std::string_view file, const Value& sectio
   store.profile_strings.write(ansi(section), std::nullopt, "", file);
 }
 
+std::string ini_path(std::string_view folder, std::string_view name) {
+  while (folder.ends_with('\\')) folder.remove_suffix(1);
+  while (name.starts_with('\\')) name.remove_prefix(1);
+  std::string path(folder);
+  path += '\\';
+  path += name;
+  return path;
+}
+
 }  // namespace rk::services

@@ -30,6 +30,10 @@ void DelIniKey(const IniStore& store, std::string_view file, const Value& sectio
                const Value& key);
 void DelIniSec(const IniStore& store, std::string_view file, const Value& section);
 
+// The path of a file in a folder, both as pages for another system write them: exactly one "\"
+// stands between them, however many end the folder and begin the name.
+std::string ini_path(std::string_view folder, std::string_view name);
+
 }  // namespace rk::services
 
 #endif  // RK_SERVICES_INI_SETTINGS_H_

@@ -59,6 +59,13 @@ TEST_F(IniFileObject, KeepsItsFileNameAsItIsGiven) {
   EXPECT_EQ(call("INIFileName", {}).as_view(), "C:\\a\\..\\b.ini");
 }
 
+TEST_F(IniFileObject, TakesAFolderAndANameFromOtherCodeButNotFromScripts) {
+  ClassIniFile file(fakes.equipment());
+  file.set_file("C:\\a\\\\", "\\\\b.ini");
+  EXPECT_EQ(file.INIFileName(), "C:\\a\\b.ini");
+  EXPECT_EQ(file.member("set_file"), kNoMember);
+}
+
 TEST_F(IniFileObject, AFileNameThatIsNoTextRaises) {
   EXPECT_EQ(error_of([&] { call("INIFileName", {Value::null()}, CallKind::Let); }), 94);
   EXPECT_EQ(error_of([&] { call("INIFileName", {text("x")}, CallKind::Set); }), 438);

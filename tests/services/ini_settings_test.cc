@@ -96,5 +96,11 @@ TEST_F(IniSettings, ANullArgumentRaisesInvalidUseOfNull) {
   EXPECT_THROW(GetIniKey(store, "/f", Value::null(), Value::text("k")), ScriptError);
 }
 
+TEST(IniPath, OneBackslashStandsBetweenFolderAndName) {
+  EXPECT_EQ(ini_path("C:\\a\\\\", "\\\\b.ini"), "C:\\a\\b.ini");
+  EXPECT_EQ(ini_path("C:\\a", "b.ini"), "C:\\a\\b.ini");
+  EXPECT_EQ(ini_path("", "b.ini"), "\\b.ini");
+}
+
 }  // namespace
 }  // namespace rk::services

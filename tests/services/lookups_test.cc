@@ -30,6 +30,7 @@ class Lookups : public ::testing::Test {
       return Text(kSentence).mid(static_cast<std::size_t>(bytes.at(1) - '0'), 1).string();
     }
     std::string from_utf8(std::string_view utf8, int) const override { return std::string(utf8); }
+    bool is_lead_byte(unsigned char byte, int) const override { return byte == 0x81; }
 
     static std::string bytes() {
       std::string pairs;

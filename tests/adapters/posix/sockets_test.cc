@@ -92,6 +92,22 @@ TEST_F(SocketsTest, ConnectsByName) {
   connect("localhost");
 }
 
+TEST_F(SocketsTest, ConnectsByIpv6) {
+  const int listener = ::socket(AF_INET6, SOCK_STREAM, 0);
+  sockaddr_in6 address{};
+  address.sin6_family = AF_INET6;
+  address.sin6_addr = in6addr_loopback;
+  address.sin6_port = htons(static_cast<std::uint16_t>(server.port()));
+  if (::bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) {
+    ::close(listener);
+    GTEST_SKIP() << "this machine has no IPv6";
+  }
+  ::listen(listener, 1);
+  socket->connect("::1", server.port());
+  EXPECT_TRUE(socket->wait_connected(kEnough));
+  ::close(listener);
+}
+
 TEST_F(SocketsTest, TakesNoMoreThanTheLimitOfOneArrival) {
   connect();
   server.send("0123456789");
