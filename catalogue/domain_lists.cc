@@ -39,6 +39,7 @@ std::unique_ptr<Recordset> own_offer(Connection& db, std::string_view agent_user
 
 void fill_domain(site::Repeat& domains, Recordset& domain, Recordset* own) {
   domains.fill("Domain", domain, kDomain);
+  // QUIRK: the number has two tags that differ in letter case alone.
   domains.fill("id", domain, kId);
   if (own != nullptr) {
     domains.fill("Price", *own, kPrice);

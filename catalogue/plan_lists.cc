@@ -58,6 +58,9 @@ struct Texts {
 };
 
 // QUIRK: the MySQL list sends "=False" for all plans of a class and "=0" for so many of them.
+// QUIRK: the MySQL list's tags bear the names of the SQL Server list's.
+// QUIRK: the join has no condition on [bb].[AgentUser]: a plan is listed once for every agent's
+// price row in the class.
 // QUIRK: the MySQL and mail lists fill the frame first, so an item that holds {ListLineHeight} is
 // not found again in the block and its plans are not shown.
 constexpr Texts kTexts[] = {

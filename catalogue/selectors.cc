@@ -48,6 +48,7 @@ constexpr ProductTable kMySqlDatabases{
     .before_name = "\">"};
 constexpr ProductTable kMails{
     .sql = "Select [ID],[MailName] From [Rk_MailList] Where [freeMail]=0",
+    // QUIRK: this one text names the agents' column without brackets.
     .sql_for_agent = "Select [ID],[MailName] From [Rk_MailList] Where [freeMail]=0 And AgentS=1",
     .price_type = " And [PriceType]='Mail'",
     .option = "  <option value=\"/Mail/Mail.asp?id=",

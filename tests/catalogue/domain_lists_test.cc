@@ -68,7 +68,7 @@ class DomainPriceList : public testing::Test {
   FakePage page;
 };
 
-TEST_F(DomainPriceList, FillsBothSpellingsOfTheId) {
+TEST_F(DomainPriceList, KeepsFillingBothSpellingsOfTheId) {
   suffixes(domain_price_list_sql("EN", false), {{text(".com"), number(60), real(65.5), number(3)}});
   EXPECT_EQ(show("{Domain} {id} {Id} {Price} {UpdatePrice} {ID};"), "[.com 3 3 60 65.5 {ID};]");
   EXPECT_EQ(page.log(), (std::vector<std::string>{"open Data Source=shop.db",
@@ -174,6 +174,11 @@ TEST_F(DomainBoxes, ShowOneForEachSuffix) {
   EXPECT_EQ(page.db.log(),
             (std::vector<std::string>{"open Data Source=shop.db", "recordset 1 3 " + sql(),
                                       "close recordset", "close"}));
+}
+
+TEST_F(DomainBoxes, ATwoLabelSuffixNamesItsBoxWithoutDotsAndIsShownWithThem) {
+  page.db.answer(sql(), {{"Type", "DefaultCheck"}, {{text(".com.cn"), Value::boolean(false)}}});
+  EXPECT_NE(show().find(" name=\"comcn\">.com.cn</div>"), std::string::npos);
 }
 
 TEST_F(DomainBoxes, NoRowsLeaveTheClearingElement) {

@@ -207,7 +207,7 @@ TEST_F(HostInfo, RowsThatThePlanNamesMustBeThere) {
   EXPECT_EQ(page.db.log().back(), "close");
 }
 
-TEST_F(HostInfo, NullInAShownColumnLosesTheWholeText) {
+TEST_F(HostInfo, KeepsLosingTheWholeTextOnANull) {
   plan({.space = Value::null()});
   EXPECT_EQ(show("{HostSpace} and more"), "");
   plan({.name = Value::null()});

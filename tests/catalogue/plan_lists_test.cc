@@ -235,7 +235,7 @@ TEST_F(PlanListsPage, SqlListFillsItsTags) {
   EXPECT_EQ(page.db.reading(), 0);
 }
 
-TEST_F(PlanListsPage, MySqlListFillsItsTags) {
+TEST_F(PlanListsPage, KeepsTheSqlServerListsTagsInTheMySqlList) {
   style(my_sql(),
         "{SqlListId} {SqlList_SqlName} {db_MaxSize} {lg_MaxSize} {ConLineHeight} {Price};",
         "{ListLineHeight}");
@@ -262,11 +262,22 @@ TEST_F(PlanListsPage, NoRowsShowAnEmptyList) {
   EXPECT_EQ(show(mail()), "[]");
 }
 
-TEST_F(PlanListsPage, LineCodeNeverFollowsTheLastPlan) {
+TEST_F(PlanListsPage, FivePlansBreakBehindTheSecondAndTheFourth) {
+  parameters.NewLineNum = number(2);
+  style(sql(), "{SqlList_SqlName}");
+  style(my_sql(), "{SqlList_SqlName}");
+  style(mail(), "{MailList_MailName}");
+  answer_sql(5);
+  answer_my_sql(5);
+  answer_mail(5);
+  EXPECT_EQ(show(sql()), "[12|34|5]");
+  EXPECT_EQ(show(my_sql()), "[12|34|5]");
+  EXPECT_EQ(show(mail()), "[12|34|5]");
+}
+
+TEST_F(PlanListsPage, FourPlansBreakOnceBecauseTheLastEndsTheList) {
   style(sql(), "{SqlList_SqlName}");
   parameters.NewLineNum = number(2);
-  answer_sql(5);
-  EXPECT_EQ(show(sql()), "[12|34|5]");
   answer_sql(4);
   EXPECT_EQ(show(sql()), "[12|34]");
 }
@@ -309,12 +320,18 @@ TEST_F(PlanListsPage, KeepsLosingPlansWithTheHeightInTheirItem) {
 }
 
 TEST_F(PlanListsPage, KeepsTheTwoSpellingsOfTheFreeFilter) {
-  parameters.ListNum = text("0");
-  EXPECT_NE(plan_list_sql(PlanList::MySql, parameters, "7").text().find("[freesql]=False"),
-            std::string::npos);
-  parameters.ListNum = text("9");
-  EXPECT_NE(plan_list_sql(PlanList::MySql, parameters, "7").text().find("[freesql]=0"),
-            std::string::npos);
+  page.request.queries["serverid"] = "7";
+  const auto sent = [&](const char* list_num) {
+    parameters.ListNum = text(list_num);
+    EXPECT_EQ(error_of([&] { show(my_sql()); }), errors::kSqlSyntax) << "no rows are scripted";
+    return page.db.statements().back();
+  };
+  EXPECT_EQ(sent("0"),
+            "Select [Id],[DbName],[db_MaxSize],[Price] From [Rk_MySqlList] Where [freesql]=False "
+            "And [ProClass]=7 Order By [Id] Desc");
+  EXPECT_EQ(sent("9"),
+            "Select Top 9 [Id],[DbName],[db_MaxSize],[Price] From [Rk_MySqlList] Where "
+            "[freesql]=0 And [ProClass]=7 Order By [Id] Desc");
 }
 
 TEST_F(PlanListsPage, ClassOfTheRequestIsCleaned) {
@@ -324,7 +341,7 @@ TEST_F(PlanListsPage, ClassOfTheRequestIsCleaned) {
   EXPECT_NE(page.db.marked().back().find("[ProClass]=<<7>> Order"), std::string::npos);
 }
 
-TEST_F(PlanListsPage, NullsLoseTheList) {
+TEST_F(PlanListsPage, KeepsLosingTheListOnANull) {
   style(sql(), "{SqlList_SqlName};");
   page.db.answer(kSqlCasesPlain, {{"Id", "DbName", "db_MaxSize", "lg_MaxSize", "Price"},
                                   {{number(1), text("a"), number(1), number(1), number(1)},

@@ -98,6 +98,16 @@ TEST_F(ProductList, AgentsSeeTheirOwnNamesWhereTheyHaveThem) {
                 kMails + "  <option value=\"/Mail/Mail.asp?id=7\">┠OwnMail</option>\r\n</select>");
 }
 
+TEST_F(ProductList, KeepsOneColumnWithoutBracketsInTheMailText) {
+  products("Rk_HostList", "HostName", " Where [AgentS]=1", {});
+  products("Rk_SqlList", "DbName", " Where [freeSql]=0 And [AgentS]=1", {});
+  products("Rk_MySqlList", "DbName", " Where [freeSql]=0 And [AgentS]=1", {});
+  products("Rk_MailList", "MailName", " Where [freeMail]=0 And AgentS=1", {});
+  ShowPro_List(page.context, text("green"));
+  EXPECT_EQ(page.db.statements().back(),
+            "Select [ID],[MailName] From [Rk_MailList] Where [freeMail]=0 And AgentS=1");
+}
+
 TEST_F(ProductList, KeepsTheDotInTheHeadingsPath) {
   products("Rk_HostList", "HostName", "", {});
   products("Rk_SqlList", "DbName", " Where [freeSql]=0", {});
@@ -122,7 +132,7 @@ class ServerList : public testing::Test {
   FakePage page;
 };
 
-TEST_F(ServerList, PageSelectsTheClassesInAnyLetterCase) {
+TEST_F(ServerList, PageSelectsTheClassesInAnyLetterCaseAndLinksKeepIt) {
   page.db.answer(
       "Select [Id],[ClassName] From [Rk_ProClass] Where ClassType='host' And (AgentUser='' Or "
       "AgentUser Is Null)",
@@ -136,7 +146,7 @@ TEST_F(ServerList, PageSelectsTheClassesInAnyLetterCase) {
   EXPECT_EQ(page.db.reading(), 0);
 }
 
-TEST_F(ServerList, EachAreaHasItsClassType) {
+TEST_F(ServerList, EachAreaHasItsClassTypeAndAnUnknownPageNone) {
   const auto sent = [&](const char* show_page, const char* agent) {
     EXPECT_EQ(error_of([&] { show(show_page, agent); }), errors::kSqlSyntax);
     return page.db.statements().back();
