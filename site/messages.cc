@@ -35,6 +35,7 @@ Text server_variable(const PageContext& page, std::string_view name) {
 void MessBox(const PageContext& page, const Value& errorcode, const Value& locpage,
              const Value& beend) {
   const Text address = joined_text(locpage);
+  // QUIRK: nothing is escaped, so that a "'" or a line's end in a message breaks the script.
   std::string script = "<script>alert('";
   append_text(script, errorcode);
   if (address.view() == "local") {

@@ -92,6 +92,18 @@ TEST_F(Menu, KeepsReplacingLinksInLongerNumbers) {
             "<a href=\"/b\" target=\"_blank2\">A</a><a href=\"/b\" target=\"_blank\">B</a>");
 }
 
+TEST_F(Menu, AMissingTableRaises) {
+  page.db.fail(kCategories, ScriptError(errors::kSqlMissingTable, "no table"));
+  EXPECT_EQ(tests::error_of([&] { show("x"); }), errors::kSqlMissingTable);
+  EXPECT_EQ(page.db.log().back(), "close");
+  EXPECT_EQ(page.db.reading(), 0);
+}
+
+TEST_F(Menu, NamesStandUnescaped) {
+  categories({{number(4), text("<b>A & \"B\"</b>"), text("/x?a=1&b='2'")}});
+  EXPECT_EQ(shop(), "<a href=\"/x?a=1&b='2'\" target=\"_blank\"><b>A & \"B\"</b></a>");
+}
+
 TEST_F(Menu, NoCategoriesLeaveTheMarkers) {
   EXPECT_EQ(show(std::string("[<!--ShopItem-->") + kItem + "<!--End ShopItem-->]"),
             "[<!--ShopItem--><!--End ShopItem-->]");

@@ -56,6 +56,11 @@ TEST_F(Messages, AddressIsWhereTheVisitorGoes) {
   EXPECT_EQ(body(), "<script>alert('x');location.href='LOCAL'</script>");
 }
 
+TEST_F(Messages, KeepsMessagesUnescaped) {
+  mess_box(text("it's\r\n</script>"), text("local"), number(0));
+  EXPECT_EQ(body(), "<script>alert('it's\r\n</script>')</script>");
+}
+
 TEST_F(Messages, OneEndsThePageWhateverItsType) {
   EXPECT_TRUE(mess_box(text("x"), text("local"), text("1")));
   EXPECT_TRUE(mess_box(text("x"), text("local"), Value::real(1)));
@@ -84,6 +89,13 @@ TEST_F(Messages, PostFromElsewhereIsRefused) {
             "数据来源错误</td>   </tr></table>");
   EXPECT_TRUE(refused("http://other.example/", "shop.example"));
   EXPECT_TRUE(refused("http://Shop.Example/", "shop.example")) << "letter case counts";
+}
+
+TEST_F(Messages, RefererWithoutAHostIsRefused) {
+  for (const char* referer : {"http://", "http:///", "http", "/form.asp"}) {
+    EXPECT_TRUE(refused(referer, "shop.example")) << referer;
+  }
+  EXPECT_FALSE(refused("", "")) << "a server without a name is found everywhere";
 }
 
 TEST_F(Messages, KeepsComparingAtOnePlace) {

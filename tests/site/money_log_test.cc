@@ -42,6 +42,11 @@ TEST_F(MoneyLog, StoresItsFieldsInTheirOrder) {
   EXPECT_EQ(page.db.reading(), 0);
 }
 
+TEST_F(MoneyLog, ANegativeAmountIsStoredAsGiven) {
+  write(number(-3));
+  EXPECT_EQ(page.db.log()[5], "set money=-3");
+}
+
 TEST_F(MoneyLog, RaisesWhatTheDatabaseRaisesAndStoresNothing) {
   page.db.answer("Select * From MoneyLog", {{"user"}, {}});
   EXPECT_EQ(error_of([&] { write(number(1)); }), 3265);

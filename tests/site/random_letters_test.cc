@@ -43,6 +43,10 @@ TEST(RandomLetters, FollowTheDrawByParity) {
   }
 }
 
+TEST(RandomLetters, AreTheSameWhereTheDrawsAre) {
+  EXPECT_EQ(letters(Value::integer(5), {0.1, 0.9}), letters(Value::integer(5), {0.1, 0.9}));
+}
+
 TEST(RandomLetters, RoundHalvesToTheEvenNeighbour) {
   EXPECT_EQ(letters(Value::integer(1), {0.5 / 25}), "a");
   EXPECT_EQ(letters(Value::integer(1), {1.5 / 25}), "c");
