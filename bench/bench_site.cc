@@ -58,7 +58,8 @@ void append_number(std::string& out, double number) {
   out.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
 }
 
-BenchSite::BenchSite(const std::string& data) {
+BenchSite::BenchSite(const std::string& data, const std::filesystem::path& parent)
+    : folder_(parent) {
   const std::string file = folder_.path() + "/shop.db";
   if (sqlite3_open(file.c_str(), &floor_) != SQLITE_OK) throw std::runtime_error("no database");
   run(floor_, app::schema_ddl(app::SchemaEngine::Sqlite));

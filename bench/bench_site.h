@@ -6,6 +6,7 @@
 
 #include <sqlite3.h>
 
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -65,7 +66,9 @@ void append_number(std::string& out, double number);
 class BenchSite {
  public:
   // `data`: statements that fill the tables behind the schema and one template, "bench".
-  explicit BenchSite(const std::string& data);
+  // The database lies in a folder of its own in `parent`.
+  explicit BenchSite(const std::string& data,
+                     const std::filesystem::path& parent = std::filesystem::temp_directory_path());
   ~BenchSite();
   BenchSite(const BenchSite&) = delete;
   BenchSite& operator=(const BenchSite&) = delete;

@@ -19,8 +19,9 @@ namespace rk::tests {
 
 class DiskFolder final : public platform::Files {
  public:
-  DiskFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "rk_sqlite_XXXXXX").string();
+  explicit DiskFolder(
+      const std::filesystem::path& parent = std::filesystem::temp_directory_path()) {
+    std::string pattern = (parent / "rk_sqlite_XXXXXX").string();
     path_ = mkdtemp(pattern.data());
   }
   ~DiskFolder() override {
