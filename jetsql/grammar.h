@@ -38,6 +38,8 @@ class Grammar {
   void statement();
 
  private:
+  void parameters();
+
   // grammar_expressions.cc
   Expression* expression(int power = 0);
   Expression* prefix();
@@ -47,6 +49,7 @@ class Grammar {
   Expression* name_or_call();
   Expression* call(std::string name, std::uint32_t begin);
   Expression* literal();
+  Expression* question(std::uint32_t begin, std::size_t number);
   Expression* comparison_word(Expression* left, bool negated);
   Expression* in_list(Expression* left, bool negated);
   Expression* between(Expression* left, bool negated);

@@ -166,10 +166,8 @@ Expression* Grammar::primary() {
     case TokenKind::Date:
       return literal();
     case TokenKind::Question: {
-      Expression* made = node(Expression::Kind::Question, token.begin);
-      made->parameter = static_cast<int>(tree_.questions++);
-      tokens_.take();
-      return finished(made);
+      const std::uint32_t begin = tokens_.take().begin;
+      return question(begin, tree_.questions++);
     }
     case TokenKind::Variable: {
       if (!same_letters(name_text(tokens_.sql(), token), "@@identity"))
@@ -196,6 +194,13 @@ Expression* Grammar::literal() {
   Expression* made = node(Expression::Kind::Literal, tokens_.peek().begin);
   made->parameter = tokens_.parameter_of(tokens_.place());
   made->literal = literal_value(tokens_.sql(), tokens_.take());
+  return finished(made);
+}
+
+// A value that the page binds: a "?", or a name out of the Parameters clause.
+Expression* Grammar::question(std::uint32_t begin, std::size_t number) {
+  Expression* made = node(Expression::Kind::Question, begin);
+  made->parameter = static_cast<int>(number);
   return finished(made);
 }
 
@@ -245,6 +250,12 @@ Expression* Grammar::name_or_call() {
     tokens_.take();
     column->qualifier = column->name;
     column->name = tokens_.expect_name(kMissingOperator);
+    return finished(column);
+  }
+  const auto& declared = tree_.parameters;
+  const auto found = std::find(declared.begin(), declared.end(), lower_letters(column->name));
+  if (found != declared.end()) {
+    return question(token.begin, static_cast<std::size_t>(found - declared.begin()));
   }
   return finished(column);
 }

@@ -76,7 +76,8 @@ class Tree {
   Select* select() { return &selects_.emplace_back(); }
 
   Statement statement;
-  std::size_t questions = 0;
+  std::vector<std::string> parameters;  // names of a Parameters clause, lower case
+  std::size_t questions = 0;            // values that the page binds, those first
 
  private:
   std::deque<Expression> expressions_;

@@ -13,6 +13,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "value/value.h"
@@ -30,7 +31,8 @@ enum class LockType : std::uint8_t {
 
 // A statement's text, with the stretches that came out of the visitor's request. Each of those must
 // stay inside one quoted text or be one number, whatever it holds; the database refuses the
-// statement unrun where one does not.
+// statement unrun where one does not. And with the values that stand for its "?", in their order:
+// what they hold is never read as SQL. Raises -2147217904 where there are fewer values than "?".
 class SqlText {
  public:
   SqlText() = default;
@@ -46,6 +48,11 @@ class SqlText {
     text_.append(part);
     return *this;
   }
+  // The value of the next "?". Arrays of bytes are stored as they are.
+  SqlText& bind(Value value) {
+    values_.push_back(std::move(value));
+    return *this;
+  }
 
   struct Stretch {
     std::size_t begin;
@@ -53,10 +60,12 @@ class SqlText {
   };
   const std::string& text() const noexcept { return text_; }
   const std::vector<Stretch>& outside() const noexcept { return outside_; }
+  const std::vector<Value>& values() const noexcept { return values_; }
 
  private:
   std::string text_;
   std::vector<Stretch> outside_;
+  std::vector<Value> values_;
 };
 
 class Recordset {

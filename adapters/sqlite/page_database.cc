@@ -104,6 +104,7 @@ Ref<Plan> PageConnection::plan_of(const SqlText& sql, RunValues& values) {
   jetsql::read_shape(sql.text(), shape);
   Ref<Plan> plan = session_->handle().plan(sql.text(), shape);
   std::swap(values.literals, shape.literals);
+  values.bound = sql.values();
   if (plan->asks_clock) values.now = session_->clock().now();
   return plan;
 }

@@ -4,10 +4,8 @@
 
 #include <utility>
 
-#include "adapters/sqlite/failure.h"
 #include "adapters/sqlite/field_values.h"
-#include "value/array.h"
-#include "value/conversions.h"
+#include "adapters/sqlite/statement_values.h"
 #include "value/script_error.h"
 
 namespace rk::sqlite {
@@ -22,18 +20,10 @@ std::string quoted(const std::string& name) {
   return text + '"';
 }
 
-void bind_value(sqlite3_stmt* statement, int place, const Value& value, jetsql::Type type) {
-  bool is_bytes = false;
-  const jetsql::Literal literal = literal_of(value, is_bytes);
-  if (is_bytes) {
-    const Value plain = plain_value(value);
-    const std::string& bytes = plain.as_array().bytes();
-    sqlite3_bind_blob64(statement, place, bytes.data(), bytes.size(), SQLITE_TRANSIENT);
-    return;
-  }
+jetsql::Parameter stored_in(jetsql::Type type) {
   jetsql::Parameter parameter;
   parameter.conversion = stored_conversion(type);
-  bind_copy(statement, place, jetsql::bound_value(parameter, literal));
+  return parameter;
 }
 
 }  // namespace
@@ -61,11 +51,7 @@ int EditedTable::bind_edit(sqlite3_stmt* statement, const RowEdit& edit) const {
   int place = 0;
   for (std::size_t i = 0; i < edit.values.size(); ++i) {
     if (!edit.values[i]) continue;
-    try {
-      bind_value(statement, ++place, *edit.values[i], translation_.columns[i].type);
-    } catch (const jetsql::SqlError& error) {
-      raise_failure(error);
-    }
+    bind_value(statement, ++place, stored_in(translation_.columns[i].type), *edit.values[i]);
   }
   return place;
 }

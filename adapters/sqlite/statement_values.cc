@@ -7,6 +7,9 @@
 #include <cstring>
 
 #include "adapters/sqlite/failure.h"
+#include "adapters/sqlite/field_values.h"
+#include "value/array.h"
+#include "value/conversions.h"
 
 namespace rk::sqlite {
 namespace {
@@ -51,10 +54,14 @@ Literal given_value(const Parameter& parameter, const RunValues& values) {
     case Parameter::Source::Clock:
       return date_literal(values.now - std::floor(values.now));
     case Parameter::Source::Literal:
-      return values.literals[parameter.index];
     case Parameter::Source::Caller:
       break;
   }
+  return values.literals[parameter.index];
+}
+
+const Value& page_value(const Parameter& parameter, const RunValues& values) {
+  if (parameter.index < values.bound.size()) return values.bound[parameter.index];
   raise_failure(jetsql::SqlError(jetsql::kNoValueGiven,
                                  "No value given for a parameter (\"?\") of the statement",
                                  jetsql::SqlError::kNowhere));
@@ -70,6 +77,15 @@ bool is_plain(const Parameter& parameter, const RunValues& values) {
   return kind != Literal::Kind::Date && kind != Literal::Kind::Boolean;
 }
 
+void bind_converted(sqlite3_stmt* statement, int place, const Parameter& parameter,
+                    const Literal& given) {
+  try {
+    bind_copy(statement, place, jetsql::bound_value(parameter, given));
+  } catch (const jetsql::SqlError& error) {
+    raise_failure(error);
+  }
+}
+
 }  // namespace
 
 void bind_values(sqlite3_stmt* statement, const std::vector<Parameter>& parameters,
@@ -82,12 +98,22 @@ void bind_values(sqlite3_stmt* statement, const std::vector<Parameter>& paramete
       bind(statement, place, values.literals[parameter.index], SQLITE_STATIC);
       continue;
     }
-    try {
-      bind_copy(statement, place, jetsql::bound_value(parameter, given_value(parameter, values)));
-    } catch (const jetsql::SqlError& error) {
-      raise_failure(error);
+    if (parameter.source == Parameter::Source::Caller) {
+      bind_value(statement, place, parameter, page_value(parameter, values));
+      continue;
     }
+    bind_converted(statement, place, parameter, given_value(parameter, values));
   }
+}
+
+void bind_value(sqlite3_stmt* statement, int place, const Parameter& parameter,
+                const Value& value) {
+  bool is_bytes = false;
+  const Literal literal = literal_of(value, is_bytes);
+  if (!is_bytes) return bind_converted(statement, place, parameter, literal);
+  const Value plain = plain_value(value);
+  const std::string& bytes = plain.as_array().bytes();
+  sqlite3_bind_blob64(statement, place, bytes.data(), bytes.size(), SQLITE_TRANSIENT);
 }
 
 void bind_copy(sqlite3_stmt* statement, int place, const Literal& value) {

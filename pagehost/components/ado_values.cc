@@ -1,7 +1,6 @@
 #include "pagehost/components/ado_values.h"
 
 #include "value/array.h"
-#include "value/conversions.h"
 
 namespace rk::pagehost {
 
@@ -50,30 +49,6 @@ std::int32_t actual_size_of(const Value& value) {
     default:
       return 8;
   }
-}
-
-std::string sql_literal(const Value& value) {
-  const Value plain = plain_value(value);
-  switch (plain.kind()) {
-    case Value::Kind::Null:
-    case Value::Kind::Empty:
-      return "Null";
-    case Value::Kind::Array:
-    case Value::Kind::Error:
-      raise(errors::kTypeMismatch);
-    case Value::Kind::Date:
-      return "#" + date_text(plain.as_date()) + "#";
-    case Value::Kind::String:
-      break;
-    default:
-      return to_text(plain).string();
-  }
-  std::string out = "'";
-  for (const char c : plain.as_view()) {
-    out += c;
-    if (c == '\'') out += c;
-  }
-  return out + "'";
 }
 
 }  // namespace rk::pagehost

@@ -1,10 +1,9 @@
-// What the database objects have in common: their errors, the kinds of columns as numbers, and
-// literals in SQL texts. Pure functions.
+// What the database objects have in common: their errors and the kinds of columns as numbers. Pure
+// functions.
 #ifndef RK_PAGEHOST_COMPONENTS_ADO_VALUES_H_
 #define RK_PAGEHOST_COMPONENTS_ADO_VALUES_H_
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 #include "value/script_error.h"
@@ -40,10 +39,6 @@ enum class AdoType : std::int32_t {
 AdoType ado_type_of(const Value& value);
 // In bytes, 2 a character of a text; 0 for Null.
 std::int32_t actual_size_of(const Value& value);
-
-// A value as a literal of the SQL that pages write: texts in single quotes with quotes doubled,
-// dates between "#". Raises 13 for arrays and objects.
-std::string sql_literal(const Value& value);
 
 }  // namespace rk::pagehost
 

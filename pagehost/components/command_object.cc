@@ -143,8 +143,8 @@ Value ParameterObject::ignored(const Call& call) {
   return call.assigns() ? Value() : Value::long_integer(0);
 }
 
-std::string with_parameters(std::string_view statement, const ParameterList& parameters) {
-  std::string out;
+platform::SqlText with_parameters(std::string_view statement, const ParameterList& parameters) {
+  platform::SqlText out;
   std::size_t used = 0;
   char closing = 0;  // of the quoted text or name that runs
   for (std::size_t i = 0; i < statement.size(); ++i) {
@@ -155,19 +155,21 @@ std::string with_parameters(std::string_view statement, const ParameterList& par
       closing = c == '[' ? ']' : c;
     } else if (c == '?') {
       if (used >= parameters.size()) raise(errors::kInvalidArgument);
-      out += sql_literal(parameters[used++]->value);
-      continue;
+      out.bind(parameters[used++]->value);
     } else if (c == '@') {
       std::size_t end = i + 1;
       while (end < statement.size() && is_name_character(statement[end])) ++end;
       const ParameterObject* found = named(parameters, statement.substr(i + 1, end - i - 1));
       if (found != nullptr) {
-        out += sql_literal(found->value);
+        out.add("?").bind(found->value);
         i = end - 1;
         continue;
       }
     }
-    out += c;
+    out.add(statement.substr(i, 1));
+  }
+  if (out.values().empty()) {
+    for (const auto& each : parameters) out.bind(each->value);
   }
   return out;
 }
@@ -190,8 +192,8 @@ std::span<const Member<CommandObject>> CommandObject::members() {
   return kMembers;
 }
 
-std::string CommandObject::statement() const {
-  if (type_ == kCommandTable) return "Select * From [" + text_ + "]";
+platform::SqlText CommandObject::statement() const {
+  if (type_ == kCommandTable) return platform::SqlText("Select * From [" + text_ + "]");
   return with_parameters(text_, *parameters_);
 }
 
@@ -225,17 +227,17 @@ Value CommandObject::execute(const Call& call) {
       (*parameters_)[i]->value = plain_value(values[i]);
     }
   }
-  const std::string text = statement();
+  const platform::SqlText sql = statement();
   return connection_->remembering([&] {
     const auto opened = connection_->opened();
     std::int64_t affected = 0;
-    auto rows = opened->execute(platform::SqlText(text), &affected);
+    auto rows = opened->execute(sql, &affected);
     if (call.count() > 0) {
       call.at(0) = Value::long_integer(static_cast<std::int32_t>(affected));
     }
     if ((call.number_or(2, 0) & kExecuteNoRecords) != 0) rows.reset();
     auto recordset = make_ref<RecordsetObject>(database_);
-    recordset->take(std::move(rows), connection_, opened, text);
+    recordset->take(std::move(rows), connection_, opened, sql);
     return Value::object(recordset);
   });
 }

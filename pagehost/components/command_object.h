@@ -1,5 +1,5 @@
-// CommandObject (ADODB.Command): a statement with parameters, which go into its text as literals;
-// and the Parameter objects.
+// CommandObject (ADODB.Command): a statement with parameters, which are bound as values and never
+// read as SQL; and the Parameter objects.
 #ifndef RK_PAGEHOST_COMPONENTS_COMMAND_OBJECT_H_
 #define RK_PAGEHOST_COMPONENTS_COMMAND_OBJECT_H_
 
@@ -38,9 +38,10 @@ class ParameterObject final : public TabledObject<ParameterObject> {
 
 using ParameterList = std::vector<Ref<ParameterObject>>;
 
-// The statement with each "?" outside of quotes and brackets replaced by a parameter in order, and
-// each "@name" by the one of that name. Raises 3001 where parameters are missing.
-std::string with_parameters(std::string_view statement, const ParameterList& parameters);
+// The statement with the values of its "?" outside of quotes and brackets, in order; "@name" of a
+// parameter is a "?" for that one. A statement that has neither names its parameters in a
+// Parameters clause: all are bound, in order. Raises 3001 where parameters are missing.
+platform::SqlText with_parameters(std::string_view statement, const ParameterList& parameters);
 
 class CommandObject final : public TabledObject<CommandObject> {
  public:
@@ -49,7 +50,7 @@ class CommandObject final : public TabledObject<CommandObject> {
   std::string_view type_name() const override { return "Command"; }
   static std::span<const Member<CommandObject>> members();
 
-  std::string statement() const;
+  platform::SqlText statement() const;
   const Ref<ConnectionObject>& connection() const { return connection_; }
 
  private:

@@ -175,13 +175,13 @@ Value ConnectionObject::execute(const Call& call) {
   return remembering([&] {
     if (!connection_) raise(rk::errors::kObjectClosed);
     std::int64_t affected = 0;
-    const std::string text = call.text(0);
-    auto rows = connection_->execute(platform::SqlText(text), &affected);
+    const platform::SqlText sql(call.text(0));
+    auto rows = connection_->execute(sql, &affected);
     if (call.has(1) || call.count() > 1) {
       call.at(1) = Value::long_integer(static_cast<std::int32_t>(affected));
     }
     auto recordset = make_ref<RecordsetObject>(database_);
-    recordset->take(std::move(rows), Ref<ConnectionObject>(this), connection_, text);
+    recordset->take(std::move(rows), Ref<ConnectionObject>(this), connection_, sql);
     return Value::object(recordset);
   });
 }

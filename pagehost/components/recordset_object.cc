@@ -18,12 +18,13 @@ constexpr std::int32_t kCommandTable = 2;
 constexpr std::int32_t kCommandTableDirect = 512;
 
 // "Select * From [name]" where a table is named instead of a statement.
-std::string statement_of(const std::string& source, std::int32_t options) {
+platform::SqlText statement_of(const platform::SqlText& statement, std::int32_t options) {
+  const std::string& source = statement.text();
   const bool named = options == kCommandTable || options == kCommandTableDirect;
   const bool one_word = source.find_first_of(" \t\r\n") == std::string::npos && !source.empty();
-  if (!named && !one_word) return source;
+  if (!named && !one_word) return statement;
   const bool bracketed = source.front() == '[';
-  return "Select * From " + (bracketed ? source : "[" + source + "]");
+  return platform::SqlText("Select * From " + (bracketed ? source : "[" + source + "]"));
 }
 
 }  // namespace
@@ -81,7 +82,7 @@ std::unique_ptr<Enumeration> RecordsetObject::enumerate() {
 
 void RecordsetObject::take(std::unique_ptr<platform::Recordset> rows,
                            Ref<ConnectionObject> connection,
-                           std::shared_ptr<platform::Connection> opened, std::string source) {
+                           std::shared_ptr<platform::Connection> opened, platform::SqlText source) {
   rows_ = std::move(rows);
   connection_ = std::move(connection);
   opened_ = std::move(opened);
@@ -147,7 +148,7 @@ Value RecordsetObject::open(const Call& call) {
       source_ = command->statement();
       if (command->connection()) connection_ = command->connection();
     } else {
-      source_ = to_text(from).string();
+      source_ = platform::SqlText(to_text(from).string());
     }
   }
   if (call.has(1)) connect(call.at(1));
@@ -169,8 +170,7 @@ void RecordsetObject::run() {
       cursor_location_ == kUseClient || connection_->cursor_location() == kUseClient;
   if (client) cursor_type_ = static_cast<std::int32_t>(platform::CursorType::Static);
   connection_->remembering([&] {
-    rows_ = opened_->open_recordset(platform::SqlText(source_),
-                                    static_cast<platform::CursorType>(cursor_type_),
+    rows_ = opened_->open_recordset(source_, static_cast<platform::CursorType>(cursor_type_),
                                     static_cast<platform::LockType>(lock_type_));
     return Value();
   });
@@ -304,9 +304,9 @@ Value RecordsetObject::active_connection(const Call& call) {
 }
 
 Value RecordsetObject::source(const Call& call) {
-  if (!call.assigns()) return Value::text(source_);
+  if (!call.assigns()) return Value::text(source_.text());
   if (rows_) raise(errors::kObjectOpen);
-  source_ = to_text(call.assigned()).string();
+  source_ = platform::SqlText(to_text(call.assigned()).string());
   return {};
 }
 

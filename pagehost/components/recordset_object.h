@@ -26,7 +26,7 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
 
   // What a statement gave; no rows: a closed record set.
   void take(std::unique_ptr<platform::Recordset> rows, Ref<ConnectionObject> connection,
-            std::shared_ptr<platform::Connection> opened, std::string source);
+            std::shared_ptr<platform::Connection> opened, platform::SqlText source);
 
   // The open rows; raises 3704 where there are none.
   platform::Recordset& rows();
@@ -83,7 +83,7 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   Ref<ConnectionObject> connection_;
   std::shared_ptr<platform::Connection> opened_;  // outlives the rows
   std::unique_ptr<platform::Recordset> rows_;
-  std::string source_;
+  platform::SqlText source_;
   std::int32_t cursor_type_ = 0;
   std::int32_t lock_type_ = 1;
   std::int32_t cursor_location_ = 2;

@@ -203,6 +203,77 @@ TEST_P(DatabaseRules, AHostileWriteIsNotRun) {
 
 // ---- Fields
 
+TEST_P(DatabaseRules, AQuestionMarkStandsForTheValueThatWasBound) {
+  fill(3);
+  platform::SqlText sql("Select [Id] From [plan] Where [Name]=? And [Num]>?");
+  sql.bind(Value::text("N2")).bind(Value::text("5"));
+  const auto rows = connection_->execute(sql);
+  EXPECT_EQ(joined_text(rows->field(0)).view(), "2");
+  rows->move_next();
+  EXPECT_TRUE(rows->eof());
+  const auto paged = connection_->open_recordset(sql, Cursor::Keyset, Lock::ReadOnly);
+  EXPECT_EQ(paged->record_count(), 1);
+}
+
+TEST_P(DatabaseRules, WhatABoundTextHoldsIsNeverReadAsSql) {
+  fill(2);
+  platform::SqlText sql("Insert Into [plan] ([Name]) Values (?)");
+  sql.bind(Value::text("x');Delete From [plan];--? \"'"));
+  connection_->execute(sql);
+  const auto rows = by_id();
+  EXPECT_EQ(rows->record_count(), 3);
+  rows->move_last();
+  EXPECT_EQ(joined_text(rows->field("Name")).view(), "x');Delete From [plan];--? \"'");
+}
+
+TEST_P(DatabaseRules, BoundValuesSuitTheColumnsThatTheyMeet) {
+  platform::SqlText sql(
+      "Insert Into [plan] ([Name],[Price],[Flag],[Time],[Num]) Values (?,?,?,?,?)");
+  sql.bind(Value::long_integer(7)).bind(Value::text("2.5")).bind(Value::boolean(true));
+  sql.bind(Value::date(45000.5)).bind(Value::null());
+  connection_->execute(sql);
+  platform::SqlText asked("Select * From [plan] Where [Time]=? And [Flag]=? And [Price]<=?");
+  asked.bind(Value::date(45000.5)).bind(Value::boolean(true)).bind(Value::real(2.5));
+  const auto rows = connection_->execute(asked);
+  ASSERT_FALSE(rows->eof());
+  EXPECT_EQ(joined_text(rows->field("Name")).view(), "7");
+  EXPECT_EQ(rows->field("Price").kind(), Value::Kind::Currency);
+  EXPECT_TRUE(rows->field("Num").is_null());
+  platform::SqlText wrong("Insert Into [plan] ([Num]) Values (?)");
+  wrong.bind(Value::text("many"));
+  EXPECT_EQ(error_of([&] { connection_->execute(wrong); }), -2147217913);
+}
+
+TEST_P(DatabaseRules, BoundBytesAreStoredAsTheyAre) {
+  run("Create Table [pic] ([Id] Long, [Data] Image)");
+  platform::SqlText sql("Insert Into [pic] ([Id],[Data]) Values (1,?)");
+  const std::string bytes("a\0'\xff", 4);
+  sql.bind(Value::array(Array::of_bytes(bytes)));
+  connection_->execute(sql);
+  const auto rows = connection_->execute("Select [Data] From [pic]");
+  EXPECT_EQ(rows->field(0).as_array().bytes(), bytes);
+}
+
+TEST_P(DatabaseRules, AQuestionMarkWithoutAValueIsNoValueGiven) {
+  EXPECT_EQ(error_of([&] { run("Select * From [plan] Where [Id]=?"); }), -2147217904);
+  EXPECT_EQ(error_of([&] { run("Insert Into [plan] ([Num]) Values (?)"); }), -2147217904);
+}
+
+TEST_P(DatabaseRules, NamesOfAParametersClauseStandForTheValuesInOrder) {
+  fill(4);
+  platform::SqlText sql(
+      "Parameters [low] Long, high Integer, n Text(50);\n"
+      "Select [Id] From [plan] Where [Id] Between [Low] And High And [Name]<>n Order By [Id]");
+  sql.bind(Value::long_integer(2)).bind(Value::long_integer(4)).bind(Value::text("N3"));
+  const auto rows = connection_->open_recordset(sql, Cursor::Static, Lock::ReadOnly);
+  ASSERT_EQ(rows->record_count(), 2);
+  rows->move_last();
+  EXPECT_EQ(joined_text(rows->field(0)).view(), "4");
+  EXPECT_EQ(error_of([&] { run("Parameters x Select [Id] From [plan]"); }), -2147217900);
+  EXPECT_EQ(error_of([&] { run("Parameters x Long; Select [Id] From [plan] Where [Id]=x"); }),
+            -2147217904);
+}
+
 TEST_P(DatabaseRules, TheDeclaredTypeDecidesTheValue) {
   run("Insert Into [plan] ([Name],[Price],[Flag],[Time],[Num]) Values "
       "('a',99.5,True,#2024-03-04 05:06:07#,7)");

@@ -190,6 +190,7 @@ void RecordingDatabase::clear_log() {
   log_.clear();
   statements_.clear();
   marked_.clear();
+  bound_.clear();
 }
 
 std::unique_ptr<platform::Connection> RecordingDatabase::connection() {
@@ -200,6 +201,11 @@ void RecordingDatabase::record_statement(std::string event, const platform::SqlT
   log_.push_back(std::move(event) + sql.text());
   statements_.push_back(sql.text());
   marked_.push_back(with_marks(sql));
+  std::string values;
+  for (const Value& value : sql.values()) {
+    values += (values.empty() ? "" : ",") + joined_text(value).string();
+  }
+  if (!sql.values().empty()) bound_.push_back(std::move(values));
 }
 
 const Rows& RecordingDatabase::rows_of(const std::string& sql) const {

@@ -49,6 +49,8 @@ class RecordingDatabase : public platform::Database {
   std::vector<std::string> statements() const;
   // What of the statements came from the request, marked: Like '%<<shop.example>>%'.
   const std::vector<std::string>& marked() const { return marked_; }
+  // The values bound to each statement that has some, with commas between.
+  const std::vector<std::string>& bound() const { return bound_; }
   int reading() const { return reading_; }
   void clear_log();
 
@@ -68,6 +70,7 @@ class RecordingDatabase : public platform::Database {
   std::vector<std::string> log_;
   std::vector<std::string> statements_;
   std::vector<std::string> marked_;
+  std::vector<std::string> bound_;
   int reading_ = 0;
 };
 

@@ -8,6 +8,7 @@
 #include "tests/support/object_calls.h"
 #include "tests/support/recording_database.h"
 #include "value/array.h"
+#include "value/conversions.h"
 
 namespace rk::pagehost {
 namespace {
@@ -147,7 +148,7 @@ TEST_F(Ado, TheConnectionRemembersItsLastFailure) {
   EXPECT_EQ(text_of(get(get(cn, "Errors"), "Count")), "0");
 }
 
-TEST_F(Ado, ParametersGoIntoTheTextAsLiterals) {
+TEST_F(Ado, ParametersAreBoundAsValues) {
   const auto parameter = [](std::string name, Value value) {
     auto made = make_ref<ParameterObject>();
     made->name = std::move(name);
@@ -156,28 +157,35 @@ TEST_F(Ado, ParametersGoIntoTheTextAsLiterals) {
   };
   const ParameterList list{parameter("@Name", t("O'Neil? @Name")), parameter("n", n(7)),
                            parameter("d", Value::date(45000.0))};
-  EXPECT_EQ(with_parameters("Select '?' From [a?b] Where a=? And b=? And c=?", list),
-            "Select '?' From [a?b] Where a='O''Neil? @Name' And b=7 And c=#2023-03-15#");
-  EXPECT_EQ(with_parameters("Where a=@name", list), "Where a='O''Neil? @Name'");
+  const auto values_of = [&](std::string_view statement) {
+    std::string out;
+    const platform::SqlText sql = with_parameters(statement, list);
+    for (const Value& each : sql.values()) {
+      out += joined_text(each).string() + ";";
+    }
+    return out;
+  };
+  const std::string_view marked = "Select '?' From [a?b] Where a=? And b=?";
+  EXPECT_EQ(with_parameters(marked, list).text(), marked);
+  EXPECT_EQ(values_of(marked), "O'Neil? @Name;7;");
+  EXPECT_EQ(with_parameters("Where a=@name And b=@n", list).text(), "Where a=? And b=?");
+  EXPECT_EQ(values_of("Where b=@n And a=@name"), "7;O'Neil? @Name;");
+  EXPECT_EQ(values_of("Parameters a Text; Select a"), "O'Neil? @Name;7;2023-03-15;");
   EXPECT_EQ(error_number([&] { with_parameters("????", list); }), 3001);
 }
 
 TEST_F(Ado, ACommandRunsWithItsParameters) {
-  database_->answer("Select * From t Where Id=2", {{"Id"}, {{tests::number(2)}}});
+  database_->answer("Select * From t Where Id=?", {{"Id"}, {{tests::number(2)}}});
   const Value command = Value::object(make_ref<CommandObject>(database_));
   let(command, "ActiveConnection", {connection()});
   let(command, "CommandText", {t("Select * From t Where Id=?")});
   const Value parameter = get(command, "CreateParameter", {t("id"), n(3), n(1), n(4), n(2)});
   get(get(command, "Parameters"), "Append", {parameter});
   EXPECT_EQ(text_of(get(get(command, "Execute"), "", {n(0)})), "2");
-}
-
-TEST_F(Ado, LiteralsOfEveryKindAreQuotedAsTheyMustBe) {
-  EXPECT_EQ(sql_literal(Value::null()), "Null");
-  EXPECT_EQ(sql_literal(Value::boolean(true)), "True");
-  EXPECT_EQ(sql_literal(Value::real(0.5)), "0.5");
-  EXPECT_EQ(sql_literal(t("a'b")), "'a''b'");
-  EXPECT_EQ(error_number([] { sql_literal(Value::array(Array::of({}))); }), 13);
+  const Value rows = recordset();
+  get(rows, "Open", {command, Value::missing(), n(1), n(1)});
+  EXPECT_EQ(text_of(get(rows, "", {n(0)})), "2");
+  EXPECT_EQ(database_->bound(), (std::vector<std::string>{"2", "2"}));
 }
 
 }  // namespace
