@@ -12,7 +12,7 @@ If InStr("HSME", Left(Plan, 1)) = 0 Or Not IsNumeric(Mid(Plan, 2)) Then Plan = "
 <section class="wrap narrow">
 <h1><%= Page_Title %></h1>
 <% If Plan <> "" Then %>
-<p class="note"><%= Say("您选的是方案 ", "You picked plan ") %><strong><%= Html(Plan) %></strong><%= Say("，联系时请告诉我们这个编号。", ": please tell us this number.") %></p>
+<p class="note"><a class="button small" href="/order/index.asp?plan=<%= Html(Plan) %>"><%= Say("在线订购", "Order online") %></a> <%= Say("您选的是方案 ", "You picked plan ") %><strong><%= Html(Plan) %></strong><%= Say("，联系时请告诉我们这个编号。", ": please tell us this number.") %></p>
 <% End If %>
 <dl class="facts">
 <dt><%= Say("电话", "Telephone") %></dt><dd><a href="tel:+8602055500100">+86 20 5550 0100</a></dd>

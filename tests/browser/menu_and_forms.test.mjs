@@ -101,6 +101,12 @@ const fill = async (page, values) => {
 const send = (page, name) =>
   Promise.all([page.waitForEvent("load"), page.getByRole("button", { name }).click()]);
 
+test("the plan that a visitor picked stands in the order form", () =>
+  visit("localhost", "/contact.asp?plan=H40", async (page) => {
+    await Promise.all([page.waitForEvent("load"), page.locator(".note a").click()]);
+    assert.equal(await page.getByLabel("方案编号").inputValue(), "H40");
+  }));
+
 test("an order that lacks something shows why and goes back with what was filled in", () =>
   visit("localhost", "/order/index.asp", async (page, messages) => {
     await fill(page, { 邮箱: "li@shop.example" });

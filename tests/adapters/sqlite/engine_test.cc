@@ -332,6 +332,19 @@ TEST_F(SqliteEngine, AWriterThatWaitsInTheQueueStopsWhenItsTimeIsOver) {
   EXPECT_EQ(value(*connection, "Select Count(*) From t"), "1");
 }
 
+// What was stored outlives a loss of power: the log is on the disk before a write returns.
+TEST_F(SqliteEngine, AWriteWaitsForTheDisk) {
+  sqlite::Handle handle(world_.folder.path("shop.db"), sqlite::OpenMode::ReadWrite,
+                        std::chrono::milliseconds(0));
+  const auto answer = [&](const std::string& pragma) {
+    const sqlite::Lease lease = handle.lease(handle.own_plan(pragma), 0);
+    EXPECT_TRUE(handle.step(lease.statement()));
+    return std::string(reinterpret_cast<const char*>(sqlite3_column_text(lease.statement(), 0)));
+  };
+  EXPECT_EQ(answer("pragma journal_mode"), "wal");
+  EXPECT_EQ(answer("pragma synchronous"), "2");
+}
+
 TEST_F(SqliteEngine, WhatAWriterWaitedInTheQueueOfALockedFileCounts) {
   using std::chrono::hours;
   sqlite::Handle handle(world_.folder.path("shop.db"), sqlite::OpenMode::ReadWrite, hours(1));
