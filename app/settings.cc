@@ -90,6 +90,7 @@ std::string base_address(std::string_view value) {
   if (!value.empty() && !value.starts_with("http://") && !value.starts_with("https://")) {
     refuse("an address that begins with http:// or https://, or nothing");
   }
+  while (value.ends_with('/')) value.remove_suffix(1);  // paths begin with one
   return std::string(value);
 }
 

@@ -128,13 +128,12 @@ posix::LeadBytes lead_bytes(const SiteOptions& options, const platform::CodePage
 
 // What a fetch leaves of the page's time, so that the page can still answer.
 constexpr std::chrono::seconds kLeftToThePage{1};
-// Of an object that outlives its page.
-constexpr std::chrono::hours kNoLimit{24};
 
-std::chrono::milliseconds time_left(const pagehost::PageWatch& watch,
-                                    const platform::Clock& clock) {
+// An object that outlives its page, kept in a session, gets as long as a page does.
+std::chrono::milliseconds time_left(const pagehost::PageWatch& watch, const platform::Clock& clock,
+                                    std::chrono::seconds page_time) {
   const auto deadline = watch.deadline();
-  if (deadline == std::chrono::steady_clock::time_point::max()) return kNoLimit;
+  if (deadline == std::chrono::steady_clock::time_point::max()) return page_time;
   return std::chrono::floor<std::chrono::milliseconds>(deadline - clock.steady() - kLeftToThePage);
 }
 
@@ -205,9 +204,11 @@ void Site::Parts::add_programs() {
 classes::Equipment Site::Parts::equipment(pagehost::PageServices& page) {
   const std::shared_ptr<const pagehost::PageWatch> watch = page.watch();
   curl::FetchLimits limits;
-  limits.time_left = [this, watch] { return time_left(*watch, clock); };
+  const std::chrono::seconds page_time(options.settings.server.page_seconds);
+  limits.time_left = [this, watch, page_time] { return time_left(*watch, clock, page_time); };
   limits.still_running = [watch] { watch->check(); };
   limits.proxy = options.settings.fetch.proxy;
+  limits.user_agent = "Rkclient/" + options.version;
   limits.max_body_bytes = options.settings.fetch.max_body_bytes;
   return {clock,
           random,

@@ -12,14 +12,11 @@ namespace rk::services {
 
 namespace {
 
-// What scripts see where an address of the settings is needed and empty.
-constexpr std::int32_t kNotConfigured = -2147220991;  // 80040201
-
 const std::string& configured(const std::string& address, std::string_view key) {
   if (!address.empty()) return address;
   std::string text = "No address is configured for [endpoints] ";
   text += key;
-  throw ScriptError(kNotConfigured, std::move(text));
+  throw ScriptError(errors::kNotConfigured, std::move(text));
 }
 
 // Defeats caches along the way.

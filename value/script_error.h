@@ -96,6 +96,11 @@ inline constexpr KnownError kObjectClosed{
 inline constexpr KnownError kObjectOpen{3705, "Operation is not allowed when the object is open.",
                                         kDatabaseSource};
 
+// Of the services.
+inline constexpr KnownError kInvalidPropertyValue{380, "Invalid property value"};
+inline constexpr KnownError kNotConnected{40006, "Wrong protocol or connection state"};
+inline constexpr std::int32_t kNotConfigured = -2147220991;  // 80040201; the text names the setting
+
 }  // namespace errors
 
 class ScriptError : public std::exception {

@@ -123,6 +123,9 @@ void set_up(CURL* easy, CURLU* address, const std::string& scheme, const FetchLi
   curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 1L);
   curl_easy_setopt(easy, CURLOPT_MAXREDIRS, kMaxRedirects);
   curl_easy_setopt(easy, CURLOPT_PROXY, limits.proxy.c_str());
+  if (!limits.user_agent.empty()) {
+    curl_easy_setopt(easy, CURLOPT_USERAGENT, limits.user_agent.c_str());
+  }
   curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
   // A name server that does not answer must not hold the page once the fetch is given up.
   curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);

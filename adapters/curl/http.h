@@ -25,6 +25,7 @@ struct FetchLimits {
   std::function<void()> still_running;
   std::string proxy;  // empty: none, whatever the environment says
   std::size_t max_body_bytes = kMaxBodyBytes;
+  std::string user_agent;  // empty: none is sent
 };
 
 class CurlHttp final : public platform::Http {

@@ -30,10 +30,6 @@ constexpr milliseconds kSlice{100};
 // What a message that nobody waited for leaves a connection to come about.
 constexpr milliseconds kMoment{500};
 
-// What scripts of this kind see for a socket's failure.
-constexpr std::int32_t kNotConnected = 40006;
-constexpr std::int32_t kInvalidProperty = 380;
-
 struct Address {
   int family;
   sockaddr_storage storage;
@@ -89,7 +85,7 @@ class TcpSocket final : public platform::Socket {
   ~TcpSocket() override { drop(); }
 
   void connect(std::string_view host, std::int16_t port) override {
-    if (port <= 0) throw ScriptError(kInvalidProperty, "Invalid property value");
+    if (port <= 0) raise(errors::kInvalidPropertyValue);
     const std::string name(host);
     const std::string number = std::to_string(port);
     std::vector<Address> given = addresses_of(name, number, AI_NUMERICHOST);
@@ -160,7 +156,7 @@ class TcpSocket final : public platform::Socket {
       still_running_();
       const auto left = left_until(deadline);
       if (left <= milliseconds::zero() || nobody_answers()) {
-        throw ScriptError(kNotConnected, "Wrong protocol or connection state");
+        raise(errors::kNotConnected);
       }
       look_for_connection(left);
     }

@@ -63,6 +63,22 @@ TEST(Settings, EveryKindOfValueIsRead) {
   EXPECT_EQ(settings.endpoints.filing, "http://127.0.0.1:9001");
 }
 
+TEST(Settings, AnAddressLosesTheSlashesAtItsEnd) {
+  const Settings settings =
+      parse_settings("[endpoints]\nfiling = http://a.example//\n", "rkclient.ini", "/site");
+  EXPECT_EQ(settings.endpoints.filing, "http://a.example");
+}
+
+TEST(Settings, FetchesGoWithoutAProxyWhereNoneIsSet) {
+  const Settings none = parse_settings("", "rkclient.ini", "/site");
+  EXPECT_EQ(none.fetch.proxy, "");
+  EXPECT_EQ(none.fetch.max_body_bytes, 16'777'216u);
+  const Settings set = parse_settings("[fetch]\nproxy=http://10.0.0.1:3128\nmax_body_bytes=5\n",
+                                      "rkclient.ini", "/site");
+  EXPECT_EQ(set.fetch.proxy, "http://10.0.0.1:3128");
+  EXPECT_EQ(set.fetch.max_body_bytes, 5u);
+}
+
 TEST(Settings, AnUnknownSectionOrKeyIsNamedWithItsLineAndWhatThereIs) {
   EXPECT_EQ(failure("\n[sever]"),
             "rkclient.ini:2: unknown section [sever]; sections are server, text, data, log, "
