@@ -93,6 +93,17 @@ test("a page of the second row is marked by its folder", () =>
     assert.deepEqual(await marked(page, "true"), ["Order"]);
   }));
 
+test("on a phone the marked entry is in sight", () =>
+  visit(
+    "green.localhost",
+    "/contact.asp",
+    async (page) => {
+      const box = await page.locator(".menu a[aria-current]").boundingBox();
+      assert.ok(box.x >= 0 && box.x + box.width <= 360, JSON.stringify(box));
+    },
+    { width: 360 },
+  ));
+
 // --- the order form -----------------------------------------------------------------------------
 
 const fill = async (page, values) => {
