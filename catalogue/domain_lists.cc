@@ -81,43 +81,44 @@ void append_box(std::string& html, Recordset& domain, std::string_view start, st
   html.append("\">").append(type).append("</div>");
 }
 
-}  // namespace
-
-Text Show_DomainPriceList(const site::PageContext& page, const Value& Style,
-                          const Value& DomainLanguage, const Value& Agent_User) {
+Text price_list(const site::PageContext& page, Connection& db, const Value& Style,
+                const Value& DomainLanguage, const Value& Agent_User) {
   const Text file = site::template_text(page, "Domain-PriceList.html");
   const std::string_view style =
       style_block(file.view(), "<!--PriceList Style", "<!--End PriceList Style", Style);
   site::Repeat domains(site::cut(style, "<!--Loop-->", "<!--End Loop-->"), kDomainTags);
 
-  const auto db = site::open_database(page);
   const Text agent_user = joined_text(Agent_User);
   const Text language = joined_text(DomainLanguage);
-  {
-    const platform::ReadScope one_view(*db);
-    const auto rows = db->execute(domain_price_list_sql(language.view(), !agent_user.empty()));
-    fill_domains(domains, *db, *rows, agent_user.view());
-    rows->close();
-  }
-  db->close();
+  const auto rows = db.execute(domain_price_list_sql(language.view(), !agent_user.empty()));
+  fill_domains(domains, db, *rows, agent_user.view());
+  rows->close();
 
   return domains.into(style);
 }
 
-std::string Show_sDomainList(const site::PageContext& page, const DomainBoxParameters& parameters) {
-  const auto db = site::open_database(page);
+std::string boxes(Connection& db, const DomainBoxParameters& parameters) {
+  const auto rows = db.open_recordset(domain_boxes_sql(parameters), platform::CursorType::Keyset,
+                                      platform::LockType::Optimistic);
   std::string html;
-  {
-    const platform::ReadScope one_view(*db);
-    const auto rows = db->open_recordset(domain_boxes_sql(parameters), platform::CursorType::Keyset,
-                                         platform::LockType::Optimistic);
-    const std::string start = rows->eof() ? std::string() : box_start(parameters);
-    std::string type;
-    for (; !rows->eof(); rows->move_next()) append_box(html, *rows, start, type);
-    rows->close();
-  }
-  db->close();
+  const std::string start = rows->eof() ? std::string() : box_start(parameters);
+  std::string type;
+  for (; !rows->eof(); rows->move_next()) append_box(html, *rows, start, type);
+  rows->close();
+  return html;
+}
 
+}  // namespace
+
+Text Show_DomainPriceList(const site::PageContext& page, const Value& Style,
+                          const Value& DomainLanguage, const Value& Agent_User) {
+  return site::read_region(page, [&](Connection& db) {
+    return price_list(page, db, Style, DomainLanguage, Agent_User);
+  });
+}
+
+std::string Show_sDomainList(const site::PageContext& page, const DomainBoxParameters& parameters) {
+  std::string html = site::read_region(page, [&](Connection& db) { return boxes(db, parameters); });
   return html.append("<div style=\"font: 0px/0px sans-serif;clear: both;display: block\"> </div>");
 }
 

@@ -136,28 +136,27 @@ void fill_plan(site::Repeat& html, Connection& db, Recordset& plan, const Offer&
   fill("TestDay");
 }
 
-}  // namespace
-
-Value Show_HostInfo(const site::PageContext& page, const Value& Agent_User) {
+Value plan_html(const site::PageContext& page, Connection& db, const Value& Agent_User) {
   const Text file = site::template_text(page, "Host-ShowHost-Info.html");
-  const auto db = site::open_database(page);
   const std::string id = site::ReStr(page.request().query("id"));
   if (id.empty() || !is_numeric(Value::text(id))) return {};
 
   const Text agent_user = joined_text(Agent_User);
   // OPTIMIZATION: a file is filled like the only row of a list, in one pass instead of one a tag.
   site::Repeat html(file.view(), kPlanTags);
-  {
-    const platform::ReadScope one_view(*db);
-    const auto plan = db->execute(host_info_sql(id, !agent_user.empty()));
-    if (plan->eof()) return {};
-    const Offer offer = offer_of(*db, agent_user.view(), *plan);
-    fill_plan(html, *db, *plan, offer);
-    plan->close();
-  }
-  db->close();
+  const auto plan = db.execute(host_info_sql(id, !agent_user.empty()));
+  if (plan->eof()) return {};
+  const Offer offer = offer_of(db, agent_user.view(), *plan);
+  fill_plan(html, db, *plan, offer);
+  plan->close();
   html.next();
   return Value::text(html.filled());
+}
+
+}  // namespace
+
+Value Show_HostInfo(const site::PageContext& page, const Value& Agent_User) {
+  return site::read_region(page, [&](Connection& db) { return plan_html(page, db, Agent_User); });
 }
 
 SqlText host_info_sql(std::string_view id, bool for_agent) {

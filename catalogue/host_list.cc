@@ -194,36 +194,33 @@ void fill_frame(std::string& block, const Value& list_line_height, const PageTur
   site::fill(block, "ServerId", class_id);
 }
 
-}  // namespace
-
-Text Show_HostList(const site::PageContext& page, const HostListParameters& parameters) {
+Text list_html(const site::PageContext& page, Connection& db,
+               const HostListParameters& parameters) {
   const Text file = site::template_text(page, "Host-HostList-LitInfo.html");
   const std::string_view style =
       style_block(file.view(), "<!--HostList Style", "<!--End HostList Style", parameters.Style);
   site::Repeat plans(site::cut(style, "<!--HostList For Index-->", "<!--End HostList For Index-->"),
                      kPlanTags);
 
-  const auto db = site::open_database(page);
   const std::string class_id = site::ReStr(page.request().query("ServerId"));
-  std::int32_t page_count = 0;
-  PageTurn turn;
-  {
-    const platform::ReadScope one_view(*db);
-    const auto rows =
-        db->open_recordset(host_list_sql(parameters, class_id), platform::CursorType::Keyset,
-                           platform::LockType::Optimistic);
-    const std::int64_t record_count = rows->record_count();
-    rows->set_page_size(to_long(parameters.PageSize));
-    page_count = rows->page_count();
-    turn = turn_to(*rows, page.request().item("Page"), page_count);
-    fill_plans(plans, *db, *rows, parameters, record_count);
-    rows->close();
-  }
-  db->close();
+  const auto rows = db.open_recordset(host_list_sql(parameters, class_id),
+                                      platform::CursorType::Keyset, platform::LockType::Optimistic);
+  const std::int64_t record_count = rows->record_count();
+  rows->set_page_size(to_long(parameters.PageSize));
+  const std::int32_t page_count = rows->page_count();
+  const PageTurn turn = turn_to(*rows, page.request().item("Page"), page_count);
+  fill_plans(plans, db, *rows, parameters, record_count);
+  rows->close();
 
   std::string block(style);
   fill_frame(block, parameters.ListLineHeight, turn, page_count, class_id);
   return plans.into(block);
+}
+
+}  // namespace
+
+Text Show_HostList(const site::PageContext& page, const HostListParameters& parameters) {
+  return site::read_region(page, [&](Connection& db) { return list_html(page, db, parameters); });
 }
 
 SqlText host_list_sql(const HostListParameters& parameters, std::string_view class_id) {

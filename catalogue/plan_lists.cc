@@ -153,7 +153,8 @@ class RowBreaks {
   // Counts a plan. Raises what NewLineNum raises as a 16-bit number, but not for the last plan.
   bool due() {
     if (++rendered_ >= record_count_) return false;
-    if (++column_ != to_integer(new_line_num_)) return false;
+    if (rendered_ == 1) plans_in_a_row_ = to_integer(new_line_num_);
+    if (++column_ != plans_in_a_row_) return false;
     column_ = 0;
     return true;
   }
@@ -161,6 +162,7 @@ class RowBreaks {
  private:
   const Value& new_line_num_;
   const std::int64_t record_count_;
+  std::int16_t plans_in_a_row_ = 0;
   std::int64_t rendered_ = 0;
   std::int64_t column_ = 0;
 };
@@ -212,26 +214,26 @@ Text framed(site::Repeat& plans, std::string_view style, bool list_first,
   return plans.into(block);
 }
 
-Text show_list(PlanList list, const site::PageContext& page, const PlanListParameters& parameters) {
+Text list_html(PlanList list, const site::PageContext& page, Connection& db,
+               const PlanListParameters& parameters) {
   const Texts& texts = texts_of(list);
   const Text file = site::template_text(page, texts.file);
   const std::string_view style =
       style_block(file.view(), texts.style_start, texts.style_end, parameters.Style);
   site::Repeat plans(site::cut(style, texts.item_start, texts.item_end), texts.tags);
 
-  const auto db = site::open_database(page);
   const std::string class_id = site::ReStr(page.request().query("ServerId"));
-  {
-    const platform::ReadScope one_view(*db);
-    const auto rows =
-        db->open_recordset(plan_list_sql(list, parameters, class_id), platform::CursorType::Keyset,
-                           platform::LockType::Optimistic);
-    fill_plans(plans, list, *db, *rows, parameters);
-    rows->close();
-  }
-  db->close();
+  const auto rows = db.open_recordset(plan_list_sql(list, parameters, class_id),
+                                      platform::CursorType::Keyset, platform::LockType::Optimistic);
+  fill_plans(plans, list, db, *rows, parameters);
+  rows->close();
 
   return framed(plans, style, texts.list_before_frame, parameters.ListLineHeight);
+}
+
+Text show_list(PlanList list, const site::PageContext& page, const PlanListParameters& parameters) {
+  return site::read_region(page,
+                           [&](Connection& db) { return list_html(list, page, db, parameters); });
 }
 
 }  // namespace

@@ -114,49 +114,49 @@ std::string_view class_type_of(std::string_view page) {
   return {};
 }
 
-}  // namespace
-
-std::string ShowPro_List(const site::PageContext& page, const Value& Agent_User) {
-  const auto db = site::open_database(page);
+std::string product_select(Connection& db, const Value& Agent_User) {
   const Text agent = joined_text(Agent_User);
   std::string html =
       "<select size=\"1\" name=\"D1\" onchange=location.href=this.value style=\"padding-left: 4px; "
       "padding-right: 4px; padding-top: 1px; padding-bottom: 1px\">\r\n"
       "  <option>产品服务快速通道</option>\r\n"
       "  <option value=\"/Host\">＝＝虚拟主机＝＝</option>\r\n";
-  {
-    const platform::ReadScope one_view(*db);
-    append_options(html, *db, kHosts, agent.view());
-    // QUIRK: this path has a dot where those of the databases have a slash.
-    html.append("  <option value=\"/DataBase.Index.asp\">＝＝数据库＝＝</option>\r\n");
-    append_options(html, *db, kSqlDatabases, agent.view());
-    append_options(html, *db, kMySqlDatabases, agent.view());
-    html.append("  <option value=\"/Mail/Mail.asp\">＝＝企业邮局＝＝</option>\r\n");
-    append_options(html, *db, kMails, agent.view());
-  }
-  db->close();
+  append_options(html, db, kHosts, agent.view());
+  // QUIRK: this path has a dot where those of the databases have a slash.
+  html.append("  <option value=\"/DataBase.Index.asp\">＝＝数据库＝＝</option>\r\n");
+  append_options(html, db, kSqlDatabases, agent.view());
+  append_options(html, db, kMySqlDatabases, agent.view());
+  html.append("  <option value=\"/Mail/Mail.asp\">＝＝企业邮局＝＝</option>\r\n");
+  append_options(html, db, kMails, agent.view());
   return html.append("</select>");
 }
 
-std::string Show_ServerList(const site::PageContext& page, const ServerListParameters& parameters) {
-  const auto db = site::open_database(page);
+std::string class_links(Connection& db, const ServerListParameters& parameters) {
+  const std::string_view class_type = class_type_of(joined_text(parameters.ShowPage).view());
+  const Text agent = joined_text(parameters.Agent_User);
+  const auto rows = db.execute(product_classes_sql(class_type, agent.view()));
   std::string html;
-  {
-    const platform::ReadScope one_view(*db);
-    const std::string_view class_type = class_type_of(joined_text(parameters.ShowPage).view());
-    const Text agent = joined_text(parameters.Agent_User);
-    const auto rows = db->execute(product_classes_sql(class_type, agent.view()));
-    const std::string start = rows->eof() ? std::string() : link_start(parameters);
-    for (; !rows->eof(); rows->move_next()) {
-      html.append(start);
-      rows->append_field_text(kId, html);
-      html.append("\">");
-      rows->append_field_text(kName, html);
-      html.append("</a></div>");
-    }
-    rows->close();
+  const std::string start = rows->eof() ? std::string() : link_start(parameters);
+  for (; !rows->eof(); rows->move_next()) {
+    html.append(start);
+    rows->append_field_text(kId, html);
+    html.append("\">");
+    rows->append_field_text(kName, html);
+    html.append("</a></div>");
   }
-  db->close();
+  rows->close();
+  return html;
+}
+
+}  // namespace
+
+std::string ShowPro_List(const site::PageContext& page, const Value& Agent_User) {
+  return site::read_region(page, [&](Connection& db) { return product_select(db, Agent_User); });
+}
+
+std::string Show_ServerList(const site::PageContext& page, const ServerListParameters& parameters) {
+  std::string html =
+      site::read_region(page, [&](Connection& db) { return class_links(db, parameters); });
   return html.append("<div style=\"font: 0px/0px sans-serif;clear: both;display: block\"> </div>");
 }
 

@@ -16,6 +16,20 @@ namespace rk::site {
 // database raises where that names none.
 std::unique_ptr<platform::Connection> open_database(const PageContext& page);
 
+// A region of the page: `render` with a connection of its own, in one view of the database.
+// OPTIMIZATION: what it asks on other connections of the page (its template's folder) is read in
+// the same view of the same engine connection, whose begin and end cost as much as some statements.
+template <class Render>
+auto read_region(const PageContext& page, Render render) {
+  const auto db = open_database(page);
+  auto region = [&] {
+    const platform::ReadScope one_view(*db);
+    return render(*db);
+  }();
+  db->close();
+  return region;
+}
+
 // "/Template/" + folder name + "/", of the agent whose domain the request's host is, else of the
 // master site. A database failure and a row that is missing reach the page (3021).
 std::string GetTempPath(const PageContext& page);

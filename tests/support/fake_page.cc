@@ -101,10 +101,13 @@ std::vector<std::string> FakePage::statements() const {
 }
 
 std::vector<std::string> FakePage::log() const {
-  const std::vector<std::string>& all = db.log();
+  std::vector<std::string> all = db.log();
   const auto first_close = std::find(all.begin(), all.end(), "close");
   if (first_close == all.end()) return {};
-  return {first_close + 1, all.end()};
+  auto open = first_close;
+  while (open != all.begin() && !open->starts_with("open ")) --open;
+  all.erase(open, first_close + 1);
+  return all;
 }
 
 }  // namespace rk::tests

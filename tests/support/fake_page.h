@@ -105,7 +105,8 @@ class FakePage {
   void put_template(std::string_view file, std::string text);
   // The statements after the two with which every renderer finds its template folder.
   std::vector<std::string> statements() const;
-  // The same of the whole log, which those begin with "open" and end with "close".
+  // The same of the whole log, in which those have a connection of their own, the first that is
+  // closed.
   std::vector<std::string> log() const;
 
   Ref<FakeScriptingContext> scripting = make_ref<FakeScriptingContext>();
