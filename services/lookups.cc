@@ -5,6 +5,7 @@
 
 #include "site/random_letters.h"
 #include "site/tags.h"
+#include "site/trapped.h"
 #include "value/conversions.h"
 #include "value/script_error.h"
 
@@ -56,7 +57,9 @@ Value chDomainReg(const Web& web, const Endpoints& endpoints, platform::Random& 
 }
 
 Value getapiurl(const Endpoints& endpoints, platform::Random& random, const Value& apitype) {
-  const Text key = joined_text(apitype);
+  Text key;
+  // What has no text is no key.
+  if (site::trapped([&] { key = joined_text(apitype); })) return Value();
   if (key.view() == "netcn") {
     return Value::text(configured(endpoints.hichina, "hichina") +
                        "/wwwnetcn.aspx?rktemstr=" + fresh_letters(random));

@@ -6,6 +6,7 @@
 #include "tests/support/fixed_random.h"
 #include "tests/support/scripted_http.h"
 #include "tests/support/toy_code_pages.h"
+#include "value/array.h"
 #include "value/conversions.h"
 #include "value/script_error.h"
 
@@ -78,6 +79,14 @@ TEST_F(Lookups, EachKeyHasItsAddress) {
 TEST_F(Lookups, AKeyInOtherLetterCaseGivesEmptyAndDrawsNothing) {
   EXPECT_TRUE(getapiurl(endpoints, random, Value::text("XinnetReg")).is_empty());
   EXPECT_EQ(random.drawn(), 0u);
+}
+
+TEST_F(Lookups, WhatIsNoKeyGivesEmptyAndRaisesNothing) {
+  for (const Value& key :
+       {Value(), Value::null(), Value::nothing(), Value::array(Array::of({})),
+        Value::long_integer(1), Value::object(make_ref<tests::FakeScriptingContext>())}) {
+    EXPECT_TRUE(getapiurl(endpoints, random, key).is_empty());
+  }
 }
 
 TEST_F(Lookups, AnAddressThatIsNotConfiguredRaisesWithItsKey) {
