@@ -70,7 +70,7 @@ class Floor {
     run(folder_);
     run(domain_);
     std::string out;
-    out.reserve(8192);
+    out.reserve(8192 + static_cast<std::size_t>(pages_) * 72);
     out += "\r\n<ul class=\"cases\"><!--Loop-->";
     for (int shown = 1; rows_.step(); ++shown) {
       out.append("\r\n<li><a href=\"").append(rows_.text(0)).append("\"><img src=\"");

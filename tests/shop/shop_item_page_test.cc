@@ -43,7 +43,7 @@ class ShopItemPage : public testing::Test {
 };
 
 TEST_F(ShopItemPage, AnIdThatIsNoNumberGivesEmptyWithoutAQuery) {
-  for (const char* id : {"", "abc", "'"}) {
+  for (const char* id : {"", "abc", "'", "1e400", "1;2", "1 or 1=1"}) {
     FakePage visited;
     visited.request.queries["id"] = id;
     EXPECT_TRUE(Show_ShopInfo(visited.context).is_empty());
