@@ -78,7 +78,8 @@ Value Getbeian(const Web& web, const Endpoints& endpoints, platform::Server& ser
   const Value form = server_fetch(web, Value::text(site + "/chaxun/ggcx.jsp"));
   // The path changes from visit to visit, so it is read each time.
   const std::string_view path = site::cut(form.as_view(), "document.frame.action=\"/", "\";");
-  const std::string number = server.url_encode(joined_text(sStr).view());
+  std::string number;
+  site::trapped([&] { number = server.url_encode(joined_text(sStr).view()); });
   std::string address = site + "/";
   address += path;
   address += "?cxfs=3&baxh=";
@@ -87,7 +88,10 @@ Value Getbeian(const Web& web, const Endpoints& endpoints, platform::Server& ser
   if (reply.as_view().find(kNotOnRecord) != std::string_view::npos) return Value::text("0");
   const std::string_view row = site::cut(reply.as_view(), "OnTrMouseOut(this)", "</a>\r");
   // QUIRK: the empty text is found in any row, but not where there is no row at all.
-  const bool named = !row.empty() && row.find(joined_text(domain).view()) != std::string_view::npos;
+  bool named = false;
+  site::trapped([&] {
+    named = !row.empty() && row.find(joined_text(domain).view()) != std::string_view::npos;
+  });
   return Value::text(named ? "1" : "2");
 }
 

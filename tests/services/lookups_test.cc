@@ -89,6 +89,15 @@ TEST_F(Lookups, WhatIsNoKeyGivesEmptyAndRaisesNothing) {
   }
 }
 
+TEST_F(Lookups, AFilingOfWhatIsNoTextRaisesNothing) {
+  const Value array = Value::array(Array::of({}));
+  http.answers = {"", "OnTrMouseOut(this) b.com</a>\r"};
+  EXPECT_EQ(Getbeian(web, endpoints, server, array, Value::text("b.com")).as_view(), "1");
+  EXPECT_EQ(http.addresses.at(1), "http://filing/?cxfs=3&baxh=");
+  http.answers = {"", "OnTrMouseOut(this) b.com</a>\r"};
+  EXPECT_EQ(Getbeian(web, endpoints, server, Value::text("1"), array).as_view(), "2");
+}
+
 TEST_F(Lookups, AnAddressThatIsNotConfiguredRaisesWithItsKey) {
   endpoints = {};
   try {
