@@ -104,6 +104,21 @@ test("on a phone the marked entry is in sight", () =>
     { width: 360 },
   ));
 
+test("every entry of every menu leads to a page with the menu on it", async () => {
+  for (const host of ["localhost", "blue.localhost", "green.localhost"]) {
+    await visit(host, "/", async (page) => {
+      const addresses = await page
+        .locator(".menu a:not([target])")
+        .evaluateAll((links) => links.map((link) => link.href));
+      assert.ok(addresses.length >= 15, addresses.join());
+      for (const address of addresses) {
+        await page.goto(address);
+        assert.equal(await page.locator(".menu a").count() >= 15, true, address);
+      }
+    });
+  }
+});
+
 // --- the order form -----------------------------------------------------------------------------
 
 const fill = async (page, values) => {
