@@ -2,6 +2,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "catalogue/host_list.h"
@@ -13,6 +14,7 @@
 #include "site/template_cache.h"
 #include "value/comparison.h"
 #include "value/conversions.h"
+#include "value/script_error.h"
 
 namespace rk::catalogue {
 
@@ -50,38 +52,40 @@ std::string my_sql_name_sql(std::string_view id) {
   return std::string("Select [DbName] From [Rk_mySqlList] Where Id=").append(id);
 }
 
-// The only field of the row that must be there; 3021 where it is not.
-Value looked_up(Connection& db, std::string sql) {
+// Appends the only field of a row that must be there (3021); false where it is Null.
+bool append_looked_up(std::string& out, Connection& db, std::string sql) {
   const auto rows = db.execute(std::move(sql));
-  Value value = rows->field(std::size_t{0});
+  const bool some = rows->append_field_text(0, out);
   rows->close();
-  return value;
+  return some;
 }
 
-struct Offer {
-  Value name;
-  std::string price;
-};
-
-std::string price_text(const Value& price, const Value& mon_price, bool monthly) {
-  std::string text = joined(price, "元/年 ");
-  if (monthly) text.append(joined(mon_price, "元/月"));
-  return text;
+// An offer's price text; `offer` is the plan or the agent's own row for it.
+std::string price_text(Recordset& offer, bool monthly) {
+  std::string text;
+  offer.append_field_text(offer.ordinal("Price"), text);
+  text.append("元/年 ");
+  if (!monthly) return text;
+  offer.append_field_text(offer.ordinal("MonPrice"), text);
+  return text.append("元/月");
 }
 
-// The plan's name and price text, or the agent's own.
-Offer offer_of(Connection& db, std::string_view agent_user, Recordset& plan) {
+// Fills the plan's name, or the agent's own for it, and answers the price text that goes with it.
+std::string fill_name(site::Repeat& html, Connection& db, std::string_view agent_user,
+                      Recordset& plan) {
   // QUIRK: an agent's monthly price shows where the master has one, whatever the agent's is.
   const bool monthly = above(plan.field("MonPrice"), 0);
-  Offer master{plan.field("HostName"),
-               price_text(plan.field("Price"), plan.field("MonPrice"), monthly)};
-  if (agent_user.empty()) return master;
-  const auto own = row_if_any(db, host_price_sql(agent_user, joined(plan.field("Id"), "")));
-  if (own == nullptr) return master;
-  Offer offer{own->field("AgentSetName"),
-              price_text(own->field("Price"), own->field("MonPrice"), monthly)};
+  const auto own = agent_user.empty()
+                       ? nullptr
+                       : row_if_any(db, host_price_sql(agent_user, joined(plan.field("Id"), "")));
+  if (own == nullptr) {
+    html.fill("HostName", plan, plan.ordinal("HostName"));
+    return price_text(plan, monthly);
+  }
+  html.fill("HostName", *own, own->ordinal("AgentSetName"));
+  std::string price = price_text(*own, monthly);
   own->close();
-  return offer;
+  return price;
 }
 
 std::string limit_text(const Value& limit, std::string_view unit) {
@@ -89,49 +93,71 @@ std::string limit_text(const Value& limit, std::string_view unit) {
   return joined(limit, unit);
 }
 
-std::string info_html(const Value& info) {
-  std::string html = to_text(info).string();
+std::string info_html(Recordset& plan) {
+  std::string html;
+  if (!plan.append_field_text(plan.ordinal("HostInfo"), html)) raise(errors::kInvalidNull);
   site::replace_all(html, "\r", "<br>");
   return html;
+}
+
+std::string pool_limit(Connection& db, const Value& mode) {
+  std::string limit;
+  append_looked_up(limit, db, pool_limit_sql(joined(mode, "")));
+  return limit.append("%");
 }
 
 std::string free_mail(Connection& db, const Value& id) {
   if (!differs_from(id, 0)) return "无";
   const std::string number = joined(id, "");
-  const Value name = looked_up(db, mail_name_sql(number));
-  return std::string("<a href='/mail/mail.asp?id=")
-      .append(number)
-      .append("'>")
-      .append(joined(name, "</a>"));
+  std::string link = "<a href='/mail/mail.asp?id=";
+  link.append(number).append("'>");
+  append_looked_up(link, db, mail_name_sql(number));
+  return link.append("</a>");
 }
 
-Value free_databases(Connection& db, Recordset& plan) {
-  Value names = Value::text("无");
+// Nothing where the only name is Null.
+std::optional<std::string> free_databases(Connection& db, Recordset& plan) {
+  constexpr std::string_view kNone = "无";
   const Value sql_id = plan.field("freeMsSql");
   const Value my_sql_id = plan.field("freeMySql");
-  if (differs_from(sql_id, 0)) names = looked_up(db, sql_name_sql(joined(sql_id, "")));
-  if (!differs_from(my_sql_id, 0)) return names;
-  Value my_sql = looked_up(db, my_sql_name_sql(joined(my_sql_id, "")));
-  if (names.is_null() || equals(names, "无")) return my_sql;
-  return Value::text(joined(names, "/").append(joined(my_sql, "")));
+  std::string names(kNone);
+  bool some = true;
+  if (differs_from(sql_id, 0)) {
+    names.clear();
+    some = append_looked_up(names, db, sql_name_sql(joined(sql_id, "")));
+  }
+  if (differs_from(my_sql_id, 0)) {
+    const bool joins = some && names != kNone;
+    if (joins) {
+      names.append("/");
+    } else {
+      names.clear();
+    }
+    some = append_looked_up(names, db, my_sql_name_sql(joined(my_sql_id, ""))) || joins;
+  }
+  return some ? std::optional(std::move(names)) : std::nullopt;
 }
 
-void fill_plan(site::Repeat& html, Connection& db, Recordset& plan, const Offer& offer) {
+void fill_plan(site::Repeat& html, Connection& db, std::string_view agent_user, Recordset& plan) {
   const auto fill = [&](std::string_view tag) { html.fill(tag, plan, plan.ordinal(tag)); };
-  html.fill("HostName", offer.name);
+  const std::string price = fill_name(html, db, agent_user, plan);
   fill("HostSpace");
-  html.fill("HostPrice", offer.price);
+  html.fill("HostPrice", price);
   fill("id");
   fill("HostNo");
-  html.fill("HostInfo", info_html(plan.field("HostInfo")));
+  html.fill("HostInfo", info_html(plan));
   html.fill("MaxConnections", limit_text(plan.field("MaxConnections"), " 个"));
   fill("Scriptmaps");
   html.fill("MaxBandwidth", limit_text(plan.field("MaxBandwidth"), " KB/S"));
   fill("vPathNo");
-  const Value limit = looked_up(db, pool_limit_sql(joined(plan.field("AppModeName"), "")));
-  html.fill("CPU", joined(limit, "%"));
+  html.fill("CPU", pool_limit(db, plan.field("AppModeName")));
   html.fill("FreeMail", free_mail(db, plan.field("freeMail")));
-  html.fill("FreeDB", free_databases(db, plan));
+  const auto databases = free_databases(db, plan);
+  if (databases) {
+    html.fill("FreeDB", *databases);
+  } else {
+    html.fill("FreeDB", Value::null());
+  }
   html.fill("Update", is_true(plan.field("canupdate")) ? "支持" : "不支持");
   fill("TestDay");
 }
@@ -146,8 +172,7 @@ Value plan_html(const site::PageContext& page, Connection& db, const Value& Agen
   site::Repeat html(file.view(), kPlanTags);
   const auto plan = db.execute(host_info_sql(id, !agent_user.empty()));
   if (plan->eof()) return {};
-  const Offer offer = offer_of(db, agent_user.view(), *plan);
-  fill_plan(html, db, *plan, offer);
+  fill_plan(html, db, agent_user.view(), *plan);
   plan->close();
   html.next();
   return Value::text(html.filled());

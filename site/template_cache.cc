@@ -64,8 +64,12 @@ void update_cache(const PageContext& page, const Value& filename) {
 
 Text template_text(const PageContext& page, std::string_view file) {
   const std::string path = GetTempPath(page).append(file);
-  loadfile_fromcache(page, Value::text(path));
-  const Value text = page.application().value("Rk_TP_" + path);
+  const std::string name = "Rk_TP_" + path;
+  Value text = page.application().value(name);
+  if (equals(text, "")) {
+    loadfile(page, Value::text(path));
+    text = page.application().value(name);
+  }
   return text.is_text() ? text.as_text() : joined_text(text);
 }
 
