@@ -165,6 +165,7 @@ void add_page_item(std::string& html, platform::Recordset& item, const platform:
     const Value time = item.field("time");
     append_text(html, time);
     html.append("]</font>");
+    // QUIRK: the tag is left for the page to fill.
     if (is_today(time, clock)) {
       html.append("<img src={templatePath}Images/i_new.gif border=0>");
     }

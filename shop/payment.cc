@@ -22,7 +22,8 @@ std::string_view loop_template(const Text& file) {
   return site::cut(file.view(), "<!--Loop-->", "<!--End Loop-->");
 }
 
-// Line ends and blanks as HTML keeps them; a line feed stays behind its "<br>".
+// Line ends and blanks as HTML keeps them.
+// QUIRK: a line feed stays behind its "<br>", and a line feed alone is no line end.
 std::string instructions(const Value& pay_info) {
   std::string html = to_text(pay_info).string();
   site::replace_all(html, "\r", "<br>");

@@ -193,11 +193,40 @@ TEST_F(News, APageBeyondTheLastRaises) {
   EXPECT_EQ(error_of([&] { news_page(45, "9"); }), 3001);
 }
 
+TEST_F(News, APageBelowOneLiesBehindTheNewestAndRaises) {
+  EXPECT_EQ(error_of([&] { news_page(45, "0"); }), 3021);
+  EXPECT_EQ(error_of([&] { news_page(45, "-1"); }), 3021);
+}
+
+TEST_F(News, APageOfNoItemsIsNotLookedAt) {
+  for (const char* asked : {"2", "0", "x"}) {
+    EXPECT_TRUE(news_page(0, asked).ends_with("<tbody>\r\n=== 对不起，暂无记录 ===")) << asked;
+  }
+}
+
+TEST_F(News, ANullTitleIsAnEmptyTextEverywhere) {
+  const Rows untitled{{"Id", "title", "Time"}, {{number(1), Value::null(), Value::date(44000)}}};
+  const NewsParameters parameters{number(1), number(5), number(0), number(10), text("")};
+  page.db.answer(getnews_sql(parameters, "news"), untitled);
+  EXPECT_NE(written(parameters).find("id=1' title=''></a></td>"), std::string::npos);
+  EXPECT_NE(list_of(Value::null(), text("10")).find("title=\"\"></a> </span>"), std::string::npos);
+  page.db.answer(news_page_sql("", text("")).text(), untitled);
+  EXPECT_NE(Show_NewsPageList(page.context, clock, text("")).find("id=1\"></a>　"),
+            std::string::npos);
+}
+
+TEST_F(News, ANullTimeIsAnEmptyTextAndNoNewItem) {
+  page.db.answer(news_page_sql("", text("")).text(),
+                 {{"Id", "title", "Time"}, {{number(1), text("a"), Value::null()}}});
+  const std::string html = Show_NewsPageList(page.context, clock, text(""));
+  EXPECT_NE(html.find("Arial\">]</font> </td>"), std::string::npos);
+}
+
 TEST_F(News, APageThatIsNoNumberRaises) {
   EXPECT_EQ(error_of([&] { news_page(45, "x"); }), 13);
 }
 
-TEST_F(News, AnItemOfTodayHasTheTagThatThePageFills) {
+TEST_F(News, KeepsTheTagOfTheNewImageForThePageToFill) {
   page.db.answer(news_page_sql("", text("")).text(),
                  {{"Id", "title", "Time"}, {{number(1), text("a"), Value::date(kToday)}}});
   EXPECT_NE(Show_NewsPageList(page.context, clock, text(""))

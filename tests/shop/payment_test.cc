@@ -62,9 +62,19 @@ TEST_F(Payment, MethodsStandBetweenTheMarkers) {
                                                   "close recordset", "close"}));
 }
 
-TEST_F(Payment, BlanksAndLineEndsOfInstructionsAreKeptAsHtml) {
+TEST_F(Payment, KeepsLineFeedsBehindTheBreaksOfInstructions) {
   page.db.answer(kMasterTypes, methods({text("a b\r\nc d")}));
   EXPECT_EQ(types(), "[<!--Loop-->m1 i.gif a&nbsp;b<br>\nc&nbsp;d;<!--End Loop-->]");
+}
+
+TEST_F(Payment, BlanksOfInstructionsDoNotBreakAndALineFeedAloneIsNone) {
+  page.db.answer(kMasterTypes, methods({text("a  b\nc\rd")}));
+  EXPECT_EQ(types(), "[<!--Loop-->m1 i.gif a&nbsp;&nbsp;b\nc<br>d;<!--End Loop-->]");
+}
+
+TEST_F(Payment, EmptyInstructionsAreAnEmptyText) {
+  page.db.answer(kMasterTypes, methods({text("")}));
+  EXPECT_EQ(types(), "[<!--Loop-->m1 i.gif ;<!--End Loop-->]");
 }
 
 TEST_F(Payment, NullInstructionsRaiseInvalidUseOfNull) {

@@ -116,6 +116,22 @@ TEST_F(ShopItemPage, AnOrdinaryArticleShowsPriceAndUnitAndMultipliesIt) {
             "       wmoney.innerHTML=50*myfrm.BuyNo.value;\r\n}\r\n</script>  \r\ninfo p.gif 3");
 }
 
+TEST_F(ShopItemPage, NegativePricesCountAsGivenAndNullAsZero) {
+  put("{Price}|{SelectDate}", {.price = number(-5), .month = Value::null()}, Value::boolean(true));
+  const std::string html = show();
+  EXPECT_TRUE(html.starts_with(" -5元/年|")) << html;
+  EXPECT_NE(html.find("value*-5*myfrm"), std::string::npos);
+  EXPECT_EQ(html.find("<option value=\"月\">"), std::string::npos);
+}
+
+TEST_F(ShopItemPage, WithoutAnyPriceThereIsNothingToChoose) {
+  put("[{Price}][{ShopPrice}]{SelectDate}", {.price = Value::null(), .month = number(0)},
+      Value::boolean(true));
+  const std::string html = show();
+  EXPECT_TRUE(html.starts_with("[][]")) << html;
+  EXPECT_NE(html.find("onchange=\"showmoney();\">\r\n   </select>"), std::string::npos);
+}
+
 TEST_F(ShopItemPage, ANullServDayIsAnOrdinaryArticle) {
   put("{Price}", {.price = number(50), .unit = Value::null()}, Value::null());
   EXPECT_EQ(show(), "50/");

@@ -150,6 +150,30 @@ TEST_F(ShopListTest, ANullUnitLosesTheGoodsSoFarAndLaterRowsGoOn) {
   EXPECT_EQ(show(), "[c个 ]");
 }
 
+TEST_F(ShopListTest, ANullDescriptionLosesTheGoodsSoFarToo) {
+  serv_day("[<!--Loop-->{ShopName}{shInfo} <!--End Loop-->]");
+  page.db.answer(kFront, category("7"));
+  Rows rows = goods({{"a"}, {"b"}, {"c"}});
+  rows.rows[1][6] = Value::null();
+  page.db.answer(goods_text("7"), rows);
+  EXPECT_EQ(show(), "[cinfo ]");
+}
+
+TEST_F(ShopListTest, ZeroAndNegativePricesAreShownAsTheyAre) {
+  serv_day("<!--Loop-->{Price}/{MonPrice} <!--End Loop-->");
+  page.db.answer(kFront, category("7"));
+  page.db.answer(goods_text("7"),
+                 goods({{.name = "a", .price = number(0), .mon_price = number(-3)}}));
+  EXPECT_EQ(show(), "0/-3 ");
+}
+
+TEST_F(ShopListTest, KeepsPuttingTheLastGoodsWhereTheirTemplateWasLeft) {
+  serv_day("<!--Loop-->({ShopName})<!--End Loop-->|({ShopName})");
+  page.db.answer(kFront, category("7"));
+  page.db.answer(goods_text("7"), goods({{"a"}, {"b"}}));
+  EXPECT_EQ(show(), "(a)(b)|(a)(b)");
+}
+
 TEST_F(ShopListTest, AFalseOrNullServDayTakesTheOtherBlock) {
   serv_day("{ParentItemName}");
   page.db.answer(goods_text("7"), goods({}));
@@ -207,6 +231,25 @@ TEST_F(ShopListTest, KeepsPanelsThatHoldTheCategorysNameUnexpanded) {
   page.db.answer(goods_text("13"), goods({{"c"}}));
   // The last goods list still takes the place of its raw template.
   EXPECT_EQ(show(), "<!--Pages ConLoop-->Cat<!--Loop-->c<!--End Loop--><!--End Pages ConLoop-->");
+}
+
+TEST_F(ShopListTest, AListOfTheCategoryAloneWithACommaRaisesOrAsksForNothing) {
+  serv_day("<!--Loop-->x<!--End Loop-->");
+  page.db.answer(kFront, category(","));
+  page.db.fail(sub_categories_sql(","), ScriptError(errors::kSqlSyntax, "Syntax error"));
+  EXPECT_EQ(error_of([&] { show(); }), errors::kSqlSyntax);
+  page.db.answer(kFront, category("5,"));
+  page.db.fail(sub_categories_sql(""), ScriptError(errors::kSqlSyntax, "Syntax error"));
+  EXPECT_EQ(error_of([&] { show(); }), errors::kSqlSyntax);
+}
+
+TEST_F(ShopListTest, ANullListIsAnEmptyOne) {
+  serv_day("<!--Loop-->x<!--End Loop-->");
+  Rows one = category("");
+  one.rows[0][0] = Value::null();
+  page.db.answer(kFront, one);
+  page.db.fail(goods_text(""), ScriptError(errors::kSqlSyntax, "Syntax error"));
+  EXPECT_EQ(error_of([&] { show(); }), errors::kSqlSyntax);
 }
 
 TEST_F(ShopListTest, AnEmptyListReachesTheDatabaseAsItStands) {

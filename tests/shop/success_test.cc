@@ -120,9 +120,58 @@ TEST_F(Success, ARowBreaksBehindItsCasesButNotBehindTheLast) {
   EXPECT_EQ(shown(7, "2"), "567");
 }
 
-TEST_F(Success, APageBeyondTheLastShowsTheLastAndKeepsItsNumber) {
+TEST_F(Success, KeepsTheNumberOfAPageBeyondTheLast) {
   EXPECT_EQ(shown(9, "9"), "9");
   EXPECT_NE(whole(9, "9").find("共3页 当前第9页"), std::string::npos);
+}
+
+TEST_F(Success, KeepsClosingAFontThatWasNotOpened) {
+  const std::string html = whole(9, "");
+  EXPECT_NE(html.find("</a> </font><select"), std::string::npos);
+  EXPECT_EQ(html.find("<font"), std::string::npos);
+}
+
+TEST_F(Success, KeepsTheCategoryOutOfTheListOfPages) {
+  page.request.queries["type"] = "a";
+  const std::string html = whole(9, "");
+  const std::string list = html.substr(html.find("<select"));
+  EXPECT_NE(list.find("success.asp?Page=2\""), std::string::npos);
+  EXPECT_EQ(list.find("Type"), std::string::npos);
+}
+
+TEST_F(Success, APageThatIsNotAboveOneShowsTheFirst) {
+  for (const char* asked : {"0", "-3", "1", "0.5"}) {
+    EXPECT_EQ(shown(9, asked), "123|4") << asked;
+    EXPECT_NE(whole(9, asked).find("当前第1页"), std::string::npos) << asked;
+  }
+}
+
+TEST_F(Success, APageBeyondTheLastOfNoCasesRaises) {
+  EXPECT_EQ(shown(0, ""), "");
+  EXPECT_EQ(shown(0, "0"), "");
+  EXPECT_EQ(error_of([&] { whole(0, "2"); }), 3021);
+}
+
+TEST_F(Success, ANullNameLosesTheCasesUpToIt) {
+  Rows rows = cases(3);
+  rows.rows[1][1] = Value::null();
+  page.db.answer(success_page_sql(parameters, "").text(), rows);
+  const std::string html = Show_SuccessPageList(page.context, parameters).string();
+  EXPECT_TRUE(html.starts_with("<!--Loop-->3<!--End Loop-->")) << html;
+}
+
+TEST_F(Success, ANullNameOfTheShortListIsAnEmptyText) {
+  const SuccessListParameters list{number(3),  text("6"), number(80),
+                                   number(20), text("*"), text("")};
+  page.db.answer(success_list_sql(list),
+                 {{"Id", "SiteName", "SiteUrl"}, {{number(1), Value::null(), text("http://a")}}});
+  EXPECT_NE(Show_SuccessList(page.context, list).find("title=\"\"></a></li>"), std::string::npos);
+}
+
+TEST_F(Success, AMissingRowOfTheMasterRaises) {
+  page.db.answer("Select [succlass] From [System]", {{"succlass"}, {}});
+  EXPECT_EQ(error_of([&] { Show_SuccessItem(page.context, number(1), number(1), text("")); }),
+            3021);
 }
 
 TEST_F(Success, TheNavigationOfTheFirstPage) {
