@@ -27,7 +27,9 @@ void raise_descriptor_limit() {
   ::setrlimit(RLIMIT_NOFILE, &limit);
 }
 
-void make_log_folder(const std::string& folder) {
+void make_log_folder(const Site& site) {
+  const std::string& folder = site.settings().log.folder;
+  if (site.files().is_folder(folder)) return;  // in whichever letter case
   std::error_code error;
   std::filesystem::create_directories(folder, error);
   if (error) throw CommandFailure("cannot make the log folder " + folder + ": " + error.message());
@@ -95,11 +97,11 @@ int serve(const ServeOptions& options) {
   site_options.version = options.version;
   site_options.name_unowned_hosts = true;
   ListenAddress address = site_options.settings.server.listen;
-  make_log_folder(site_options.settings.log.folder);
   raise_descriptor_limit();
 
   ConsoleLog log(ConsoleLog::Style::Timed);
   Site site(std::move(site_options), log);
+  make_log_folder(site);
   http::HostedPages pages(site.pages());
   http::Front front(front_options(site), front_parts(site, pages, log));
   address.port = front.open();

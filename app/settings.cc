@@ -249,7 +249,7 @@ std::string key_names(std::string_view section) {
 class Reader {
  public:
   Reader(const std::string& file, const std::string& site) : file_(file), site_(site) {
-    settings_.log.folder = site + "/log";
+    settings_.log.folder = default_log_folder(site);
   }
 
   void line(std::string_view text, int number) {
@@ -340,6 +340,10 @@ ListenAddress parse_listen(std::string_view text) {
 std::string display(const ListenAddress& address) {
   const bool v6 = address.host.find(':') != std::string::npos;
   return (v6 ? "[" + address.host + "]" : address.host) + ":" + std::to_string(address.port);
+}
+
+std::string default_log_folder(const std::string& site) {
+  return site + "/log";
 }
 
 Settings parse_settings(std::string_view text, const std::string& file, const std::string& site) {

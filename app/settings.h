@@ -93,6 +93,9 @@ class SettingsError : public std::runtime_error {
 // from. Throws SettingsError.
 Settings parse_settings(std::string_view text, const std::string& file, const std::string& site);
 
+// Where a site's daily log files lie while no setting says otherwise.
+std::string default_log_folder(const std::string& site);
+
 // The settings of a site; the defaults where it has no file. Throws SettingsError.
 Settings load_settings(const std::string& site);
 

@@ -111,7 +111,6 @@ classes::Deployment deployment_of(const SiteOptions& options) {
   classes::Deployment deployment;
   deployment.ansi_code_page = options.settings.text.ansi_codepage;
   deployment.release = "Rkclient" + options.version;
-  deployment.log_folder = options.settings.log.folder;
   deployment.endpoints = {endpoints.availability, endpoints.hichina, endpoints.xinnet,
                           endpoints.filing};
   return deployment;
@@ -166,6 +165,7 @@ struct Site::Parts {
   pagehost::PageHostParts host_parts();
   std::shared_ptr<platform::Database> make_database(
       const std::shared_ptr<const pagehost::PageWatch>& watch);
+  classes::LogFolder found_log_folder() const;
   classes::Equipment equipment(pagehost::PageServices& page);
   void note_host(pagehost::PageServices& page);
 
@@ -180,10 +180,7 @@ struct Site::Parts {
   sqlite::Engine engine;
   posix::ProfileStrings profile_strings;
   classes::Deployment deployment;
-  std::function<std::shared_ptr<platform::Files>()> log_files = [this] {
-    const std::vector<std::string> roots{deployment.log_folder};
-    return std::make_shared<posix::PosixFiles>(roots, code_pages);
-  };
+  std::function<classes::LogFolder()> log_folder = [this] { return found_log_folder(); };
   HostOwners owners;
   pagehost::Programs programs;
   std::unique_ptr<pagehost::PageHost> host;
@@ -201,6 +198,20 @@ void Site::Parts::add_programs() {
   }
 }
 
+// The site's own folder is found in any letter case, and must lie in the site; one that the setting
+// names may lie anywhere.
+classes::LogFolder Site::Parts::found_log_folder() const {
+  const std::string& named = options.settings.log.folder;
+  const std::optional<std::string> found = files.find(named);
+  std::vector<std::string> roots;
+  if (found) {
+    roots.push_back(*found);
+  } else if (named != default_log_folder(options.folder)) {
+    roots.push_back(named);
+  }
+  return {std::make_shared<posix::PosixFiles>(roots, code_pages), found.value_or(named)};
+}
+
 classes::Equipment Site::Parts::equipment(pagehost::PageServices& page) {
   const std::shared_ptr<const pagehost::PageWatch> watch = page.watch();
   curl::FetchLimits limits;
@@ -215,7 +226,7 @@ classes::Equipment Site::Parts::equipment(pagehost::PageServices& page) {
           code_pages,
           profile_strings,
           deployment,
-          log_files,
+          log_folder,
           std::make_shared<curl::CurlHttp>(std::move(limits)),
           std::make_shared<posix::Sockets>([watch] { watch->check(); })};
 }

@@ -20,9 +20,14 @@ namespace rk::classes {
 // What the deployment says, the same for every page.
 struct Deployment {
   int ansi_code_page = platform::kGb2312;
-  std::string release;     // what the control server is told of this program
-  std::string log_folder;  // physical path of the daily log files
+  std::string release;  // what the control server is told of this program
   services::Endpoints endpoints;
+};
+
+// Where the daily log files lie: the folder's physical path, and files that reach nothing else.
+struct LogFolder {
+  std::shared_ptr<platform::Files> files;
+  std::string path;
 };
 
 // The referenced objects outlive every object made with them; several threads may use them.
@@ -32,8 +37,8 @@ struct Equipment {
   const platform::CodePages& code_pages;
   platform::ProfileStrings& profile_strings;
   const Deployment& deployment;
-  // The files of the log folder as it is when asked; they reach nothing outside of it.
-  const std::function<std::shared_ptr<platform::Files>()>& log_files;
+  // The log folder as it is when asked.
+  const std::function<LogFolder()>& log_folder;
   // Of the page that the object is made for: their waits end with it. Of that page's thread.
   std::shared_ptr<platform::Http> http;
   std::shared_ptr<platform::Sockets> sockets;

@@ -118,10 +118,9 @@ Value Host::chDomainReg(Value& domain) {
 Value Host::writelog(Value& msgstrs) {
   // The folder is asked of the page; without one the line is lost like any that cannot be written.
   if (server_ == nullptr) return {};
-  const Deployment& deployment = equipment_.deployment;
-  const auto files = equipment_.log_files();
-  services::writelog({*files, equipment_.clock, equipment_.code_pages, deployment.ansi_code_page,
-                      deployment.log_folder},
+  const LogFolder log = equipment_.log_folder();
+  services::writelog({*log.files, equipment_.clock, equipment_.code_pages,
+                      equipment_.deployment.ansi_code_page, log.path},
                      msgstrs);
   return {};
 }

@@ -86,11 +86,12 @@ Value Getbeian(const Web& web, const Endpoints& endpoints, platform::Server& ser
   address += number;
   const Value reply = server_fetch(web, Value::text(address));
   if (reply.as_view().find(kNotOnRecord) != std::string_view::npos) return Value::text("0");
-  const std::string_view row = site::cut(reply.as_view(), "OnTrMouseOut(this)", "</a>\r");
+  const Value row = site::GetKey(reply, Value::text("OnTrMouseOut(this)"), Value::text("</a>\r"));
   // QUIRK: the empty text is found in any row, but not where there is no row at all.
   bool named = false;
   site::trapped([&] {
-    named = !row.empty() && row.find(joined_text(domain).view()) != std::string_view::npos;
+    named =
+        row.is_text() && row.as_view().find(joined_text(domain).view()) != std::string_view::npos;
   });
   return Value::text(named ? "1" : "2");
 }

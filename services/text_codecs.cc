@@ -45,19 +45,9 @@ void encode_unit(std::string& out, unsigned unit) {
   }
 }
 
-bool is_double_byte(const platform::CodePages& code_pages, int code_page) {
-  for (unsigned byte = 0x80; byte < 0x100; ++byte) {
-    if (code_pages.is_lead_byte(static_cast<unsigned char>(byte), code_page)) return true;
-  }
-  return false;
-}
-
 }  // namespace
 
 Text decoded(std::string_view bytes, const platform::CodePages& code_pages, int ansi_code_page) {
-  if (!is_double_byte(code_pages, ansi_code_page)) {
-    return Text(code_pages.to_utf8(bytes, ansi_code_page));
-  }
   std::string text;
   text.reserve(bytes.size() * 2);
   char trail = 0;

@@ -12,7 +12,7 @@ namespace rk::services {
 
 // Bytes as text of a double-byte ANSI code page: a byte from 0x80 up makes a character with the
 // byte behind it, whatever that is. A last byte without one takes the trail byte of the pair
-// before it, or 0. Where the server's code page is no double-byte one, bytes read as it says.
+// before it, or 0.
 Text decoded(std::string_view bytes, const platform::CodePages& code_pages, int ansi_code_page);
 
 // The same for a value: a byte array, or a text's bytes as the byte functions see them; "" for

@@ -6,7 +6,9 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <ctime>
 
@@ -326,9 +328,20 @@ std::string PosixFiles::destination(std::string_view path) const {
   return made;
 }
 
+// Where a file itself lies that a link leads to, so that it is replaced and not the link.
+std::string PosixFiles::behind_links(const Found& found) const {
+  const std::string link = "/proc/self/fd/" + std::to_string(found.descriptor.number());
+  std::array<char, PATH_MAX> target;
+  const ssize_t length = ::readlink(link.c_str(), target.data(), target.size());
+  if (length <= 0) return found.path;
+  std::string real = roots_.clean({target.data(), static_cast<std::size_t>(length)});
+  return real.empty() ? found.path : real;
+}
+
 void PosixFiles::write(std::string_view path, std::string_view bytes) {
-  const std::string target = destination(path);
+  std::string target = destination(path);
   const std::optional<Found> old = open_any_case(target, O_PATH);
+  if (old) target = behind_links(*old);
   struct stat status {};
   const bool replaces = old && ::fstat(old->descriptor.number(), &status) == 0;
   if (replaces && !S_ISREG(status.st_mode)) raise(errors::kPermissionDenied);

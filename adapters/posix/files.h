@@ -81,6 +81,7 @@ class PosixFiles final : public platform::Files {
   std::optional<std::string> on_disk(const std::string& cleaned) const;
   std::shared_ptr<const Listing> listing(const std::string& folder) const;
   std::string destination(std::string_view path) const;
+  std::string behind_links(const Found& found) const;
   void unlink(std::string_view path, bool folder);
 
   Roots roots_;

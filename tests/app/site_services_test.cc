@@ -327,6 +327,27 @@ TEST_F(SiteServices, ALogFolderThatIsMissingOrAFileLosesTheLineSilently) {
   EXPECT_TRUE(log_of_today().ends_with("a\r\n")) << "once the folder is there again";
 }
 
+TEST_F(SiteServices, TheLogFolderIsFoundInAnyLetterCase) {
+  fs::rename(root_ / "log", root_ / "Log");
+  answer_of("h.writelog \"a\"");
+  EXPECT_FALSE(fs::is_empty(root_ / "Log"));
+  EXPECT_FALSE(fs::exists(root_ / "log"));
+}
+
+TEST_F(SiteServices, ALogFolderThatLeadsOutOfTheSiteIsWrittenOnlyWhereASettingNamesIt) {
+  std::string pattern = (fs::temp_directory_path() / "elsewhere-XXXXXX").string();
+  const fs::path elsewhere = ::mkdtemp(pattern.data());
+  fs::remove(root_ / "log");
+  fs::create_directory_symlink(elsewhere, root_ / "log");
+  answer_of("h.writelog \"a\"");
+  EXPECT_TRUE(fs::is_empty(elsewhere));
+  site_.reset();
+  options_.settings.log.folder = elsewhere.string();
+  answer_of("h.writelog \"a\"");
+  EXPECT_FALSE(fs::is_empty(elsewhere));
+  fs::remove_all(elsewhere);
+}
+
 class DailyLogOnDisk : public SiteServices {
  protected:
   void write(std::string_view message) {
@@ -431,6 +452,15 @@ TEST_F(SiteServices, IniFilesThatCannotBeReachedReadAsNothingAndRaiseNothing) {
         << file;
   }
   EXPECT_FALSE(fs::exists(root_.parent_path() / "outside.ini"));
+}
+
+TEST_F(SiteServices, AnIniFileBehindALinkOfTheSiteIsTheOneThatIsWritten) {
+  fs::create_directory(root_ / "sub");
+  std::ofstream(root_ / "sub/x.ini") << "[s]\nk=old\n";
+  fs::create_symlink("sub/x.ini", root_ / "in.ini");
+  answer_of("i.INIFileName = \"in.ini\"\ni.WriteIniKey \"s\", \"k\", \"new\"");
+  EXPECT_TRUE(fs::is_symlink(root_ / "in.ini"));
+  EXPECT_EQ(content(root_ / "sub/x.ini"), "[s]\nk=new\n");
 }
 
 TEST_F(SiteServices, TwoProgramsThatWriteAtOnceLoseNothing) {

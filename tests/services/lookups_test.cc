@@ -123,6 +123,8 @@ TEST_F(Lookups, OnlyTheFirstRowCounts) {
 TEST_F(Lookups, AnEmptyDomainIsFoundInAnyRowButNotWithoutOne) {
   http.answers = {"", "OnTrMouseOut(this) b.com</a>\r"};
   EXPECT_EQ(filing("no1", ""), "1");
+  http.answers = {"", "OnTrMouseOut(this)</a>\r"};
+  EXPECT_EQ(filing("no1", ""), "1") << "an empty row is one";
   http.answers = {"", "nothing"};
   EXPECT_EQ(filing("no1", ""), "2");
 }

@@ -43,10 +43,6 @@ TEST(Bytes2Bstr, KeepsTheLastTrailByteForALeadByteAtTheEnd) {
   EXPECT_EQ(decoded_text("\xC4"), "\xEF\xBF\xBD");
 }
 
-TEST(Bytes2Bstr, ReadsOtherCodePagesAsTheyAre) {
-  EXPECT_EQ(decoded("A中é", tests::ToyCodePages(), platform::kUtf8).view(), "A中é");
-}
-
 TEST(Bytes2Bstr, TakesByteArraysAndBytesOfTexts) {
   const tests::ToyCodePages code_pages;
   const Value array = Value::array(Array::of_bytes("\xD6\xD0"));

@@ -21,16 +21,18 @@ class FakeEquipment {
  public:
   // For one object; this outlives it.
   classes::Equipment equipment() {
-    return {clock, random, code_pages, profile_strings, deployment, log_files, http, network};
+    return {clock, random, code_pages, profile_strings, deployment, log_folder, http, network};
   }
 
   FixedClock clock;
   FixedRandom random;
   ToyCodePages code_pages;
   RecordingProfileStrings profile_strings;
-  classes::Deployment deployment{platform::kGb2312, "Rkclient1.0.0", "/site/log", {}};
+  classes::Deployment deployment{platform::kGb2312, "Rkclient1.0.0", {}};
   std::shared_ptr<MemoryFiles> log = std::make_shared<MemoryFiles>();
-  std::function<std::shared_ptr<platform::Files>()> log_files = [this] { return log; };
+  std::function<classes::LogFolder()> log_folder = [this] {
+    return classes::LogFolder{log, "/site/log"};
+  };
   std::shared_ptr<ScriptedHttp> http = std::make_shared<ScriptedHttp>();
   std::shared_ptr<ScriptedNetwork> network = std::make_shared<ScriptedNetwork>();
 };
