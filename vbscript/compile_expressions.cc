@@ -200,6 +200,9 @@ Operand Compiler::call(const Expression* e, Operand wanted) {
     return index(base, e->arguments, wanted);
   }
   const Meaning m = meaning(left->name);
+  if (m.is_result) {
+    return call_meaning({Meaning::Kind::Dynamic}, left, e->arguments, wanted, true);
+  }
   // Inside a function its own name with brackets calls it again.
   const bool own_name = m.kind == Meaning::Kind::Variable && m.place == code().result &&
                         scope_->procedure != nullptr && code().result != kNoOperand;

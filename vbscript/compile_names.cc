@@ -173,7 +173,9 @@ std::optional<Meaning> Compiler::environment_meaning(NameId name) {
     case Environment::Found::Kind::None:
       return std::nullopt;
     case Environment::Found::Kind::Variable:
-      return outer_variable(found.variable);
+      m = outer_variable(found.variable);
+      m.is_result = found.is_result;
+      return m;
     case Environment::Found::Kind::Constant:
       m.kind = Meaning::Kind::Constant;
       m.place = constant(found.constant);

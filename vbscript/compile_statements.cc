@@ -316,6 +316,7 @@ void Compiler::call_name(const Expression* name, const std::vector<const Express
   const bool own_name = m.kind == Meaning::Kind::Variable && scope_->procedure != nullptr &&
                         code().result != kNoOperand && m.place == code().result;
   if (own_name) m = member_meaning(name->name).value_or(script_meaning(name->name).value_or(m));
+  if (m.is_result) m = {Meaning::Kind::Dynamic};
   if (m.kind != Meaning::Kind::Variable && m.kind != Meaning::Kind::Constant) {
     call_meaning(m, name, all, temporary(), true);
     return;

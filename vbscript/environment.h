@@ -15,6 +15,7 @@ class Environment {
     enum class Kind : std::uint8_t { None, Variable, Constant, Procedure, Class };
     Kind kind = Kind::None;
     Value* variable = nullptr;
+    bool is_result = false;  // the variable that a running function answers with
     Value constant;
   };
 

@@ -13,6 +13,8 @@ namespace {
 
 enum Member : MemberId { kNumber, kDescription, kSource, kHelpFile, kHelpContext, kRaise, kClear };
 
+constexpr std::int32_t kLastNumber = 0xFFFF;
+
 constexpr std::array<std::string_view, 7> kNames{"Number",      "Description", "Source", "HelpFile",
                                                  "HelpContext", "Raise",       "Clear"};
 
@@ -163,7 +165,8 @@ void ErrObject::write(MemberId id, const Value& value) {
 void ErrObject::raise_error(Arguments arguments) {
   if (arguments.empty() || arguments.size() > 5) raise(errors::kWrongArgumentCount);
   const std::int32_t number = to_long(*arguments[0]);
-  if (number == 0) raise(errors::kInvalidCall);
+  // Numbers of the language end at kLastNumber; below zero lie those of components.
+  if (number == 0 || number > kLastNumber) raise(errors::kInvalidCall);
   const auto given = [&](std::size_t i) {
     return arguments.size() > i && !arguments[i]->is_missing();
   };

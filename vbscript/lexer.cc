@@ -205,13 +205,14 @@ void Lexer::number() {
     ++at_;
     digits();
   }
-  if (ascii_lower(at(at_)) == 'e') {
+  // Words may stand right behind a number: `If a = 1Then b = 2Else b = 3`.
+  const char behind_e = at(at_ + 1);
+  if (ascii_lower(at(at_)) == 'e' && !is_letter(behind_e)) {
     const std::size_t mark = at_++;
     if (at(at_) == '+' || at(at_) == '-') ++at_;
     if (!is_digit(at(at_))) fail(syntax::kInvalidNumber, mark);
     digits();
   }
-  if (in_name(at(at_))) fail(syntax::kExpectedEndOfStatement, at_);
   const Value value = decimal_constant(std::string(text_.substr(begin, at_ - begin)));
   if (value.kind() == Value::Kind::Double &&
       value.as_double() > std::numeric_limits<double>::max()) {

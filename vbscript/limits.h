@@ -36,6 +36,17 @@ inline constexpr std::size_t kMaxNameLength = 255;
 // compiler at up to 6 KiB each under AddressSanitizer.
 inline constexpr std::size_t kCompileStackBytes = std::size_t{2} << 20;
 
+// What the variables, arrays, texts and objects of one page may hold in all: more than the largest
+// array (half a GiB) beside texts, and little enough that the pages of a site fit a machine.
+inline constexpr std::size_t kMaxPageMemoryBytes = std::size_t{1} << 30;
+
+// What a page may make between two counts of its memory, at least: counting looks at every
+// variable, so it may only come after much work.
+inline constexpr std::size_t kBytesBetweenCounts = std::size_t{64} << 20;
+
+// What one loop turn or call is taken to make beyond what is measured.
+inline constexpr std::size_t kBytesOfTurn = 256;
+
 // The lowest address that scripts on this thread may let the stack reach. Asks the system once a
 // call; a thread that runs many pages asks once and keeps the answer.
 std::uintptr_t stack_floor_of_this_thread();

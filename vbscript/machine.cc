@@ -141,6 +141,7 @@ void Machine::look_at_time() {
   turns_left_ = kTurnsBetweenTimeChecks;
   if (page_end_) std::rethrow_exception(std::exchange(page_end_, nullptr));
   host_.check_time();
+  charge(kBytesOfTurn * kTurnsBetweenTimeChecks);
 }
 
 // --- objects of script classes -----------------------------------------------------------------

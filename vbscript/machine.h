@@ -77,6 +77,17 @@ class Machine {
     if (--turns_left_ <= 0) look_at_time();
   }
   void look_at_time();
+  // Notes what an instruction made, and counts the page's memory now and then (machine_memory.cc).
+  void charge(std::size_t bytes) {
+    made_bytes_ += bytes;
+    if (made_bytes_ >= bytes_before_count_) count_memory();
+  }
+  void charge(const Value& made) {
+    if (made.is_text() || made.is_array()) charge(size_of(made));
+  }
+  static std::size_t size_of(const Value& value);
+  void count_memory();
+  std::size_t memory_held() const;
   static Value& at(Frame& frame, Operand o) {
     const auto place = static_cast<std::uint32_t>(place_of(o));
     if (place < 4) return frame.bases[place][index_of(o)];
@@ -145,6 +156,8 @@ class Machine {
   int depth_ = 0;
   int turns_left_ = kTurnsBetweenTimeChecks;
   std::uintptr_t stack_floor_ = 0;
+  std::size_t made_bytes_ = 0;  // since the last count
+  std::size_t bytes_before_count_ = kBytesBetweenCounts;
   Ref<ErrObject> err_;
   RandomSequence random_;
   std::int32_t locale_;

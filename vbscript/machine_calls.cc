@@ -214,11 +214,14 @@ void Machine::call_built_in(Frame& frame, const Instruction& i) {
   Value** const arguments = many.empty() ? few.data() : many.data();
   for (std::uint32_t k = 0; k < list[0]; ++k) arguments[k] = &at(frame, list[k + 1]);
   Value result = called.call(*this, Arguments(arguments, list[0]));
+  charge(result);
   at(frame, i.a) = std::move(result);
 }
 
 void Machine::new_object(LoadedUnit& unit, const ClassCode& code, Value& result) {
   const Ref<ScriptObject> object = make_ref<ScriptObject>(*this, unit, code);
+  charge(sizeof(ScriptObject) + code.fields.size() * sizeof(Value));
+  for (const Value& field : object->fields()) charge(field);
   initialize(*object);
   result = Value::object(object);
 }

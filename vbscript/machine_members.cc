@@ -77,6 +77,7 @@ void Machine::store_index(Frame& frame, Value& base, std::span<const Operand> in
     const std::size_t place = place_in(base.as_array(), indexes.size(), index_at);
     Value stored = value;
     if (!set) let(stored, value);
+    if (!base.as_array().unique()) charge(base);  // copied now
     store_element(base.writable_array(), place, stored);
     return;
   }
@@ -141,6 +142,7 @@ MemberId Machine::member_id(Frame& frame, Object& object, std::uint32_t site, st
 void Machine::invoke(Object& object, MemberId id, CallKind kind, Arguments arguments,
                      Value* result) {
   Value answer = object.invoke(id, kind, arguments);
+  charge(answer);
   if (result != nullptr) *result = std::move(answer);
 }
 

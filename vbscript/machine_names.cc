@@ -66,6 +66,7 @@ class RunEnvironment final : public Environment {
       const bool constant = place_of(name.place) == Place::Constant;
       found.kind = constant ? Found::Kind::Constant : Found::Kind::Variable;
       found.variable = &Machine::at(frame, name.place);
+      found.is_result = name.place == frame.code->result;
       if (constant) found.constant = *found.variable;
       return found;
     }

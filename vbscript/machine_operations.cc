@@ -221,6 +221,7 @@ bool Machine::each_next(Value& variable, Value& hidden) {
   if (!hidden.is_object()) raise(errors::kForLoopNotInitialized);
   Value item;
   if (!static_cast<Walk*>(hidden.as_object())->next(item)) {
+    variable = Value();  // a walk that came to its end leaves nothing in its variable
     return false;
   }
   variable = std::move(item);

@@ -1,5 +1,6 @@
 #include <new>
 
+#include "platform/page.h"
 #include "value/arithmetic.h"
 #include "vbscript/machine.h"
 
@@ -122,8 +123,8 @@ void Machine::execute(Frame& frame) {
     } catch (const ScriptError& error) {
       if (!trap(frame, error)) throw;
     } catch (const std::bad_alloc&) {
-      const ScriptError error(errors::kOutOfMemory);
-      if (!trap(frame, error)) throw error;
+      // No error that a script could trap: it would go on with nothing to go on with.
+      throw platform::PageEnd{platform::PageEnd::Reason::OutOfMemory};
     }
   }
 }
@@ -165,6 +166,7 @@ void Machine::step_through(Frame& frame) {
     switch (i.op) {
       case Op::Let:
         let(at(frame, i.a), at(frame, i.b));
+        if (at(frame, i.a).is_array()) charge(at(frame, i.a));
         break;
       case Op::LetMove:
         let_move(at(frame, i.a), at(frame, i.b));
@@ -180,6 +182,7 @@ void Machine::step_through(Frame& frame) {
         break;
       case Op::Add:
         add_into(at(frame, i.a), at(frame, i.b), at(frame, i.c));
+        if (at(frame, i.a).is_text()) charge(i.a == i.b ? at(frame, i.c) : at(frame, i.a));
         break;
       case Op::Subtract: {
         Value& result = at(frame, i.a);
@@ -211,6 +214,7 @@ void Machine::step_through(Frame& frame) {
         break;
       case Op::Concatenate:
         concatenate_into(at(frame, i.a), at(frame, i.b), at(frame, i.c));
+        charge(i.a == i.b ? at(frame, i.c) : at(frame, i.a));
         break;
       case Op::Not:
         at(frame, i.a) = logical_not(at(frame, i.b));
@@ -285,9 +289,11 @@ void Machine::step_through(Frame& frame) {
         continue;
       case Op::ConcatenateMany:
         join(frame, i);
+        charge(at(frame, i.a));
         break;
       case Op::AppendHeld:
         append_held(at(frame, i.a), at(frame, i.b), at(frame, i.c));
+        charge(at(frame, i.c));
         break;
       case Op::Index1:
         index(frame, at(frame, i.b), {&i.c, 1}, at(frame, i.a));
@@ -411,9 +417,11 @@ void Machine::step_through(Frame& frame) {
         break;
       case Op::ReDim:
         redim(frame, i);
+        charge(at(frame, i.a));
         break;
       case Op::DimArray:
         dimension(frame, i);
+        charge(at(frame, i.a));
         break;
       case Op::Erase:
         erase(at(frame, i.a));

@@ -139,6 +139,34 @@ TEST(Interpreter, TheEndOfThePageGoesThroughEveryTrap) {
   EXPECT_TRUE(host.printed().empty());
 }
 
+// Each of these gathers without end, so a page that is not stopped never comes back.
+std::string end_of_gathering(const std::string& script) {
+  ScriptHost host;
+  host.end_after(1 << 30);
+  Interpreter interpreter(compile_script("a.vbs", "On Error Resume Next\n" + script + "\nPrint 1"),
+                          host);
+  try {
+    interpreter.run();
+  } catch (const platform::PageEnd& end) {
+    if (end.reason != platform::PageEnd::Reason::OutOfMemory) return "another end";
+    return host.printed().empty() ? "out of memory" : "went on";
+  }
+  return "no end";
+}
+
+TEST(Interpreter, APageThatGathersTextsEndsWithoutItsTrap) {
+  EXPECT_EQ(end_of_gathering("Dim kept(2000)\ns = String(16000000, \"x\")\n"
+                             "For i = 0 To 2000\nkept(i) = s & i\nNext"),
+            "out of memory");
+}
+
+TEST(Interpreter, APageThatGathersObjectsEndsWithoutItsTrap) {
+  EXPECT_EQ(end_of_gathering("Class Node\nPublic Behind\nPublic a(20000)\nEnd Class\n"
+                             "Set top = New Node\nDo\nSet n = New Node\n"
+                             "Set n.Behind = top\nSet top = n\nLoop"),
+            "out of memory");
+}
+
 TEST(Interpreter, AnEndlessRecursionOfEmptyProceduresEnds) {
   ScriptHost host;
   Interpreter interpreter(compile_script("a.vbs", "Sub S\nS\nEnd Sub\nS"), host);

@@ -1,0 +1,1 @@
+Print Hour(0.75) ' expect: 18

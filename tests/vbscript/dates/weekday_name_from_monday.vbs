@@ -1,0 +1,1 @@
+Print WeekdayName(1, True, 2), WeekdayName(1) ' expect: Mon Sunday

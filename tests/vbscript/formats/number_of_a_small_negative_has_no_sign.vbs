@@ -1,0 +1,1 @@
+Print FormatNumber(-0.001, 2) ' expect: 0.00

@@ -1,0 +1,1 @@
+Print FormatPercent(-.256, 0, , True) ' expect: (26%)

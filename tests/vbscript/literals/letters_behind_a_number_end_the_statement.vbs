@@ -1,0 +1,1 @@
+x = 12ab ' syntax error: 1025 line 1 column 7

@@ -1,0 +1,1 @@
+Print &O177777 ' expect: -1

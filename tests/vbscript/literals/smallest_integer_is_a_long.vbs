@@ -1,0 +1,1 @@
+Print TypeName(-32768) ' expect: Long

@@ -1,0 +1,1 @@
+Print RGB(300, 0, 0) ' expect: 255

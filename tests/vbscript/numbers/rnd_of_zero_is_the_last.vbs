@@ -1,0 +1,1 @@
+Print Rnd(0) ' expect: 0.01953125

@@ -1,0 +1,1 @@
+Print TypeName(Empty * Empty), Empty * Empty ' expect: Integer 0

@@ -1,0 +1,1 @@
+Print TypeName(Empty & Empty), Len(Empty & Empty) ' expect: String 0

@@ -1,0 +1,1 @@
+Print 2 ^ - 2 ' expect: 0.25

@@ -1,0 +1,1 @@
+Print TypeName(True Mod 2), True Mod 2 ' expect: Integer -1

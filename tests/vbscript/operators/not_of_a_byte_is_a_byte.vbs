@@ -1,0 +1,1 @@
+Print TypeName(Not CByte(5)), Not CByte(5) ' expect: Byte 250

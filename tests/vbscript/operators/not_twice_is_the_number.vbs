@@ -1,0 +1,1 @@
+Print Not Not 5 ' expect: 5

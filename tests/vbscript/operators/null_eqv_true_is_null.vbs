@@ -1,0 +1,1 @@
+Print IsNull(Null Eqv True) ' expect: True

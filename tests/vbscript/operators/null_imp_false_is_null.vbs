@@ -1,0 +1,1 @@
+Print IsNull(Null Imp False) ' expect: True

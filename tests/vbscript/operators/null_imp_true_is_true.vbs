@@ -1,0 +1,1 @@
+Print Null Imp True ' expect: True

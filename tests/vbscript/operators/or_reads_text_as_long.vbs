@@ -1,0 +1,1 @@
+Print TypeName(5 Or "3"), 5 Or "3" ' expect: Long 7

@@ -1,0 +1,1 @@
+Print 0 ^ 0 ' expect: 1

@@ -1,0 +1,1 @@
+Print TypeName(CSng(1) + CLng(1)) ' expect: Double

@@ -1,0 +1,1 @@
+Print "True" = True, True = 1 ' expect: True False

@@ -1,0 +1,1 @@
+Print - - 5 ' expect: 5

@@ -1,0 +1,1 @@
+Print InStr(12345, 3) ' expect: 3

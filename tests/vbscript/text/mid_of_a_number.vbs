@@ -1,0 +1,1 @@
+Print Mid(12345, 2, 2) ' expect: 23

@@ -1,0 +1,1 @@
+Print Replace(123, 2, "x") ' expect: 1x3

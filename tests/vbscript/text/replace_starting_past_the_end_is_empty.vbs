@@ -1,0 +1,1 @@
+Print "[" & Replace("abc", "b", "x", 10) & "]" ' expect: []

@@ -1,0 +1,1 @@
+Print UBound(Split("", "")), UBound(Split(",", ",")) ' expect: -1 1

@@ -1,0 +1,1 @@
+Print StrComp(2, 10) ' expect: 1

@@ -1,0 +1,1 @@
+Print String(3, 321) ' expect: AAA

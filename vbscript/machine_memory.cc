@@ -1,0 +1,86 @@
+// What a page holds: counted from its variables whenever it has made much, so that a page that
+// gathers without end ends itself before it ends the process.
+
+#include <algorithm>
+#include <unordered_set>
+#include <vector>
+
+#include "platform/page.h"
+#include "value/array.h"
+#include "vbscript/machine.h"
+
+namespace rk::vbscript {
+
+namespace {
+
+// Shorter texts are counted at each of their places; whether two are the same costs more to know.
+constexpr std::size_t kShortText = 64;
+
+// Adds up values, each array and long text once however many variables share it.
+class Count {
+ public:
+  void add(const Value& value) {
+    waiting_.push_back(&value);
+    while (!waiting_.empty()) {
+      const Value* const next = waiting_.back();
+      waiting_.pop_back();
+      one(*next);
+    }
+  }
+  void add_bytes(std::size_t bytes) { bytes_ += bytes; }
+  std::size_t bytes() const { return bytes_; }
+
+ private:
+  void one(const Value& value) {
+    if (value.is_text()) {
+      const std::size_t size = value.as_view().size();
+      if (size <= kShortText || seen_.insert(value.as_view().data()).second) bytes_ += size;
+    } else if (value.is_array() && seen_.insert(&value.as_array()).second) {
+      const Array& array = value.as_array();
+      bytes_ += array.elements().size_bytes() + array.bytes().size();
+      for (const Value& element : array.elements()) {
+        if (element.is_text() || element.is_array()) waiting_.push_back(&element);
+      }
+    }
+  }
+
+  std::size_t bytes_ = 0;
+  std::unordered_set<const void*> seen_;
+  std::vector<const Value*> waiting_;
+};
+
+}  // namespace
+
+std::size_t Machine::size_of(const Value& value) {
+  if (value.is_text()) return value.as_view().size();
+  return value.as_array().elements().size_bytes() + value.as_array().bytes().size();
+}
+
+void Machine::count_memory() {
+  const std::size_t held = memory_held();
+  made_bytes_ = 0;
+  // The more there is to look at, the later the next look.
+  bytes_before_count_ = std::max(kBytesBetweenCounts, held / 2);
+  if (held > kMaxPageMemoryBytes) {
+    throw platform::PageEnd{platform::PageEnd::Reason::OutOfMemory};
+  }
+}
+
+// Values in flight (arguments, what a component of the host keeps) are not seen.
+std::size_t Machine::memory_held() const {
+  Count count;
+  for (const Value& global : globals_) count.add(global);
+  for (const auto& [name, variable] : made_variables_) count.add(*variable);
+  for (const Frame* frame = frame_; frame != nullptr; frame = frame->caller) {
+    for (std::uint32_t i = 0; i < frame->code->registers; ++i) count.add(frame->bases[0][i]);
+    if (!frame->made) continue;
+    for (const auto& [name, variable] : *frame->made) count.add(*variable);
+  }
+  for (ScriptObject* object = objects; object != nullptr; object = object->older_) {
+    count.add_bytes(sizeof(ScriptObject) + object->fields().size() * sizeof(Value));
+    for (const Value& field : object->fields()) count.add(field);
+  }
+  return count.bytes();
+}
+
+}  // namespace rk::vbscript
