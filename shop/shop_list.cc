@@ -194,7 +194,8 @@ void ShopList::list_goods(std::string_view list) {
   site::Repeat goods(loop_template_, kGoodsTags);
   const auto rows = db_.open_recordset(goods_sql(parameters_, list), platform::CursorType::Keyset,
                                        platform::LockType::Optimistic);
-  const bool breaks = !equals(parameters_.NewsLineNum, "0");
+  // NewsLineNum is looked at where there is a row, because what is no text raises.
+  const bool breaks = !rows->eof() && !equals(parameters_.NewsLineNum, "0");
   // The count tells the last row, behind which no row of the layout is broken.
   const std::int64_t count = breaks ? rows->record_count() : 0;
   double in_row = 0;

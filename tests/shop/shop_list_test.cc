@@ -6,6 +6,7 @@
 
 #include "tests/plain/shop_list.h"
 #include "tests/support/fake_page.h"
+#include "value/array.h"
 
 namespace rk::shop {
 namespace {
@@ -134,6 +135,16 @@ TEST_F(ShopListTest, RowsBreakBehindEachButTheLast) {
   EXPECT_EQ(show(), "12|34");
   parameters.NewsLineNum = text("0");
   EXPECT_EQ(show(), "1234");
+}
+
+TEST_F(ShopListTest, NewsLineNumIsLookedAtWhereThereAreGoods) {
+  serv_day("<!--Loop-->{ShopName}<!--End Loop-->");
+  page.db.answer(kFront, category("7"));
+  page.db.answer(goods_text("7"), goods({}));
+  parameters.NewsLineNum = Value::array(Array::of({}));
+  EXPECT_EQ(error_of([&] { show(); }), 0);
+  page.db.answer(goods_text("7"), goods({{"a"}}));
+  EXPECT_EQ(error_of([&] { show(); }), 13);
 }
 
 TEST_F(ShopListTest, ANullPriceShowsADash) {
