@@ -22,7 +22,9 @@ struct Column {
   Type type = Type::Unknown;
   bool no_case =
       false;  // declared COLLATE NOCASE: comparisons need not say so, and may use its index
-  bool row_id = false;  // INTEGER PRIMARY KEY: another name of the row's number
+  bool row_id = false;    // INTEGER PRIMARY KEY: another name of the row's number
+  bool required = false;  // declared NOT NULL
+  int size = 0;           // of a Text: the characters it was declared for, or 0
 };
 
 struct Table {

@@ -16,6 +16,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/columns.h"
+#include "value/script_error.h"
 #include "value/value.h"
 
 namespace rk::platform {
@@ -103,6 +105,14 @@ class Recordset {
   // The text that "&" would join, appended without a Value between; false where it is Null.
   virtual bool append_field_text(std::size_t ordinal, std::string& out) = 0;
 
+  // What is known of a column; nothing where the database beneath tells nothing.
+  virtual ColumnTraits traits(std::size_t /*ordinal*/) const { return {}; }
+  // The current row's value before what set_field() changed and update() did not store yet.
+  virtual Value original(std::size_t ordinal) { return field(ordinal); }
+  // Reads all rows, as far as their memory allows, so that moves to and fro ask nothing of the
+  // file.
+  virtual void hold_rows() {}
+
   // A new row that update() stores; fields not set take the table's defaults.
   virtual void add_new() = 0;  // 3251 on a read-only lock
   virtual void set_field(std::size_t ordinal, const Value& value) = 0;
@@ -132,6 +142,9 @@ class Connection {
   std::unique_ptr<Recordset> open_recordset(std::string text, CursorType cursor, LockType lock) {
     return open_recordset(SqlText(std::move(text)), cursor, lock);
   }
+
+  // Raises 3251 where the database beneath does not tell.
+  virtual SchemaRows schema(SchemaList /*list*/) { raise(errors::kFeatureNotAvailable); }
 
   // One view of the database for all reads between the two; begin_read may be called again inside.
   // Nothing happens inside a transaction of the page's own.

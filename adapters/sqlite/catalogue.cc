@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <charconv>
+
 #include "adapters/sqlite/failure.h"
 #include "value/text.h"
 
@@ -12,7 +14,7 @@ constexpr std::string_view kTableText =
     "select name from sqlite_schema where type in ('table', 'view') and name = ?1 collate nocase";
 // Hidden columns of virtual tables are not shown by "*" and not to pages.
 constexpr std::string_view kColumnsText =
-    "select name, type, pk from pragma_table_xinfo(?1) where hidden <> 1";
+    "select name, type, pk, \"notnull\" from pragma_table_xinfo(?1) where hidden <> 1";
 
 // One statement with a name bound to it, finalized by scope.
 class Query {
@@ -59,6 +61,14 @@ bool is_column(sqlite3* database, const std::string& table, const char* column,
 
 }  // namespace
 
+int declared_size(std::string_view declaration) {
+  const std::size_t bracket = declaration.find('(');
+  if (bracket == std::string_view::npos) return 0;
+  int size = 0;
+  std::from_chars(declaration.data() + bracket + 1, declaration.data() + declaration.size(), size);
+  return size;
+}
+
 const jetsql::Table* Catalogue::table(std::string_view name) const {
   std::string key = lowered_ascii(name);
   const auto found = tables_.find(key);
@@ -87,6 +97,8 @@ void Catalogue::read_columns(jetsql::Table& table) const {
     column.name = query.text(0);
     const std::string declaration = query.text(1);
     column.type = jetsql::type_of_declaration(declaration);
+    column.required = query.number(3) != 0;
+    if (column.type == jetsql::Type::Text) column.size = declared_size(declaration);
     if (query.number(2) > 0) {
       ++key_columns;
       key = table.columns.size();

@@ -14,6 +14,9 @@ struct sqlite3;
 
 namespace rk::sqlite {
 
+// 50 of TEXT(50); 0 where a declaration names no length.
+int declared_size(std::string_view declaration);
+
 class Catalogue final : public jetsql::Schema {
  public:
   Catalogue(sqlite3* database, std::string path) : database_(database), path_(std::move(path)) {}

@@ -205,6 +205,29 @@ Value field_value(const RowBuffer& rows, const Cell& cell, Type type) {
   return stored_value(rows, cell);
 }
 
+platform::ColumnType column_type(Type type) noexcept {
+  using platform::ColumnType;
+  switch (type) {
+    case Type::Integer:
+      return ColumnType::Integer;
+    case Type::Double:
+      return ColumnType::Double;
+    case Type::Currency:
+      return ColumnType::Currency;
+    case Type::Boolean:
+      return ColumnType::Boolean;
+    case Type::Date:
+      return ColumnType::Date;
+    case Type::Text:
+      return ColumnType::Text;
+    case Type::Blob:
+      return ColumnType::Bytes;
+    case Type::Unknown:
+      break;
+  }
+  return ColumnType::Unknown;
+}
+
 bool append_field_value(std::string& out, const RowBuffer& rows, const Cell& cell, Type type) {
   if (cell.kind == Cell::Kind::Null) return false;
   if (!append_plainly(out, rows, cell, type)) append_text(out, field_value(rows, cell, type));

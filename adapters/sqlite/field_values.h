@@ -8,6 +8,7 @@
 #include "adapters/sqlite/row_buffer.h"
 #include "jetsql/schema.h"
 #include "jetsql/translate.h"
+#include "platform/columns.h"
 #include "value/value.h"
 
 namespace rk::sqlite {
@@ -16,6 +17,8 @@ namespace rk::sqlite {
 // stored value that its type cannot show (a word in a DATETIME) and an Unknown type go by what is
 // stored. NULL is Null.
 Value field_value(const RowBuffer& rows, const Cell& cell, jetsql::Type type);
+
+platform::ColumnType column_type(jetsql::Type type) noexcept;
 
 // Appends joined_text(field_value(...)) without a value between; false where it is Null.
 bool append_field_value(std::string& out, const RowBuffer& rows, const Cell& cell,

@@ -7,6 +7,7 @@
 #include "adapters/sqlite/failure.h"
 #include "adapters/sqlite/forward_recordset.h"
 #include "adapters/sqlite/paged_recordset.h"
+#include "adapters/sqlite/schema_rows.h"
 #include "value/script_error.h"
 
 namespace rk::sqlite {
@@ -175,6 +176,10 @@ std::unique_ptr<platform::Recordset> PageConnection::opened(Ref<Plan> plan, RunV
   }
   return std::make_unique<PagedRecordset>(*session_, this, std::move(plan), std::move(values),
                                           cursor, lock, std::move(trace));
+}
+
+platform::SchemaRows PageConnection::schema(platform::SchemaList list) {
+  return schema_rows(session(), list);
 }
 
 void PageConnection::begin_read() {

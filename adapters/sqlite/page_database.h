@@ -58,6 +58,8 @@ class PageConnection final : public platform::Connection {
   using Connection::execute;
   using Connection::open_recordset;
 
+  platform::SchemaRows schema(platform::SchemaList list) override;
+
   void begin_read() override;
   void end_read() noexcept override;
   void begin_transaction() override;

@@ -47,6 +47,10 @@ class PagedRecordset final : public Rowset {
   bool append_field_text(std::size_t ordinal, std::string& out) override;
   using Rowset::field;
 
+  platform::ColumnTraits traits(std::size_t ordinal) const override;
+  Value original(std::size_t ordinal) override;
+  void hold_rows() override { settle(); }
+
   void add_new() override;
   void set_field(std::size_t ordinal, const Value& value) override;
   void update() override;

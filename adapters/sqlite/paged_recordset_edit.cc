@@ -24,12 +24,23 @@ std::int64_t PagedRecordset::current_key() {
   return buffer_.cell(current_row(), field_count()).integer;
 }
 
+platform::ColumnTraits PagedRecordset::traits(std::size_t ordinal) const {
+  platform::ColumnTraits traits = Rowset::traits(ordinal);
+  traits.writable = writable_ && !column(ordinal).base_column.empty();
+  return traits;
+}
+
 Value PagedRecordset::field(std::size_t ordinal) {
   if (edit_ != nullptr) {
     column(ordinal);
     if (edit_->values[ordinal]) return *edit_->values[ordinal];
     if (edit_->adding) return Value::null();
   }
+  return original(ordinal);
+}
+
+Value PagedRecordset::original(std::size_t ordinal) {
+  if (edit_ != nullptr && edit_->adding) return Value::null();
   if (place_ != Place::Added) return Rowset::field(ordinal);
   const jetsql::Type type = column(ordinal).type;
   show_added_row();

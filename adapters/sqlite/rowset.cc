@@ -72,6 +72,21 @@ Value Rowset::field(std::size_t ordinal) {
   return field_value(buffer_, buffer_.cell(row, ordinal), type);
 }
 
+platform::ColumnTraits Rowset::traits(std::size_t ordinal) const {
+  const jetsql::OutputColumn& shown = column(ordinal);
+  platform::ColumnTraits traits;
+  traits.type = column_type(shown.type);
+  if (shown.base_column.empty()) return traits;
+  const Reading reading(*session_);
+  const jetsql::Table* table = session_->handle().table(plan_->translation.table);
+  const jetsql::Column* base = table == nullptr ? nullptr : table->column(shown.base_column);
+  if (base == nullptr) return traits;
+  traits.size = base->size;
+  traits.required = base->required;
+  traits.counter = base->row_id;
+  return traits;
+}
+
 bool Rowset::append_field_text(std::size_t ordinal, std::string& out) {
   const jetsql::Type type = column(ordinal).type;
   const std::size_t row = current_row();

@@ -31,6 +31,7 @@ class Rowset : public platform::Recordset {
   std::size_t ordinal(std::string_view name) const final;
   Value field(std::size_t ordinal) override;
   bool append_field_text(std::size_t ordinal, std::string& out) override;
+  platform::ColumnTraits traits(std::size_t ordinal) const override;
   using Recordset::field;
 
   void close() override;

@@ -29,6 +29,29 @@ AdoType ado_type_of(const Value& value) {
   }
 }
 
+AdoType ado_type_of(const platform::ColumnTraits& traits) {
+  using platform::ColumnType;
+  switch (traits.type) {
+    case ColumnType::Integer:
+      return AdoType::Integer;
+    case ColumnType::Double:
+      return AdoType::Double;
+    case ColumnType::Currency:
+      return AdoType::Currency;
+    case ColumnType::Boolean:
+      return AdoType::Boolean;
+    case ColumnType::Date:
+      return AdoType::Date;
+    case ColumnType::Bytes:
+      return AdoType::LongVarBinary;
+    case ColumnType::Text:
+      return traits.size > 0 ? AdoType::VarWChar : AdoType::LongVarWChar;
+    case ColumnType::Unknown:
+      break;
+  }
+  return AdoType::VarWChar;
+}
+
 std::int32_t actual_size_of(const Value& value) {
   switch (value.kind()) {
     case Value::Kind::String:

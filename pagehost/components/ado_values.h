@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "platform/columns.h"
 #include "value/script_error.h"
 #include "value/value.h"
 
@@ -37,6 +38,8 @@ enum class AdoType : std::int32_t {
 
 // The type of a column that holds this value; a Null says nothing and counts as text.
 AdoType ado_type_of(const Value& value);
+// The type of a column that was declared; Unknown counts as text.
+AdoType ado_type_of(const platform::ColumnTraits& traits);
 // In bytes, 2 a character of a text; 0 for Null.
 std::int32_t actual_size_of(const Value& value);
 

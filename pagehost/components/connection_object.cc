@@ -1,10 +1,13 @@
 #include "pagehost/components/connection_object.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "pagehost/components/ado_values.h"
 #include "pagehost/components/recordset_object.h"
+#include "value/array.h"
 #include "value/conversions.h"
+#include "value/text.h"
 
 namespace rk::pagehost {
 namespace {
@@ -34,10 +37,10 @@ class ErrorObject final : public TabledObject<ErrorObject> {
   ScriptError error_;
 };
 
-// The failure of the connection's last step, if it failed.
+// The failure of the connection's last step, if it failed; Clear reaches the connection.
 class ErrorsObject final : public TabledObject<ErrorsObject> {
  public:
-  explicit ErrorsObject(std::optional<ScriptError> failure) : failure_(std::move(failure)) {}
+  explicit ErrorsObject(Ref<ConnectionObject> connection) : connection_(std::move(connection)) {}
   std::string_view type_name() const override { return "Errors"; }
   static std::span<const Member<ErrorsObject>> members() {
     static constexpr Member<ErrorsObject> kMembers[] = {
@@ -51,16 +54,17 @@ class ErrorsObject final : public TabledObject<ErrorsObject> {
 
  private:
   Value item(const Call& call) {
-    if (!failure_ || call.number(0) != 0) raise(rk::errors::kItemNotFound);
-    return Value::object(make_ref<ErrorObject>(*failure_));
+    const auto& failure = connection_->last_failure();
+    if (!failure || call.number(0) != 0) raise(rk::errors::kItemNotFound);
+    return Value::object(make_ref<ErrorObject>(*failure));
   }
-  Value count(const Call&) { return Value::long_integer(failure_ ? 1 : 0); }
+  Value count(const Call&) { return Value::long_integer(connection_->last_failure() ? 1 : 0); }
   Value clear(const Call&) {
-    failure_.reset();
+    connection_->forget_failure();
     return {};
   }
 
-  std::optional<ScriptError> failure_;
+  Ref<ConnectionObject> connection_;
 };
 
 class OneWalk final : public Enumeration {
@@ -77,8 +81,52 @@ class OneWalk final : public Enumeration {
 };
 
 std::unique_ptr<Enumeration> ErrorsObject::enumerate() {
-  return std::make_unique<OneWalk>(failure_ ? Value::object(make_ref<ErrorObject>(*failure_))
-                                            : Value());
+  const auto& failure = connection_->last_failure();
+  return std::make_unique<OneWalk>(failure ? Value::object(make_ref<ErrorObject>(*failure))
+                                           : Value());
+}
+
+platform::SchemaList schema_list(std::int32_t number) {
+  using platform::SchemaList;
+  switch (number) {
+    case 4:
+      return SchemaList::Columns;
+    case 12:
+      return SchemaList::Indexes;
+    case 20:
+      return SchemaList::Tables;
+    case 27:
+      return SchemaList::ForeignKeys;
+    case 28:
+      return SchemaList::PrimaryKeys;
+    default:
+      raise(rk::errors::kFeatureNotAvailable);
+  }
+}
+
+// Keeps the rows whose first columns have these values; an Empty or a Null lets all through.
+void restrict_rows(platform::SchemaRows& list, const Value& wanted) {
+  if (!wanted.is_array()) raise(rk::errors::kInvalidArgument);
+  const auto values = wanted.as_array().elements();
+  const auto differs = [&](const std::vector<Value>& row) {
+    for (std::size_t i = 0; i < std::min(values.size(), row.size()); ++i) {
+      const Value value = plain_value(values[i]);
+      if (value.is_empty() || value.is_null() || value.is_missing()) continue;
+      if (!equal_ignoring_case(joined_text(value).view(), joined_text(row[i]).view())) return true;
+    }
+    return false;
+  };
+  list.rows.erase(std::remove_if(list.rows.begin(), list.rows.end(), differs), list.rows.end());
+}
+
+std::unique_ptr<MemoryRows> memory_rows(platform::SchemaRows list) {
+  std::vector<MemoryColumn> columns;
+  for (std::size_t i = 0; i < list.columns.size(); ++i) {
+    const bool known = !list.rows.empty() && !list.rows[0][i].is_null();
+    columns.push_back(
+        {std::move(list.columns[i]), known ? ado_type_of(list.rows[0][i]) : AdoType::VarWChar, 0});
+  }
+  return std::make_unique<MemoryRows>(std::move(columns), std::move(list.rows));
 }
 
 class KeptConnection final : public KeptObject {
@@ -215,14 +263,21 @@ Value ConnectionObject::state(const Call&) {
 }
 
 Value ConnectionObject::errors(const Call& call) {
-  auto found = make_ref<ErrorsObject>(failure_);
+  auto found = make_ref<ErrorsObject>(Ref<ConnectionObject>(this));
   if (call.count() == 0) return Value::object(found);
   return found->invoke(kDefaultMember, CallKind::Get, call.arguments());
 }
 
-// The schema's row sets are made by the engine beneath, which offers none yet.
-Value ConnectionObject::open_schema(const Call&) {
-  raise(rk::errors::kFeatureNotAvailable);
+// OpenSchema(list, values to restrict it by): rows of tables, columns, indexes or keys.
+Value ConnectionObject::open_schema(const Call& call) {
+  return remembering([&] {
+    if (!connection_) raise(rk::errors::kObjectClosed);
+    platform::SchemaRows list = connection_->schema(schema_list(call.number(0)));
+    if (call.has(1)) restrict_rows(list, plain_value(call.at(1)));
+    auto recordset = make_ref<RecordsetObject>(database_);
+    recordset->take(memory_rows(std::move(list)));
+    return Value::object(recordset);
+  });
 }
 
 Value ConnectionObject::version(const Call&) {

@@ -34,6 +34,7 @@ class ConnectionObject final : public TabledObject<ConnectionObject>, public Kee
   // Runs a step and keeps its failure for the Errors collection.
   Value remembering(const std::function<Value()>& step);
   const std::optional<ScriptError>& last_failure() const { return failure_; }
+  void forget_failure() { failure_.reset(); }
   const std::shared_ptr<platform::Database>& database() const { return database_; }
   std::int32_t cursor_location() const { return cursor_location_; }
 

@@ -12,6 +12,58 @@
 namespace rk::pagehost {
 namespace {
 
+using platform::ColumnTraits;
+using platform::ColumnType;
+
+constexpr std::int32_t kUnlimitedText = 536'870'910;  // as such columns are told to be
+constexpr std::int32_t kUnlimitedBytes = 1'073'741'823;
+
+std::int32_t defined_size_of(const ColumnTraits& traits, const Value& now) {
+  constexpr std::int32_t kUsualText = 255;
+  switch (traits.type) {
+    case ColumnType::Text:
+      return traits.size > 0 ? traits.size : kUnlimitedText;
+    case ColumnType::Bytes:
+      return kUnlimitedBytes;
+    case ColumnType::Integer:
+      return 4;
+    case ColumnType::Boolean:
+      return 2;
+    case ColumnType::Unknown:
+      return now.is_text() || now.is_null() || now.is_array() ? kUsualText : actual_size_of(now);
+    default:
+      return 8;
+  }
+}
+
+std::int32_t precision_of(const ColumnTraits& traits) {
+  switch (traits.type) {
+    case ColumnType::Integer:
+      return 10;
+    case ColumnType::Double:
+      return 15;
+    case ColumnType::Currency:
+      return 19;
+    default:
+      return 255;
+  }
+}
+
+std::int32_t attributes_of(const ColumnTraits& traits) {
+  constexpr std::int32_t kUpdatable = 0x4;
+  constexpr std::int32_t kFixed = 0x10;
+  constexpr std::int32_t kMayBeNull = 0x20 | 0x40;
+  constexpr std::int32_t kLong = 0x2 | 0x80;  // and read only where it is asked for
+  const bool text = traits.type == ColumnType::Text || traits.type == ColumnType::Unknown;
+  const bool long_one =
+      (traits.type == ColumnType::Text && traits.size == 0) || traits.type == ColumnType::Bytes;
+  std::int32_t out = text || traits.type == ColumnType::Bytes ? 0 : kFixed;
+  if (long_one) out |= kLong;
+  if (traits.writable && !traits.counter) out |= kUpdatable;
+  if (!traits.required && !traits.counter) out |= kMayBeNull;
+  return out;
+}
+
 class FieldObject final : public TabledObject<FieldObject> {
  public:
   FieldObject(Ref<RecordsetObject> recordset, std::size_t ordinal)
@@ -25,8 +77,8 @@ class FieldObject final : public TabledObject<FieldObject> {
         {"Type", &F::type},
         {"ActualSize", &F::actual_size},
         {"DefinedSize", &F::defined_size},
-        {"OriginalValue", &F::value},
-        {"UnderlyingValue", &F::value},
+        {"OriginalValue", &F::original_value},
+        {"UnderlyingValue", &F::original_value},
         {"Precision", &F::precision},
         {"NumericScale", &F::zero},
         {"Attributes", &F::attributes},
@@ -51,22 +103,24 @@ class FieldObject final : public TabledObject<FieldObject> {
     return {};
   }
   Value name(const Call&) { return Value::text(recordset_->rows().field_name(ordinal_)); }
+  Value original_value(const Call&) { return recordset_->rows().original(ordinal_); }
+  platform::ColumnTraits traits() { return recordset_->rows().traits(ordinal_); }
   Value type(const Call&) {
-    return Value::long_integer(static_cast<std::int32_t>(ado_type_of(current_or_null())));
+    if (const MemoryColumn* made = recordset_->memory_column(ordinal_)) {
+      return Value::long_integer(static_cast<std::int32_t>(made->type));
+    }
+    const platform::ColumnTraits known = traits();
+    const bool unknown = known.type == platform::ColumnType::Unknown;
+    return Value::long_integer(
+        static_cast<std::int32_t>(unknown ? ado_type_of(current_or_null()) : ado_type_of(known)));
   }
   Value actual_size(const Call&) { return Value::long_integer(actual_size_of(current_or_null())); }
   Value defined_size(const Call&) {
-    constexpr std::int32_t kTextSize = 255;
-    const Value now = current_or_null();
-    const bool sized = now.is_text() || now.is_null() || now.is_array();
-    return Value::long_integer(sized ? kTextSize : actual_size_of(now));
+    return Value::long_integer(defined_size_of(traits(), current_or_null()));
   }
-  Value precision(const Call&) { return Value::long_integer(255); }
+  Value precision(const Call&) { return Value::long_integer(precision_of(traits())); }
   Value zero(const Call&) { return Value::long_integer(0); }
-  Value attributes(const Call&) {
-    constexpr std::int32_t kMayBeNullAndUpdated = 0x20 | 0x40 | 0x4;
-    return Value::long_integer(kMayBeNullAndUpdated);
-  }
+  Value attributes(const Call&) { return Value::long_integer(attributes_of(traits())); }
   Value append_chunk(const Call& call) {
     Value more = plain_value(call.at(0));
     const bool bytes = more.is_array() && more.as_array().holds_bytes();
@@ -125,6 +179,8 @@ class FieldsObject final : public TabledObject<FieldsObject> {
     static constexpr Member<FieldsObject> kMembers[] = {
         {"Item", &FieldsObject::item, 1, 1, Access::Both},
         {"Count", &FieldsObject::count},
+        {"Append", &FieldsObject::append, 2, 5},
+        {"Delete", &FieldsObject::remove, 1, 1},
         {"Refresh", &FieldsObject::refresh},
     };
     return kMembers;
@@ -141,7 +197,17 @@ class FieldsObject final : public TabledObject<FieldsObject> {
     return {};
   }
   Value count(const Call&) {
-    return Value::long_integer(static_cast<std::int32_t>(recordset_->rows().field_count()));
+    return Value::long_integer(static_cast<std::int32_t>(recordset_->field_count()));
+  }
+  // Append(name, type, size, attributes, value)
+  Value append(const Call& call) {
+    recordset_->append_column(
+        {call.text(0), static_cast<AdoType>(call.number(1)), call.number_or(2, 0)});
+    return {};
+  }
+  Value remove(const Call& call) {
+    recordset_->remove_column(call.at(0));
+    return {};
   }
   Value refresh(const Call&) { return {}; }
 

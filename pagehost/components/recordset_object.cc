@@ -48,6 +48,9 @@ std::span<const Member<RecordsetObject>> RecordsetObject::members() {
       {"AbsolutePage", &R::absolute_page, 0, 0, Access::Both},
       {"AbsolutePosition", &R::absolute_position, 0, 0, Access::Both},
       {"Bookmark", &R::bookmark, 0, 0, Access::Both},
+      {"Filter", &R::filter, 0, 0, Access::Both},
+      {"Sort", &R::sort, 0, 0, Access::Both},
+      {"Clone", &R::clone, 0, 1},
       {"CursorType", &R::cursor_type, 0, 0, Access::Both},
       {"LockType", &R::lock_type, 0, 0, Access::Both},
       {"CursorLocation", &R::cursor_location, 0, 0, Access::Both},
@@ -60,7 +63,7 @@ std::span<const Member<RecordsetObject>> RecordsetObject::members() {
       {"EditMode", &R::edit_mode},
       {"AddNew", &R::add_new, 0, 2},
       {"Update", &R::update, 0, 2},
-      {"UpdateBatch", &R::update, 0, 1},
+      {"UpdateBatch", &R::update_batch, 0, 1},
       {"CancelUpdate", &R::cancel_update},
       {"CancelBatch", &R::cancel_update, 0, 1},
       {"Delete", &R::remove, 0, 1},
@@ -140,7 +143,11 @@ void RecordsetObject::connect(const Value& connection) {
 // Open(source, connection, cursor type, lock type, options)
 Value RecordsetObject::open(const Call& call) {
   if (rows_) raise(errors::kObjectOpen);
-  std::int32_t options = call.number_or(4, 0);
+  if (!call.has(0) && source_.text().empty() && !appended_.empty()) {
+    take(std::make_unique<MemoryRows>(appended_, std::vector<std::vector<Value>>()));
+    return {};
+  }
+  const std::int32_t options = call.number_or(4, 0);
   if (call.has(0)) {
     const Value from = call.at(0);
     auto* command = from.is_object() ? dynamic_cast<CommandObject*>(from.as_object()) : nullptr;
@@ -166,22 +173,31 @@ void RecordsetObject::run() {
   }
   opened_ = connection_->opened();
   // Records held by the client are always a static set.
-  const bool client =
-      cursor_location_ == kUseClient || connection_->cursor_location() == kUseClient;
-  if (client) cursor_type_ = static_cast<std::int32_t>(platform::CursorType::Static);
+  if (held_by_client()) cursor_type_ = static_cast<std::int32_t>(platform::CursorType::Static);
   connection_->remembering([&] {
     rows_ = opened_->open_recordset(source_, static_cast<platform::CursorType>(cursor_type_),
                                     static_cast<platform::LockType>(lock_type_));
     return Value();
   });
+  view_ = nullptr;
+  memory_ = nullptr;
   if (rows_ && page_size_ != rows_->page_size()) rows_->set_page_size(page_size_);
   editing_ = Editing::None;
+}
+
+bool RecordsetObject::held_by_client() const {
+  return cursor_location_ == kUseClient ||
+         (connection_ && connection_->cursor_location() == kUseClient);
 }
 
 Value RecordsetObject::close(const Call&) {
   rows();
   const auto closing = std::exchange(rows_, nullptr);
   editing_ = Editing::None;
+  view_ = nullptr;
+  memory_ = nullptr;
+  filter_ = Value::text("");
+  sort_.clear();
   closing->close();
   return {};
 }
@@ -222,7 +238,9 @@ Value RecordsetObject::move_last(const Call&) {
 Value RecordsetObject::move(const Call& call) {
   using Origin = platform::Recordset::Origin;
   Origin origin = Origin::Current;
-  if (call.has(1)) {
+  if (call.has(1) && is_bookmark(call.at(1))) {
+    go_to(call.at(1));
+  } else if (call.has(1)) {
     const std::int32_t start = call.number(1);
     if (start < 0 || start > 2) raise(errors::kInvalidArgument);
     origin = static_cast<Origin>(start);
@@ -263,17 +281,6 @@ Value RecordsetObject::absolute_position(const Call& call) {
   return {};
 }
 
-// A row's number, which stays while the record set is open.
-Value RecordsetObject::bookmark(const Call& call) {
-  if (call.assigns()) {
-    rows().set_absolute_position(static_cast<std::int64_t>(to_double(call.assigned())));
-    return {};
-  }
-  const std::int64_t place = rows().absolute_position();
-  if (place < 1) raise(errors::kNoCurrentRecord);
-  return Value::real(static_cast<double>(place));
-}
-
 Value RecordsetObject::cursor_type(const Call& call) {
   if (call.assigns() && rows_) raise(errors::kObjectOpen);
   return number_property(call, cursor_type_);
@@ -299,7 +306,13 @@ Value RecordsetObject::max_records(const Call& call) {
 
 Value RecordsetObject::active_connection(const Call& call) {
   if (!call.assigns()) return connection_ ? Value::object(connection_) : Value::nothing();
-  connect(call.assigned());
+  const Value& given = call.assigned();
+  const bool parts = given.is_object() && given.as_object() == nullptr;
+  if (rows_ && !memory_) {
+    if (!parts || !held_by_client()) raise(errors::kObjectOpen);
+    part_from_connection();
+  }
+  connect(given);
   return {};
 }
 
@@ -363,6 +376,14 @@ Value RecordsetObject::update(const Call& call) {
   return {};
 }
 
+// Each Update is stored at once, so nothing is left to store; rows that were parted from their
+// connection have no way back into it.
+Value RecordsetObject::update_batch(const Call& call) {
+  rows();
+  if (memory_ && connection_) raise(errors::kFeatureNotAvailable);
+  return update(call);
+}
+
 Value RecordsetObject::cancel_update(const Call&) {
   rows().cancel_update();
   editing_ = Editing::None;
@@ -377,8 +398,10 @@ Value RecordsetObject::remove(const Call&) {
 
 Value RecordsetObject::requery(const Call&) {
   rows();
+  if (memory_) raise(errors::kFeatureNotAvailable);
   std::exchange(rows_, nullptr)->close();
   run();
+  show_again();
   return {};
 }
 
@@ -400,8 +423,9 @@ Value RecordsetObject::supports(const Call& call) {
 Value RecordsetObject::find(const Call& call) {
   const RowCriterion criterion(call.text(0));
   const bool forward = call.number_or(2, 1) >= 0;
+  rows();
+  if (call.has(3)) go_to(call.at(3));
   platform::Recordset& all = rows();
-  if (call.has(3)) all.set_absolute_position(static_cast<std::int64_t>(to_double(call.at(3))));
   if (all.eof() && all.bof()) return {};
   for (std::int32_t skip = call.number_or(1, 0); skip > 0 && !all.eof() && !all.bof(); --skip) {
     forward ? all.move_next() : all.move_previous();
@@ -414,9 +438,10 @@ Value RecordsetObject::find(const Call& call) {
 
 // GetRows(rows, start, fields): an array (field, row) of the rows from here on.
 Value RecordsetObject::rows_array(const Call& call) {
-  platform::Recordset& all = rows();
+  rows();
   const std::int32_t most = call.number_or(0, -1);
-  if (call.has(1) && call.number_or(1, 0) == 1) all.move_first();
+  if (call.has(1)) go_to(call.at(1));
+  platform::Recordset& all = rows();
   std::vector<std::size_t> columns;
   if (call.has(2)) {
     const Value wanted = plain_value(call.at(2));
@@ -464,6 +489,8 @@ Value RecordsetObject::rows_text(const Call& call) {
 
 // One statement gives one set of rows.
 Value RecordsetObject::next_recordset(const Call&) {
+  view_ = nullptr;
+  memory_ = nullptr;
   if (rows_) std::exchange(rows_, nullptr)->close();
   return Value::nothing();
 }

@@ -11,10 +11,17 @@
 #include <string_view>
 
 #include "pagehost/components/connection_object.h"
+#include "pagehost/components/memory_rows.h"
+#include "pagehost/components/row_view.h"
 #include "pagehost/pages/tabled_object.h"
 #include "platform/database.h"
 
 namespace rk::pagehost {
+
+// Whether a Move or Find begins at a bookmark: those are Doubles, and the places 0 to 2 are not.
+inline bool is_bookmark(const Value& start) {
+  return plain_value(start).kind() == Value::Kind::Double;
+}
 
 class RecordsetObject final : public TabledObject<RecordsetObject> {
  public:
@@ -28,12 +35,23 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   void take(std::unique_ptr<platform::Recordset> rows, Ref<ConnectionObject> connection,
             std::shared_ptr<platform::Connection> opened, platform::SqlText source);
 
+  // Rows without a connection.
+  void take(std::unique_ptr<MemoryRows> rows);
+
   // The open rows; raises 3704 where there are none.
   platform::Recordset& rows();
   // The place of a column by its name or number; raises 3265.
   std::size_t ordinal_of(const Value& index);
   void set_field(std::size_t ordinal, const Value& value);
   Value field_object(std::size_t ordinal);
+
+  // The columns of a set that a page makes itself, before it is opened; raises 3219 for a set that
+  // is open or has a statement.
+  void append_column(MemoryColumn column);
+  void remove_column(const Value& index);
+  std::size_t field_count();
+  // Of rows without a connection; null for those of a database.
+  const MemoryColumn* memory_column(std::size_t ordinal) const;
 
  private:
   Value fields(const Call& call);
@@ -52,6 +70,9 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   Value absolute_page(const Call& call);
   Value absolute_position(const Call& call);
   Value bookmark(const Call& call);
+  Value filter(const Call& call);
+  Value sort(const Call& call);
+  Value clone(const Call& call);
   Value cursor_type(const Call& call);
   Value lock_type(const Call& call);
   Value cursor_location(const Call& call);
@@ -64,6 +85,7 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   Value edit_mode(const Call& call);
   Value add_new(const Call& call);
   Value update(const Call& call);
+  Value update_batch(const Call& call);
   Value cancel_update(const Call& call);
   Value remove(const Call& call);
   Value requery(const Call& call);
@@ -76,6 +98,12 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   Value number_property(const Call& call, std::int32_t& kept);
 
   void run();
+  RowView& view();
+  RowView& view_of_all_rows();
+  void show_again();
+  void go_to(const Value& bookmark);
+  void part_from_connection();
+  bool held_by_client() const;
   void set_fields(const Value& names, const Value& values);
   void connect(const Value& connection);
 
@@ -83,6 +111,11 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   Ref<ConnectionObject> connection_;
   std::shared_ptr<platform::Connection> opened_;  // outlives the rows
   std::unique_ptr<platform::Recordset> rows_;
+  RowView* view_ = nullptr;             // rows_, where it is one
+  const MemoryRows* memory_ = nullptr;  // beneath rows_, where there is no database
+  std::vector<MemoryColumn> appended_;  // columns of a set that is not open yet
+  Value filter_ = Value::text("");
+  std::string sort_;
   platform::SqlText source_;
   std::int32_t cursor_type_ = 0;
   std::int32_t lock_type_ = 1;

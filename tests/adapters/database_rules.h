@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <thread>
@@ -1014,6 +1015,65 @@ TEST_P(DatabaseRules, ARowThatAnotherPageRemovedCannotBeChanged) {
   rows->set_field("Name", Value::text("x"));
   EXPECT_NE(error_of([&] { rows->update(); }), 0);
   rows->cancel_update();
+}
+
+TEST_P(DatabaseRules, AColumnTellsHowItWasDeclared) {
+  const auto rows = keyset("Select *,[Num]+1 From [plan]");
+  using platform::ColumnType;
+  EXPECT_TRUE(rows->traits(0).counter);
+  EXPECT_EQ(rows->traits(1).type, ColumnType::Text);
+  EXPECT_EQ(rows->traits(1).size, 50);
+  EXPECT_TRUE(rows->traits(1).writable);
+  EXPECT_FALSE(rows->traits(1).required);
+  EXPECT_EQ(rows->traits(2).type, ColumnType::Currency);
+  EXPECT_EQ(rows->traits(4).type, ColumnType::Date);
+  EXPECT_FALSE(rows->traits(6).writable);
+  EXPECT_FALSE(keyset("Select * From [plan]", Lock::ReadOnly)->traits(1).writable);
+}
+
+TEST_P(DatabaseRules, TheOriginalValueStaysUntilTheUpdate) {
+  fill(1);
+  const auto rows = by_id();
+  rows->set_field("Name", Value::text("new"));
+  EXPECT_EQ(joined_text(rows->original(1)).view(), "n1");
+  EXPECT_EQ(joined_text(rows->field("Name")).view(), "new");
+  rows->update();
+  EXPECT_EQ(joined_text(rows->original(1)).view(), "new");
+}
+
+TEST_P(DatabaseRules, TheSchemaListsTablesColumnsIndexesAndKeys) {
+  run("Create Table [item] ([Code] Text(10) Not Null, [Plan] Long References [plan] ([Id]), "
+      "Constraint pk Primary Key ([Code]))");
+  run("Create Unique Index [byName] On [plan] ([Name],[Num])");
+  const auto listed = [&](platform::SchemaList list, const std::vector<std::string>& names) {
+    const platform::SchemaRows rows = connection_->schema(list);
+    std::string out;
+    for (const auto& row : rows.rows) {
+      for (const std::string& name : names) {
+        const auto place = std::find(rows.columns.begin(), rows.columns.end(), name);
+        if (place == rows.columns.end()) return "no " + name;
+        const Value& value = row[static_cast<std::size_t>(place - rows.columns.begin())];
+        out += joined_text(value).string() + (&name == &names.back() ? ";" : ",");
+      }
+    }
+    return out;
+  };
+  using platform::SchemaList;
+  EXPECT_EQ(listed(SchemaList::Tables, {"TABLE_NAME", "TABLE_TYPE"}), "item,TABLE;plan,TABLE;");
+  EXPECT_EQ(listed(SchemaList::Columns, {"TABLE_NAME", "COLUMN_NAME", "ORDINAL_POSITION",
+                                         "DATA_TYPE", "IS_NULLABLE", "CHARACTER_MAXIMUM_LENGTH"}),
+            "item,Code,1,130,False,10;item,Plan,2,3,True,;plan,Id,1,3,False,;"
+            "plan,Name,2,130,True,50;plan,Price,3,6,True,;plan,Flag,4,11,True,;"
+            "plan,Time,5,7,True,;plan,Num,6,3,True,;");
+  const std::string indexes =
+      listed(SchemaList::Indexes, {"TABLE_NAME", "INDEX_NAME", "UNIQUE", "COLUMN_NAME"});
+  EXPECT_NE(indexes.find("plan,byName,True,Name;plan,byName,True,Num;"), std::string::npos)
+      << indexes;
+  EXPECT_EQ(listed(SchemaList::PrimaryKeys, {"TABLE_NAME", "COLUMN_NAME", "ORDINAL"}),
+            "item,Code,1;plan,Id,1;");
+  EXPECT_EQ(listed(SchemaList::ForeignKeys,
+                   {"FK_TABLE_NAME", "FK_COLUMN_NAME", "PK_TABLE_NAME", "PK_COLUMN_NAME"}),
+            "item,Plan,plan,Id;");
 }
 
 TEST_P(DatabaseRules, EightThreadsAddEveryRowOnce) {

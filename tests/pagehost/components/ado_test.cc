@@ -188,5 +188,92 @@ TEST_F(Ado, ACommandRunsWithItsParameters) {
   EXPECT_EQ(database_->bound(), (std::vector<std::string>{"2", "2"}));
 }
 
+TEST_F(Ado, FilterAndSortChooseAndOrderTheRows) {
+  const Value rows = opened();
+  let(rows, "Filter", {t("Id >= 2")});
+  EXPECT_EQ(text_of(get(rows, "RecordCount")), "2");
+  let(rows, "Sort", {t("Id Desc")});
+  EXPECT_EQ(text_of(get(rows, "", {t("Id")})), "3");
+  EXPECT_EQ(error_number([&] { let(rows, "Filter", {t("nonsense")}); }), 3001);
+  EXPECT_EQ(text_of(get(rows, "Filter")), "Id >= 2");
+  let(rows, "Filter", {n(0)});
+  EXPECT_EQ(text_of(get(rows, "GetString", {n(2), n(-1), t(","), t(";"), t("-")})),
+            "3,it's;2,-;1,one;");
+}
+
+TEST_F(Ado, AFilterOfRowsReadForwardOnlyReadsThemAsAStaticSet) {
+  const Value rows = opened(0, 1);
+  EXPECT_EQ(error_number([&] { get(rows, "Bookmark"); }), 3251);
+  let(rows, "Filter", {t("Name='one'")});
+  EXPECT_EQ(text_of(get(rows, "RecordCount")), "1");
+}
+
+TEST_F(Ado, ACloneStandsApartAndBookmarksHoldInBoth) {
+  const Value rows = opened();
+  get(rows, "MoveLast");
+  const Value mark = get(rows, "Bookmark");
+  const Value clone = get(rows, "Clone");
+  EXPECT_EQ(text_of(get(clone, "", {t("Id")})), "1");
+  let(clone, "Bookmark", {mark});
+  EXPECT_EQ(text_of(get(clone, "", {t("Id")})), "3");
+  get(rows, "Close");
+  EXPECT_EQ(text_of(get(clone, "", {t("Id")})), "3");
+  let(clone, "Filter", {Value::array(Array::of({mark}))});
+  EXPECT_EQ(text_of(get(clone, "RecordCount")), "1");
+}
+
+TEST_F(Ado, RowsOfTheClientOutliveTheirConnection) {
+  const Value rows = recordset();
+  let(rows, "CursorLocation", {n(3)});
+  const Value cn = connection();
+  get(rows, "Open", {t("Select * From t"), cn});
+  tests::call_as(CallKind::Set, rows, "ActiveConnection", {Value::nothing()});
+  get(cn, "Close");
+  EXPECT_EQ(text_of(get(rows, "RecordCount")), "3");
+  EXPECT_EQ(text_of(get(rows, "", {t("Name")})), "one");
+  const Value other = opened();
+  EXPECT_EQ(error_number([&] {
+              tests::call_as(CallKind::Set, other, "ActiveConnection", {Value::nothing()});
+            }),
+            3705);
+}
+
+TEST_F(Ado, APageMakesRowsOfItsOwn) {
+  const Value rows = recordset();
+  get(get(rows, "Fields"), "Append", {t("Id"), n(3)});
+  get(get(rows, "Fields"), "Append", {t("Name"), n(200), n(20)});
+  EXPECT_EQ(text_of(get(get(rows, "Fields"), "Count")), "2");
+  get(rows, "Open");
+  EXPECT_EQ(error_number([&] { get(get(rows, "Fields"), "Append", {t("x"), n(3)}); }), 3219);
+  for (const int id : {2, 1}) {
+    get(rows, "AddNew");
+    let(rows, "", {t("Id"), n(id)});
+    let(rows, "", {t("Name"), t("n" + std::to_string(id))});
+    get(rows, "Update");
+  }
+  let(rows, "Sort", {t("Id")});
+  EXPECT_EQ(text_of(get(rows, "GetString")), "1\tn1\r2\tn2\r");
+  get(rows, "MoveFirst");
+  EXPECT_EQ(text_of(get(get(rows, "Fields", {n(1)}), "Type")), "200");
+  EXPECT_EQ(text_of(get(get(rows, "Fields", {n(1)}), "DefinedSize")), "20");
+}
+
+TEST_F(Ado, ClearedErrorsAreGoneFromTheConnection) {
+  const Value cn = connection();
+  EXPECT_EQ(error_number([&] { get(cn, "Execute", {t("Selct")}); }), -2147217900);
+  get(get(cn, "Errors"), "Clear");
+  EXPECT_EQ(text_of(get(get(cn, "Errors"), "Count")), "0");
+}
+
+TEST_F(Ado, GetRowsBeginsAtABookmark) {
+  const Value rows = opened();
+  get(rows, "MoveNext");
+  const Value second = get(rows, "Bookmark");
+  get(rows, "MoveLast");
+  const Value all = get(rows, "GetRows", {n(-1), second, t("Id")});
+  EXPECT_EQ(all.as_array().upper_bound(1), 1);
+  EXPECT_EQ(text_of(all.as_array().elements()[0]), "2");
+}
+
 }  // namespace
 }  // namespace rk::pagehost

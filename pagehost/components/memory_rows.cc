@@ -1,0 +1,168 @@
+#include "pagehost/components/memory_rows.h"
+
+#include <utility>
+
+#include "value/array.h"
+#include "value/conversions.h"
+#include "value/text.h"
+
+namespace rk::pagehost {
+namespace {
+
+using platform::ColumnType;
+
+constexpr KnownError kTooLong{-2147217887,
+                              "Multiple-step operation generated errors: the text is longer than "
+                              "its field."};
+
+ColumnType column_type_of(AdoType type) {
+  switch (type) {
+    case AdoType::SmallInt:
+    case AdoType::Integer:
+    case AdoType::UnsignedTinyInt:
+      return ColumnType::Integer;
+    case AdoType::Single:
+    case AdoType::Double:
+      return ColumnType::Double;
+    case AdoType::Currency:
+      return ColumnType::Currency;
+    case AdoType::Date:
+    case AdoType::DbTimeStamp:
+      return ColumnType::Date;
+    case AdoType::Boolean:
+      return ColumnType::Boolean;
+    case AdoType::LongVarBinary:
+      return ColumnType::Bytes;
+    default:
+      return ColumnType::Text;
+  }
+}
+
+// The value as a field of this column holds it.
+Value suited(const Value& value, const MemoryColumn& column) {
+  if (value.is_null() || value.is_empty()) return Value::null();
+  switch (column_type_of(column.type)) {
+    case ColumnType::Integer:
+      return Value::long_integer(to_long(value));
+    case ColumnType::Double:
+      return Value::real(to_double(value));
+    case ColumnType::Currency:
+      return Value::currency(to_currency(value));
+    case ColumnType::Date:
+      return Value::date(to_date(value));
+    case ColumnType::Boolean:
+      return Value::boolean(to_boolean(value));
+    case ColumnType::Bytes:
+      if (!value.is_array()) raise(errors::kTypeMismatch);
+      return value;
+    default:
+      break;
+  }
+  Value text = Value::text(to_text(value));
+  const auto length = static_cast<std::int64_t>(text.as_text().length());
+  if (column.size > 0 && length > column.size) raise(kTooLong);
+  return text;
+}
+
+}  // namespace
+
+std::unique_ptr<MemoryRows> MemoryRows::of(platform::Recordset& from) {
+  std::vector<std::vector<Value>> rows;
+  if (!from.bof() || !from.eof()) from.move_first();
+  for (; !from.eof(); from.move_next()) {
+    std::vector<Value>& row = rows.emplace_back();
+    for (std::size_t i = 0; i < from.field_count(); ++i) row.push_back(from.field(i));
+    if (rows.size() * from.field_count() > kMaxArrayElements) raise(errors::kOutOfMemory);
+  }
+  std::vector<MemoryColumn> columns;
+  for (std::size_t i = 0; i < from.field_count(); ++i) {
+    const platform::ColumnTraits traits = from.traits(i);
+    MemoryColumn column{from.field_name(i), ado_type_of(traits), traits.size};
+    if (traits.type == ColumnType::Unknown && !rows.empty()) column.type = ado_type_of(rows[0][i]);
+    columns.push_back(std::move(column));
+  }
+  return std::make_unique<MemoryRows>(std::move(columns), std::move(rows));
+}
+
+const MemoryColumn& MemoryRows::column(std::size_t ordinal) const {
+  if (ordinal >= columns_.size()) raise(errors::kItemNotFound);
+  return columns_[ordinal];
+}
+
+const std::string& MemoryRows::field_name(std::size_t ordinal) const {
+  return column(ordinal).name;
+}
+
+std::size_t MemoryRows::ordinal(std::string_view name) const {
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    if (equal_ignoring_case(columns_[i].name, name)) return i;
+  }
+  raise(errors::kItemNotFound);
+}
+
+Value MemoryRows::field(std::size_t ordinal) {
+  column(ordinal);
+  if (edit_ && edit_->values[ordinal]) return *edit_->values[ordinal];
+  return original(ordinal);
+}
+
+Value MemoryRows::original(std::size_t ordinal) {
+  column(ordinal);
+  if (edit_ && edit_->adding) return Value::null();
+  return rows_[current()][ordinal];
+}
+
+bool MemoryRows::append_field_text(std::size_t ordinal, std::string& out) {
+  const Value value = field(ordinal);
+  if (value.is_null()) return false;
+  append_text(out, value);
+  return true;
+}
+
+platform::ColumnTraits MemoryRows::traits(std::size_t ordinal) const {
+  platform::ColumnTraits traits;
+  traits.type = column_type_of(column(ordinal).type);
+  traits.size = column(ordinal).size;
+  traits.writable = true;
+  return traits;
+}
+
+void MemoryRows::add_new() {
+  leave_row();
+  edit_.emplace();
+  edit_->adding = true;
+  edit_->values.resize(columns_.size());
+}
+
+void MemoryRows::set_field(std::size_t ordinal, const Value& value) {
+  Value made = suited(value, column(ordinal));
+  if (!edit_) {
+    current();
+    edit_.emplace().values.resize(columns_.size());
+  }
+  edit_->values[ordinal] = std::move(made);
+}
+
+void MemoryRows::update() {
+  if (!edit_) return;
+  Edit edit = *std::move(edit_);
+  edit_.reset();
+  if (edit.adding) {
+    if ((rows_.size() + 1) * columns_.size() > kMaxArrayElements) raise(errors::kOutOfMemory);
+    rows_.emplace_back(columns_.size(), Value::null());
+    at_ = row_count() - 1;
+    removed_ = false;
+  }
+  std::vector<Value>& row = rows_[current()];
+  for (std::size_t i = 0; i < row.size(); ++i) {
+    if (edit.values[i]) row[i] = *std::move(edit.values[i]);
+  }
+}
+
+void MemoryRows::remove() {
+  edit_.reset();
+  rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(current()));
+  removed_ = true;
+}
+
+}  // namespace rk::pagehost
