@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include "tests/jetsql/dice.h"
 #include "tests/jetsql/engine.h"
 #include "tests/plain/jet_rows.h"
 
@@ -18,22 +19,6 @@ using plain::negation;
 using plain::order_of;
 using plain::sort_rows;
 using plain::Truth;
-
-class Dice {
- public:
-  explicit Dice(std::uint64_t seed) : state_(seed) {}
-  int roll(int sides) {
-    state_ = state_ * 6364136223846793005U + 1442695040888963407U;
-    return static_cast<int>((state_ >> 33U) % static_cast<std::uint64_t>(sides));
-  }
-  template <std::size_t N>
-  std::string pick(const char* const (&choices)[N]) {
-    return choices[roll(static_cast<int>(N))];
-  }
-
- private:
-  std::uint64_t state_;
-};
 
 constexpr const char* kTexts[] = {"", "a", "A", "ab", "AB", "b", "Ba", "abc", "x'y"};
 constexpr const char* kPatterns[] = {"%", "a%", "%B", "_", "%b%", "__", "A_C", ""};
