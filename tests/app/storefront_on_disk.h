@@ -19,6 +19,9 @@
 namespace rk::tests {
 
 class StorefrontOnDisk : public testing::Test {
+ public:
+  site::PageContext context;
+
  protected:
   StorefrontOnDisk() {
     run(app::schema_ddl(app::SchemaEngine::Sqlite));
@@ -50,8 +53,6 @@ class StorefrontOnDisk : public testing::Test {
     scripting_->fake_request->queries.clear();
     scripting_->fake_request->queries[name] = text;
   }
-
-  site::PageContext context;
 
  private:
   const DiskFolder folder_;
