@@ -16,7 +16,7 @@
 namespace rk::bench {
 namespace {
 
-constexpr int kRows = 1000;
+constexpr int kAdded = 10'000;
 constexpr int kShown = 20;
 constexpr int kColumns = 6;
 constexpr const char* kTables =
@@ -207,14 +207,14 @@ void sqlite_open(benchmark::State& state) {
 }
 BENCHMARK(sqlite_open);
 
-// A thousand rows in one transaction.
+// Ten thousand rows in one transaction.
 void sqlite_add_rows(benchmark::State& state) {
   Shop shop;
   for (auto _ : state) {
     shop.connection().begin_transaction();
     const auto rows = shop.connection().open_recordset(
         "Select * From Log", platform::CursorType::Keyset, platform::LockType::Optimistic);
-    for (int i = 0; i < kRows; ++i) {
+    for (int i = 0; i < kAdded; ++i) {
       rows->add_new();
       rows->set_field(1, Value::text("user"));
       rows->set_field(2, Value::long_integer(i));
@@ -231,7 +231,7 @@ void sqlite_add_rows_floor(benchmark::State& state) {
   Statement add(shop.floor(), "insert into Log (user, money) values ('user', ?)");
   for (auto _ : state) {
     run(begin);
-    for (int i = 0; i < kRows; ++i) {
+    for (int i = 0; i < kAdded; ++i) {
       add.bind(1, i);
       run(add);
     }
