@@ -145,7 +145,7 @@ void MemoryRows::set_field(std::size_t ordinal, const Value& value) {
 
 void MemoryRows::update() {
   if (!edit_) return;
-  Edit edit = *std::move(edit_);
+  MemoryEdit edit = *std::move(edit_);
   edit_.reset();
   if (edit.adding) {
     if ((rows_.size() + 1) * columns_.size() > kMaxArrayElements) raise(errors::kOutOfMemory);

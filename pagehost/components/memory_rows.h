@@ -20,6 +20,12 @@ struct MemoryColumn {
   std::int32_t size = 0;  // characters of a text, 0: as many as it likes
 };
 
+// What was set on the current row, or on a new one, and not stored yet.
+struct MemoryEdit {
+  bool adding = false;
+  std::vector<std::optional<Value>> values;
+};
+
 class MemoryRows final : public PlacedRows {
  public:
   MemoryRows(std::vector<MemoryColumn> columns, std::vector<std::vector<Value>> rows)
@@ -52,14 +58,9 @@ class MemoryRows final : public PlacedRows {
   void leave_row() override { update(); }
 
  private:
-  struct Edit {
-    bool adding = false;
-    std::vector<std::optional<Value>> values;
-  };
-
   std::vector<MemoryColumn> columns_;
   std::vector<std::vector<Value>> rows_;
-  std::optional<Edit> edit_;
+  std::optional<MemoryEdit> edit_;
 };
 
 }  // namespace rk::pagehost

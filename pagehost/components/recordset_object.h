@@ -101,7 +101,7 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   RowView& view();
   RowView& view_of_all_rows();
   void show_again();
-  void go_to(const Value& bookmark);
+  void go_to(const Value& start);
   void part_from_connection();
   bool held_by_client() const;
   void set_fields(const Value& names, const Value& values);

@@ -1,6 +1,7 @@
 #include "tests/plain/expression.h"
 
 #include <array>
+#include <compare>
 #include <span>
 #include <string_view>
 
@@ -32,12 +33,12 @@ Value compared(const Value& a, const Value& b, Holds&& holds) {
 const std::array kSigns{
     Sign{"Imp", 1, logical_imp}, Sign{"Eqv", 2, logical_eqv}, Sign{"Xor", 3, logical_xor},
     Sign{"Or", 4, logical_or}, Sign{"And", 5, logical_and},
-    Sign{"=", 7, [](const Value& a, const Value& b) { return compared(a, b, [](auto o) { return o == 0; }); }},
-    Sign{"<>", 7, [](const Value& a, const Value& b) { return compared(a, b, [](auto o) { return o != 0; }); }},
-    Sign{"<", 7, [](const Value& a, const Value& b) { return compared(a, b, [](auto o) { return o < 0; }); }},
-    Sign{">", 7, [](const Value& a, const Value& b) { return compared(a, b, [](auto o) { return o > 0; }); }},
-    Sign{"<=", 7, [](const Value& a, const Value& b) { return compared(a, b, [](auto o) { return o <= 0; }); }},
-    Sign{">=", 7, [](const Value& a, const Value& b) { return compared(a, b, [](auto o) { return o >= 0; }); }},
+    Sign{"=", 7, [](const Value& a, const Value& b) { return compared(a, b, std::is_eq); }},
+    Sign{"<>", 7, [](const Value& a, const Value& b) { return compared(a, b, std::is_neq); }},
+    Sign{"<", 7, [](const Value& a, const Value& b) { return compared(a, b, std::is_lt); }},
+    Sign{">", 7, [](const Value& a, const Value& b) { return compared(a, b, std::is_gt); }},
+    Sign{"<=", 7, [](const Value& a, const Value& b) { return compared(a, b, std::is_lteq); }},
+    Sign{">=", 7, [](const Value& a, const Value& b) { return compared(a, b, std::is_gteq); }},
     Sign{"&", 8, concatenate}, Sign{"+", 9, add}, Sign{"-", 9, subtract},
     Sign{"Mod", 10, modulo}, Sign{"\\", 11, integer_divide},
     Sign{"*", 12, multiply}, Sign{"/", 12, divide}, Sign{"^", 14, power},
