@@ -5,9 +5,8 @@
 #include <fstream>
 #include <iterator>
 
-#include "classes/program_ids.h"
-#include "tests/support/fake_equipment.h"
 #include "tests/support/fake_page.h"
+#include "tests/support/made_object.h"
 #include "value/conversions.h"
 
 namespace rk::classes {
@@ -19,23 +18,9 @@ Value text(std::string_view utf8) {
   return Value::text(utf8);
 }
 
-class IniFileObject : public testing::Test {
+class IniFileObject : public tests::MadeObject {
  protected:
-  IniFileObject() {
-    for (const ProgramId& id : program_ids()) {
-      if (equal_ignoring_case(id.name, "rkclient.classinifile"))
-        object = id.make(fakes.equipment());
-    }
-  }
-
-  Value call(std::string_view name, std::vector<Value> values, CallKind kind = CallKind::Get) {
-    std::vector<Value*> arguments;
-    for (Value& value : values) arguments.push_back(&value);
-    return object->invoke(object->member(name), kind, arguments);
-  }
-
-  tests::FakeEquipment fakes;
-  Ref<Object> object;
+  IniFileObject() : MadeObject("rkclient.classinifile") {}
 };
 
 TEST_F(IniFileObject, IsMadeByItsProgramIdentifier) {

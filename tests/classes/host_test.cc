@@ -5,9 +5,8 @@
 #include <fstream>
 #include <iterator>
 
-#include "classes/program_ids.h"
-#include "tests/support/fake_equipment.h"
 #include "tests/support/fake_page.h"
+#include "tests/support/made_object.h"
 #include "value/array.h"
 #include "value/conversions.h"
 
@@ -21,28 +20,9 @@ Value text(std::string_view utf8) {
   return Value::text(utf8);
 }
 
-// An object that is reached as pages reach it: made by its program identifier, called by name.
-class HostObject : public testing::Test {
+class HostObject : public tests::MadeObject {
  protected:
-  HostObject() {
-    for (const ProgramId& id : program_ids()) {
-      if (equal_ignoring_case(id.name, "rkclient.host")) object = id.make(fakes.equipment());
-    }
-  }
-
-  Value call(std::string_view name, std::vector<Value> values, CallKind kind = CallKind::Get) {
-    std::vector<Value*> arguments;
-    for (Value& value : values) arguments.push_back(&value);
-    return object->invoke(object->member(name), kind, arguments);
-  }
-  std::string text_of(std::string_view name, std::vector<Value> values) {
-    return joined_text(call(name, std::move(values))).string();
-  }
-  void start() { call("OnStartPage", {Value::object(page.scripting)}); }
-
-  tests::FakeEquipment fakes;
-  FakePage page;
-  Ref<Object> object;
+  HostObject() : MadeObject("rkclient.host") {}
 };
 
 TEST_F(HostObject, IsMadeByItsProgramIdentifier) {

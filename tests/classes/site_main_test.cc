@@ -6,9 +6,8 @@
 #include <iterator>
 #include <set>
 
-#include "classes/program_ids.h"
-#include "tests/support/fake_equipment.h"
 #include "tests/support/fake_page.h"
+#include "tests/support/made_object.h"
 #include "value/array.h"
 #include "value/conversions.h"
 
@@ -19,28 +18,9 @@ using tests::error_of;
 using tests::FakePage;
 using tests::text;
 
-// An object that is reached as pages reach it: made by its program identifier, called by name.
-class SiteMainObject : public testing::Test {
+class SiteMainObject : public tests::MadeObject {
  protected:
-  SiteMainObject() {
-    for (const ProgramId& id : program_ids()) {
-      if (equal_ignoring_case(id.name, "rkclient.sitemain")) object = id.make(fakes.equipment());
-    }
-  }
-
-  Value call(std::string_view name, std::vector<Value> values, CallKind kind = CallKind::Get) {
-    std::vector<Value*> arguments;
-    for (Value& value : values) arguments.push_back(&value);
-    return object->invoke(object->member(name), kind, arguments);
-  }
-  std::string text_of(std::string_view name, std::vector<Value> values) {
-    return joined_text(call(name, std::move(values))).string();
-  }
-  void start() { call("OnStartPage", {Value::object(page.scripting)}); }
-
-  tests::FakeEquipment fakes;
-  FakePage page;
-  Ref<Object> object;
+  SiteMainObject() : MadeObject("rkclient.sitemain") {}
 };
 
 TEST_F(SiteMainObject, IsMadeByItsProgramIdentifier) {
