@@ -213,6 +213,12 @@ constexpr Key kKeys[] = {
      [](Target t, std::string_view v) { t.settings.endpoints.flash_page = std::string(v); }},
     {"fetch", "proxy",
      [](Target t, std::string_view v) { t.settings.fetch.proxy = base_address(v); }},
+    {"fetch", "ca_file",
+     [](Target t, std::string_view v) {
+       t.settings.fetch.ca_file = v.empty() ? "" : absolute(v, t.site);
+       if (!v.empty() && !std::ifstream(t.settings.fetch.ca_file))
+         refuse("a file that can be read");
+     }},
     {"fetch", "max_body_bytes",
      [](Target t, std::string_view v) {
        t.settings.fetch.max_body_bytes = number_between(v, std::size_t{1}, kMostFetchedBytes);

@@ -71,6 +71,7 @@ struct EndpointSettings {
 
 struct FetchSettings {
   std::string proxy;                        // empty: none
+  std::string ca_file;                      // absolute; empty: the system's authorities alone
   std::size_t max_body_bytes = 16'777'216;  // past it a fetch reads as failed
 };
 

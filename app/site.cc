@@ -219,6 +219,7 @@ classes::Equipment Site::Parts::equipment(pagehost::PageServices& page) {
   limits.time_left = [this, watch, page_time] { return time_left(*watch, clock, page_time); };
   limits.still_running = [watch] { watch->check(); };
   limits.proxy = options.settings.fetch.proxy;
+  limits.ca_file = options.settings.fetch.ca_file;
   limits.user_agent = "Rkclient/" + options.version;
   limits.max_body_bytes = options.settings.fetch.max_body_bytes;
   return {clock,

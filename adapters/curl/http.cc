@@ -123,6 +123,8 @@ void set_up(CURL* easy, CURLU* address, const std::string& scheme, const FetchLi
   curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 1L);
   curl_easy_setopt(easy, CURLOPT_MAXREDIRS, kMaxRedirects);
   curl_easy_setopt(easy, CURLOPT_PROXY, limits.proxy.c_str());
+  // libcurl's folder of authorities, the system's, stays in force beside the file.
+  if (!limits.ca_file.empty()) curl_easy_setopt(easy, CURLOPT_CAINFO, limits.ca_file.c_str());
   if (!limits.user_agent.empty()) {
     curl_easy_setopt(easy, CURLOPT_USERAGENT, limits.user_agent.c_str());
   }

@@ -24,6 +24,8 @@ struct FetchLimits {
   // Called while a fetch waits; throws where the page has ended.
   std::function<void()> still_running;
   std::string proxy;  // empty: none, whatever the environment says
+  // Certificates in PEM of authorities that are trusted beside the system's; empty: none.
+  std::string ca_file;
   std::size_t max_body_bytes = kMaxBodyBytes;
   std::string user_agent;  // empty: none is sent
 };

@@ -79,6 +79,14 @@ TEST(Settings, FetchesGoWithoutAProxyWhereNoneIsSet) {
   EXPECT_EQ(set.fetch.max_body_bytes, 5u);
 }
 
+TEST(Settings, AFileOfAuthoritiesIsNamedByItsPathAndMustBeThere) {
+  EXPECT_EQ(parse_settings("[fetch]\nca_file=\n", "rkclient.ini", "/site").fetch.ca_file, "");
+  EXPECT_EQ(parse_settings("[fetch]\nca_file=null\n", "rkclient.ini", "/dev").fetch.ca_file,
+            "/dev/null");
+  EXPECT_NE(failure("[fetch]\nca_file=/no/such.pem").find("a file that can be read"),
+            std::string::npos);
+}
+
 TEST(Settings, AnUnknownSectionOrKeyIsNamedWithItsLineAndWhatThereIs) {
   EXPECT_EQ(failure("\n[sever]"),
             "rkclient.ini:2: unknown section [sever]; sections are server, text, data, log, "
