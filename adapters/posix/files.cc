@@ -76,7 +76,8 @@ void write_all(int descriptor, std::string_view bytes) {
     const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
     if (written < 0) {
       if (errno == EINTR) continue;
-      raise(errno == ENOSPC || errno == EDQUOT ? errors::kDiskFull : errors::kDeviceError);
+      const bool full = errno == ENOSPC || errno == EDQUOT || errno == EFBIG;
+      raise(full ? errors::kDiskFull : errors::kDeviceError);
     }
     bytes.remove_prefix(static_cast<std::size_t>(written));
   }

@@ -9,10 +9,10 @@
 #include "services/ini_settings.h"
 #include "services/lookups.h"
 #include "services/web_fetch.h"
+#include "tests/support/failing_files.h"
 #include "tests/support/fake_page.h"
 #include "tests/support/fixed_clock.h"
 #include "tests/support/fixed_random.h"
-#include "tests/support/memory_files.h"
 #include "tests/support/recording_profile_strings.h"
 #include "tests/support/toy_code_pages.h"
 #include "value/script_error.h"
@@ -21,21 +21,6 @@ namespace rk::services {
 namespace {
 
 constexpr std::string_view kToday = "/site/log/2023-03-15.log";
-
-// Files whose reading or writing fails in one way.
-class FailingFiles final : public tests::MemoryFiles {
- public:
-  std::string read(std::string_view path) const override {
-    if (read_failure != nullptr) raise(*read_failure);
-    return MemoryFiles::read(path);
-  }
-  void write(std::string_view path, std::string_view bytes) override {
-    if (write_failure != nullptr) raise(*write_failure);
-    MemoryFiles::write(path, bytes);
-  }
-  const KnownError* read_failure = nullptr;
-  const KnownError* write_failure = nullptr;
-};
 
 // Fetches that do what a test says.
 class ActingHttp final : public platform::Http {
@@ -58,7 +43,7 @@ class ServiceFailures : public testing::Test {
         .string();
   }
 
-  FailingFiles files;
+  tests::FailingFiles files;
   tests::FixedClock clock{45000.5};
   tests::ToyCodePages code_pages;
   tests::FixedRandom random;
@@ -69,13 +54,8 @@ class ServiceFailures : public testing::Test {
   Endpoints endpoints{"http://a", "http://b", "http://c", "http://d"};
 };
 
-const KnownError* const kFileFailures[] = {&errors::kFileNotFound,     &errors::kDeviceError,
-                                           &errors::kDiskFull,         &errors::kInputPastEnd,
-                                           &errors::kPermissionDenied, &errors::kPathNotFound,
-                                           &errors::kOutOfMemory};
-
 TEST_F(ServiceFailures, ALogThatCannotBeWrittenLosesTheLineAndKeepsTheOldOnes) {
-  for (const KnownError* failure : kFileFailures) {
+  for (const KnownError* failure : tests::kFileFailures) {
     files.put(std::string(kToday), "old\r\n");
     files.write_failure = failure;
     EXPECT_NO_THROW(write_log()) << failure->text;
@@ -85,7 +65,7 @@ TEST_F(ServiceFailures, ALogThatCannotBeWrittenLosesTheLineAndKeepsTheOldOnes) {
 }
 
 TEST_F(ServiceFailures, ALogThatCannotBeReadIsBegunAnew) {
-  for (const KnownError* failure : kFileFailures) {
+  for (const KnownError* failure : tests::kFileFailures) {
     files.put(std::string(kToday), "old\r\n");
     files.read_failure = failure;
     EXPECT_NO_THROW(write_log()) << failure->text;

@@ -1,9 +1,11 @@
 #include "adapters/posix/files.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -191,6 +193,37 @@ TEST_F(FilesTest, AReplacedFileKeepsItsPermissionsAndOpenReadersTheirBytes) {
   struct stat status {};
   ASSERT_EQ(::stat((site_ + "/a.txt").c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 0777u, 0640u);
+}
+
+// The bytes that a file may grow to, while in scope; beyond them a write fails as on a full disk.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t bytes) : action_(std::signal(SIGXFSZ, SIG_IGN)) {
+    ::getrlimit(RLIMIT_FSIZE, &before_);
+    const rlimit lower{bytes, before_.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &lower);
+  }
+  ~FileSizeLimit() {
+    ::setrlimit(RLIMIT_FSIZE, &before_);
+    std::signal(SIGXFSZ, action_);
+  }
+
+ private:
+  void (*action_)(int);
+  rlimit before_{};
+};
+
+TEST_F(FilesTest, AFileThatCannotBeWrittenWholeStaysAsItWas) {
+  put(site_ + "/a.txt", "old");
+  PosixFiles site = files();
+  {
+    const FileSizeLimit limit(10);
+    EXPECT_EQ(number_of([&] { site.write(site_ + "/a.txt", "more than ten bytes"); }), 61);
+    EXPECT_EQ(number_of([&] { site.write(site_ + "/new.txt", "more than ten bytes"); }), 61);
+  }
+  EXPECT_EQ(content(site_ + "/a.txt"), "old");
+  EXPECT_FALSE(fs::exists(site_ + "/new.txt"));
+  EXPECT_EQ(site.names(site_).size(), 2u) << "nothing temporary stays";
 }
 
 TEST_F(FilesTest, TheStampChangesWithTheFile) {

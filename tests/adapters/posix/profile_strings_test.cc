@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "adapters/posix/files.h"
+#include "tests/support/failing_files.h"
 #include "tests/support/toy_code_pages.h"
 
 namespace rk::posix {
@@ -53,6 +54,34 @@ TEST_F(ProfileStringsTest, DeletingInAMissingFileMakesNone) {
 TEST_F(ProfileStringsTest, AFileOutsideTheSiteIsNotReached) {
   EXPECT_FALSE(strings_->write("s", "k", "v", root_ + "/../outside.ini"));
   EXPECT_FALSE(strings_->write("s", "k", "v", ""));
+}
+
+TEST(ProfileStringsOfFailingFiles, AFailureIsSilentAndLeavesTheFileAsItWas) {
+  tests::FailingFiles files;
+  ProfileStrings strings(files, "/site");
+  const std::string before = "[s]\r\nk=old\r\n";
+  files.put("/site/a.ini", before);
+  for (const KnownError* failure : tests::kFileFailures) {
+    files.write_failure = failure;
+    EXPECT_FALSE(strings.write("s", "k", "new", "/site/a.ini")) << failure->text;
+    EXPECT_FALSE(strings.write("s", std::nullopt, "", "/site/a.ini")) << failure->text;
+    files.write_failure = nullptr;
+    EXPECT_EQ(files.read("/site/a.ini"), before) << failure->text;
+  }
+}
+
+TEST(ProfileStringsOfFailingFiles, AFileThatCannotBeReadReadsAsNothingAndIsNotWritten) {
+  tests::FailingFiles files;
+  ProfileStrings strings(files, "/site");
+  const std::string before = "[s]\r\nk=old\r\n";
+  files.put("/site/a.ini", before);
+  for (const KnownError* failure : tests::kFileFailures) {
+    files.read_failure = failure;
+    EXPECT_EQ(strings.read("s", "k", 1024, "/site/a.ini"), "") << failure->text;
+    EXPECT_FALSE(strings.write("s", "k", "new", "/site/a.ini")) << failure->text;
+    files.read_failure = nullptr;
+    EXPECT_EQ(files.read("/site/a.ini"), before) << failure->text;
+  }
 }
 
 TEST_F(ProfileStringsTest, WritersAtOnceLoseNothing) {
