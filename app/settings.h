@@ -65,8 +65,10 @@ struct EndpointSettings {
   std::string hichina;
   std::string xinnet;
   std::string filing;
-  std::string flash_download;
-  std::string flash_page;
+  // Where the maker of the slideshow's player had it, for browsers that still know it.
+  std::string flash_download =
+      "https://download.macromedia.com/pub/shockwave/cabs/flash/swflash.cab";
+  std::string flash_page = "https://www.adobe.com/go/getflashplayer";
 };
 
 struct FetchSettings {

@@ -113,6 +113,7 @@ classes::Deployment deployment_of(const SiteOptions& options) {
   deployment.release = "Rkclient" + options.version;
   deployment.endpoints = {endpoints.availability, endpoints.hichina, endpoints.xinnet,
                           endpoints.filing};
+  deployment.player = {endpoints.flash_download, endpoints.flash_page};
   return deployment;
 }
 

@@ -14,6 +14,7 @@
 #include "platform/random.h"
 #include "platform/sockets.h"
 #include "services/lookups.h"
+#include "widgets/slideshow.h"
 
 namespace rk::classes {
 
@@ -22,6 +23,7 @@ struct Deployment {
   int ansi_code_page = platform::kGb2312;
   std::string release;  // what the control server is told of this program
   services::Endpoints endpoints;
+  widgets::PlayerAddresses player;
 };
 
 // Where the daily log files lie: the folder's physical path, and files that reach nothing else.

@@ -26,6 +26,7 @@
 #include "site/template_cache.h"
 #include "value/conversions.h"
 #include "value/script_error.h"
+#include "widgets/slideshow.h"
 #include "widgets/strips.h"
 
 namespace rk::classes {
@@ -80,6 +81,7 @@ constexpr std::array kOperations{
     operation<&SiteMain::Show_FtpLinks>("Show_FtpLinks"),
     operation<&SiteMain::Show_NCompany>("Show_NCompany"),
     operation<&SiteMain::Show_DownLoad>("Show_DownLoad"),
+    operation<&SiteMain::ShowFlash_Ad>("ShowFlash_Ad"),
 };
 
 }  // namespace
@@ -336,6 +338,13 @@ Value SiteMain::Show_NCompany(Value& sNum, Value& sWindth, Value& ulWidth, Value
 
 Value SiteMain::Show_DownLoad(Value& ShowNum, Value& sWidth, Value& sNum, Value& Agent_User) {
   return Value::text(widgets::Show_DownLoad(page_, ShowNum, sWidth, sNum, Agent_User));
+}
+
+Value SiteMain::ShowFlash_Ad(Value& Style, Value& FlashWidth, Value& FlashHeight, Value& textheight,
+                             Value& Agent_User) {
+  return Value::text(
+      widgets::ShowFlash_Ad(page_, equipment_.deployment.player,
+                            {Style, FlashWidth, FlashHeight, textheight, Agent_User}));
 }
 
 }  // namespace rk::classes

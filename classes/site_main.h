@@ -99,13 +99,15 @@ class SiteMain : public Object {
   Value Show_SuccessPageList(Value& Style, Value& PageNumber, Value& NewLineNum, Value& LineCode,
                              Value& OrderType, Value& Agent_User);
 
-  // Strips
+  // Strips and slideshow
   Value Show_Links(Value& linkWidth, Value& linkHeight, Value& NumWidth, Value& TopNum,
                    Value& stopTime, Value& sLen, Value& Agent_User);
   Value Show_FtpLinks(Value& linkWidth, Value& linkHeight, Value& NumWidth, Value& TopNum,
                       Value& stopTime, Value& sLen, Value& Agent_User);
   Value Show_NCompany(Value& sNum, Value& sWindth, Value& ulWidth, Value& Agent_User);
   Value Show_DownLoad(Value& ShowNum, Value& sWidth, Value& sNum, Value& Agent_User);
+  Value ShowFlash_Ad(Value& Style, Value& FlashWidth, Value& FlashHeight, Value& textheight,
+                     Value& Agent_User);
 
  private:
   services::Web web() const;

@@ -8,27 +8,11 @@
 #include "site/storefront.h"
 #include "value/comparison.h"
 #include "value/conversions.h"
+#include "widgets/html.h"
 
 namespace rk::widgets {
 
 namespace {
-
-// Builds a text out of literals and values; a Null adds nothing.
-class Html {
- public:
-  Html& operator<<(std::string_view literal) {
-    text_.append(literal);
-    return *this;
-  }
-  Html& operator<<(const Value& value) {
-    append_text(text_, value);
-    return *this;
-  }
-  std::string text() && { return std::move(text_); }
-
- private:
-  std::string text_;
-};
 
 Text shortened(const Value& name, const Value& length) {
   if (!site::longer_than(name, length)) return joined_text(name);

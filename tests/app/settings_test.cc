@@ -31,6 +31,9 @@ TEST(Settings, AnEmptyFileGivesTheDefaults) {
   EXPECT_EQ(settings.text.ansi_codepage, 936);
   EXPECT_EQ(settings.data.busy_ms, 5000);
   EXPECT_EQ(settings.log.folder, "/site/log");
+  EXPECT_EQ(settings.endpoints.flash_download,
+            "https://download.macromedia.com/pub/shockwave/cabs/flash/swflash.cab");
+  EXPECT_EQ(settings.endpoints.flash_page, "https://www.adobe.com/go/getflashplayer");
 }
 
 TEST(Settings, EveryKindOfValueIsRead) {

@@ -28,7 +28,7 @@ class FakeEquipment {
   FixedRandom random;
   ToyCodePages code_pages;
   RecordingProfileStrings profile_strings;
-  classes::Deployment deployment{platform::kGb2312, "Rkclient1.0.0", {}};
+  classes::Deployment deployment{platform::kGb2312, "Rkclient1.0.0", {}, {}};
   std::shared_ptr<MemoryFiles> log = std::make_shared<MemoryFiles>();
   std::function<classes::LogFolder()> log_folder = [this] {
     return classes::LogFolder{log, "/site/log"};
