@@ -1,13 +1,17 @@
 #include <algorithm>
+#include <map>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "app/commands.h"
+#include "app/page_features.h"
 #include "app/program.h"
 #include "app/schema.h"
 #include "app/settings.h"
 #include "app/site.h"
+#include "app/template_check.h"
 #include "pagehost/http/page_pool.h"
 #include "pagehost/pages/page_cache.h"
 #include "pagehost/pages/page_reader.h"
@@ -21,6 +25,7 @@ namespace {
 
 constexpr std::string_view kStartUpScript = "/global.asa";
 constexpr std::string_view kConnectionName = "Rk_ConnStr";
+constexpr std::string_view kTemplates = "/Template";
 // Folders inside one another; a link that leads round in the site ends here.
 constexpr int kMaxFolderDepth = 32;
 
@@ -58,14 +63,79 @@ void collect_pages(const platform::Files& files, const std::string& folder,
   }
 }
 
-void check_page(const pagehost::PageReader& reader, const std::string& path, int code_page,
-                Findings& findings) {
-  pagehost::PageSource source = reader.page(path, code_page);
-  for (const std::string& note : source.notes) findings.add(note);
-  const pagehost::CompiledPage page = pagehost::compiled_page(path, std::move(source));
-  if (!page.failure) return;
-  findings.add(page.failure->path + ":" + std::to_string(page.failure->line) + ": " +
-               page.failure->text);
+// The pages of a site, one after the other; collects what they ask of the templates.
+class PagesCheck {
+ public:
+  PagesCheck(Site& site, pagehost::PageServices& page, Findings& findings)
+      : site_(site),
+        reader_(site.files(), site.code_pages(), site.folder()),
+        features_(site.programs(), page),
+        findings_(findings) {}
+
+  void check(const std::string& path) {
+    const pagehost::PageSource source = reader_.page(path, site_.pages().code_page());
+    for (const std::string& note : source.notes) findings_.add(note);
+    const pagehost::CompiledPage page = pagehost::compiled_page(path, source);
+    if (page.failure) {
+      findings_.add(page.failure->path + ":" + std::to_string(page.failure->line) + ": " +
+                    page.failure->text);
+      return;
+    }
+    for (const std::string& fault : features_.faults(source)) findings_.add(fault);
+    for (RendererCall& call : PageFeatures::renderer_calls(source)) {
+      calls_[lowered_ascii(call.operation)].push_back(std::move(call));
+    }
+  }
+  // The calls of a renderer, in any letter case.
+  std::span<const RendererCall> calls(std::string_view operation) const {
+    const auto at = calls_.find(lowered_ascii(operation));
+    if (at == calls_.end()) return {};
+    return at->second;
+  }
+
+ private:
+  Site& site_;
+  pagehost::PageReader reader_;
+  PageFeatures features_;
+  Findings& findings_;
+  std::map<std::string, std::vector<RendererCall>> calls_;  // by lower-case name
+};
+
+// A file of a template folder; `folder` is virtual.
+void check_template_file(const Site& site, const std::string& folder,
+                         const site::TemplateFile& file, std::span<const RendererCall> calls,
+                         Findings& findings) {
+  const std::string path = folder + "/" + std::string(file.name);
+  const auto physical = site.files().find(site.folder() + path);
+  if (!physical) {
+    if (calls.empty()) return;
+    findings.add(path + ":1: there is no such file; " + std::string(file.operation) + " at " +
+                 calls.front().place + " fills it");
+    return;
+  }
+  const std::string text = site.files().read_text(*physical);
+  check_template(text, file, [&](std::size_t line, const std::string& message) {
+    findings.add(path + ":" + std::to_string(line) + ": " + message);
+  });
+  for (const RendererCall& call : calls) {
+    if (!call.style) continue;
+    const std::string missing = missing_style(text, file, *call.style);
+    if (missing.empty()) continue;
+    findings.add(path + ":1: the marker " + missing + " is missing; the page at " + call.place +
+                 " asks for this style");
+  }
+}
+
+void check_templates(const Site& site, const PagesCheck& pages, Findings& findings) {
+  const auto templates = site.files().find(site.folder() + std::string(kTemplates));
+  if (!templates || !site.files().is_folder(*templates)) return;
+  for (const std::string& name : site.files().names(*templates)) {
+    if (name.front() == '.' || !site.files().is_folder(*templates + "/" + name)) continue;
+    const std::string folder = std::string(kTemplates) + "/" + name;
+    for (const site::TemplateFile& file : site::template_files()) {
+      check_template_file(site, folder, file, pages.calls(file.operation), findings);
+    }
+  }
 }
 
 // The line of the start-up script that names the connection string, for what the database lacks.
@@ -134,12 +204,13 @@ void check_site(const std::string& folder, const Settings& settings, Findings& f
   options.settings = settings;
   Site site(std::move(options), findings);
   site.pages().start();
-  const pagehost::PageReader reader(site.files(), site.code_pages(), folder);
-  std::vector<std::string> pages;
-  collect_pages(site.files(), folder, "", 0, pages);
-  for (const std::string& path : pages) {
-    check_page(reader, path, site.pages().code_page(), findings);
-  }
+  std::vector<std::string> paths;
+  collect_pages(site.files(), folder, "", 0, paths);
+  site.pages().with_page([&](pagehost::PageServices& page) {
+    PagesCheck pages(site, page, findings);
+    for (const std::string& path : paths) pages.check(path);
+    check_templates(site, pages, findings);
+  });
   check_database(site, findings);
   site.pages().stop();
 }

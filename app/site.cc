@@ -287,6 +287,10 @@ const Settings& Site::settings() const {
 pagehost::PageHost& Site::pages() {
   return *parts_->host;
 }
+const pagehost::Programs& Site::programs() const {
+  return parts_->programs;
+}
+
 const platform::Files& Site::files() const {
   return parts_->files;
 }

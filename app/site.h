@@ -14,6 +14,7 @@
 #include "pagehost/http/site_file.h"
 #include "pagehost/pages/log.h"
 #include "pagehost/pages/page_host.h"
+#include "pagehost/pages/programs.h"
 #include "platform/code_page.h"
 #include "platform/database.h"
 #include "platform/files.h"
@@ -43,6 +44,7 @@ class Site {
   const std::string& folder() const;
   const Settings& settings() const;
   pagehost::PageHost& pages();
+  const pagehost::Programs& programs() const;
   const platform::Files& files() const;
   const http::SiteFiles& site_files() const;
   const platform::CodePages& code_pages() const;

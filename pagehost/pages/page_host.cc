@@ -101,6 +101,13 @@ class PageHost::Parts {
     run.run_event(procedure);
   }
 
+  void with_page(const std::function<void(PageServices&)>& work) {
+    PageRequest nobody;
+    nobody.path = "/";
+    PageRun run(state_, nobody, nullptr, nullptr);
+    work(run);
+  }
+
   void end_sessions(std::vector<SessionStore::Turn> turns) {
     for (SessionStore::Turn& turn : turns) run_event("Session_OnEnd", std::move(turn));
   }
@@ -204,6 +211,10 @@ PageAnswer PageHost::answer_not_found(const PageRequest& request, SessionTurn tu
   if (!request.query.empty()) other.query += "?" + request.query;
   PageRun run(state, other, std::static_pointer_cast<Session>(std::move(turn.held_)), sink);
   return run.answer(page);
+}
+
+void PageHost::with_page(const std::function<void(PageServices&)>& work) {
+  parts_->with_page(work);
 }
 
 void PageHost::sweep_sessions() {

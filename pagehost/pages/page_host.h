@@ -113,6 +113,10 @@ class PageHost {
   PageAnswer answer_not_found(const PageRequest& request, SessionTurn turn,
                               AnswerSink* sink = nullptr);
 
+  // Lets work have the services of a page that nobody asked for, for looking at what pages are
+  // offered.
+  void with_page(const std::function<void(PageServices&)>& work);
+
   // Ends the sessions whose time is over; to be called every minute or so.
   void sweep_sessions();
 
