@@ -67,6 +67,11 @@ Text decoded(std::string_view bytes, const platform::CodePages& code_pages, int 
 }
 
 Value bytes2bstr(const Value& vin, const platform::CodePages& code_pages, int ansi_code_page) {
+  if (vin.is_object()) {  // such as a record set's field, for its value
+    Value value;
+    site::trapped([&] { value = plain_value(vin); });
+    return bytes2bstr(value, code_pages, ansi_code_page);
+  }
   if (vin.is_array()) {
     if (!vin.as_array().holds_bytes()) return Value::text("");
     return Value::text(decoded(vin.as_array().bytes(), code_pages, ansi_code_page));

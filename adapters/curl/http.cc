@@ -34,7 +34,7 @@ using Address = std::unique_ptr<CURLU, AddressDeleter>;
 // Between two looks at the page and at the phase's time.
 constexpr int kLookMilliseconds = 100;
 // libcurl's own limit of connecting, five minutes where none is set, is not one of the phases.
-constexpr long kWholeDayMilliseconds = 86'400'000;
+constexpr milliseconds kWholeDay = std::chrono::hours(24);
 
 struct Answer {
   std::size_t max_bytes;
@@ -116,7 +116,9 @@ std::string_view scheme_of(std::string_view address) {
   return address.substr(0, std::min(address.find(':'), address.size()));
 }
 
-void set_up(CURL* easy, CURLU* address, const std::string& scheme, const FetchLimits& limits) {
+// `left`: at least a millisecond, as libcurl takes 0 for no limit.
+void set_up(CURL* easy, CURLU* address, const std::string& scheme, const FetchLimits& limits,
+            milliseconds left) {
   curl_easy_setopt(easy, CURLOPT_CURLU, address);
   curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
   curl_easy_setopt(easy, CURLOPT_REDIR_PROTOCOLS_STR, scheme.c_str());
@@ -131,8 +133,7 @@ void set_up(CURL* easy, CURLU* address, const std::string& scheme, const FetchLi
   curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
   // A name server that does not answer must not hold the page once the fetch is given up.
   curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
-  curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS, kWholeDayMilliseconds);
-  const milliseconds left = limits.time_left ? limits.time_left() : milliseconds::zero();
+  curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(kWholeDay.count()));
   curl_easy_setopt(easy, CURLOPT_TIMEOUT_MS, static_cast<long>(left.count()));
 }
 
@@ -179,7 +180,8 @@ std::optional<std::string> CurlHttp::body_of(std::string_view address,
   const std::string scheme = lowered_ascii(scheme_of(address));
   if (scheme != "http" && scheme != "https") return std::nullopt;
   if (address.find('\0') != std::string_view::npos) return std::nullopt;
-  if (limits_.time_left && limits_.time_left() <= milliseconds::zero()) return std::nullopt;
+  const milliseconds left = limits_.time_left ? limits_.time_left() : kWholeDay;
+  if (left <= milliseconds::zero()) return std::nullopt;
   const Address parsed(curl_url());
   const Easy easy(curl_easy_init());
   const Multi multi(curl_multi_init());
@@ -189,7 +191,7 @@ std::optional<std::string> CurlHttp::body_of(std::string_view address,
   if (curl_url_set(parsed.get(), CURLUPART_URL, text.c_str(), CURLU_ALLOW_SPACE) != CURLUE_OK) {
     return std::nullopt;
   }
-  set_up(easy.get(), parsed.get(), scheme, limits_);
+  set_up(easy.get(), parsed.get(), scheme, limits_, left);
   Answer answer{limits_.max_body_bytes, {}};
   curl_easy_setopt(easy.get(), CURLOPT_HEADERFUNCTION, take_head);
   curl_easy_setopt(easy.get(), CURLOPT_HEADERDATA, &answer);

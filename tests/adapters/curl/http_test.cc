@@ -149,6 +149,16 @@ TEST(CurlHttp, APageWithoutTimeFetchesNothing) {
   EXPECT_TRUE(server.requests.empty());
 }
 
+// What is left runs out while a fetch is set up; asked a second time it could be 0, no limit.
+TEST(CurlHttp, WhatIsLeftOfThePageIsAskedOnce) {
+  int asked = 0;
+  FetchLimits passing = limits();
+  passing.time_left = [&asked] { return milliseconds(asked++ == 0 ? 50 : 0); };
+  LoopbackServer server({});
+  EXPECT_FALSE(CurlHttp(passing).body_of(server.address("/"), {}).has_value());
+  EXPECT_EQ(asked, 1);
+}
+
 TEST(CurlHttp, AFetchEndsWithThePage) {
   LoopbackServer server({answer("200 OK", "one")});
   FetchLimits ending = limits();
