@@ -16,8 +16,8 @@ If InStr("HSME", Left(Plan, 1)) = 0 Or Not IsNumeric(Mid(Plan, 2)) Then Plan = "
 <% End If %>
 <dl class="facts">
 <dt><%= Say("电话", "Telephone") %></dt><dd><a href="tel:+8602055500100">+86 20 5550 0100</a></dd>
-<dt><%= Say("邮件", "E-mail") %></dt><dd><a href="mailto:sales@shop.example">sales@shop.example</a></dd>
-<dt><%= Say("时间", "Hours") %></dt><dd><%= Say("每天 9:00 至 21:00", "Every day, 9:00 to 21:00 (UTC+8)") %></dd>
+<dt><%= Say("邮件", "E-mail") %></dt><dd><%= Html(Setting("service", "sales@shop.example")) %></dd>
+<dt><%= Say("时间", "Hours") %></dt><dd><%= Html(Setting("hours", Say("每天 9:00 至 21:00", "Every day, 9:00 to 21:00 (UTC+8)"))) %></dd>
 </dl>
 </section>
 <!--#include virtual="/include/footer.inc"-->

@@ -1,9 +1,12 @@
 <%@ Language="VBScript" CodePage="65001" %>
 <% Option Explicit %>
 <!--#include virtual="/include/storefront.inc"-->
+<!--#include virtual="/include/strips.inc"-->
 <%
-Dim Page_Title
+Dim Page_Title, Notice, Firms
 Page_Title = Say("首页", "Home")
+Notice = Setting("notice", "")
+Firms = Companies(5)
 %>
 <!--#include virtual="/include/header.inc"-->
 <section class="hero">
@@ -17,9 +20,39 @@ Page_Title = Say("首页", "Home")
 <img src="/images/hero.svg" alt="" width="420" height="300">
 </div>
 </section>
+<% If Notice <> "" Then %>
+<section class="wrap"><p class="note"><%= Html(Notice) %></p></section>
+<% End If %>
+<section class="wrap">
+<h2><%= Say("找一个域名", "Find a domain") %></h2>
+<form class="domain-search" method="get" action="/domain/index.asp">
+<p><label for="name"><%= Say("想要的名字", "The name you want") %></label>
+<input id="name" name="name" maxlength="63" required>
+<button class="button"><%= Say("查询", "Search") %></button></p>
+<fieldset><legend><%= Say("后缀", "Suffixes") %></legend>
+<%= Site.Show_sDomainList("6", "110", "34", "", "IdKey", Agent_User) %>
+</fieldset>
+</form>
+</section>
+<section class="wrap" aria-label="<%= Say("优惠", "Offers") %>">
+<% Slides 1112, 300 %>
+</section>
 <section class="wrap">
 <h2><%= Say("推荐方案", "Good places to start") %></h2>
 <%= Site.Show_HostList("", "6", "3", "</div><div class=""row"">", "Id", "26", "24", "6", Agent_User) %>
+</section>
+<section class="wrap">
+<div class="columns">
+<div class="news"><h2><%= Say("最新消息", "Latest") %></h2>
+<% Site.getnews 1, 5, 1, 18, Agent_User %>
+</div>
+<div class="news"><h2><%= Say("客户案例", "Customers") %></h2>
+<ul class="boxes"><%= Site.Show_SuccessList("6", "12", "240", "32", "· ", Agent_User) %></ul>
+</div>
+<div><h2><%= Say("下载", "Downloads") %></h2>
+<%= Site.Show_DownLoad(4, 250, 24, Agent_User) %>
+</div>
+</div>
 </section>
 <section class="wrap reasons">
 <h2><%= Say("为什么选我们", "What you can count on") %></h2>
@@ -29,4 +62,21 @@ Page_Title = Say("首页", "Home")
 <li><h3><%= Say("随时升级", "Room to grow") %></h3><p><%= Say("只补差价，网址、文件和数据库都不用动。", "Move up a plan and pay the difference: address, files and databases stay where they are.") %></p></li>
 </ul>
 </section>
+<script src="/js/marquee.js"></script>
+<section class="wrap">
+<div class="columns strips">
+<div><h2><%= Say("友情链接", "Partners") %></h2>
+<% PartnerLinks 500, 2 %>
+</div>
+<div><h2><%= Say("他们在这里安家", "At home on our servers") %></h2>
+<% HostedSites 500, 2 %>
+</div>
+</div>
+</section>
+<% If Firms <> "" Then %>
+<section class="wrap companies">
+<h2><%= Say("各地服务点", "Near you") %></h2>
+<%= Firms %>
+</section>
+<% End If %>
 <!--#include virtual="/include/footer.inc"-->

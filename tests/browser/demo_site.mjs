@@ -120,6 +120,13 @@ export function demoVisits(options) {
 // Clicks the link and waits until the page behind it is whole.
 export const follow = (page, link) => Promise.all([page.waitForEvent("load"), link.click()]);
 
+// On /user/login.asp. Owners land at their overview, customers at their account.
+export async function signIn(page, name, password) {
+  await page.fill("#account", name);
+  await page.fill("#password", password);
+  await follow(page, page.locator("form.tool button"));
+}
+
 // What a plan's card says: its name, price and the values of its list, one text each.
 export const cards = (page) =>
   page.locator(".plan").evaluateAll((plans) =>

@@ -2,8 +2,13 @@
 <% Option Explicit %>
 <!--#include virtual="/include/storefront.inc"-->
 <!--#include virtual="/include/guard.inc"-->
+<!--#include virtual="/include/money.inc"-->
+<!--#include virtual="/include/digest.inc"-->
+<!--#include virtual="/include/account.inc"-->
+<!--#include virtual="/include/owner.inc"-->
 <%
 Dim Page_Title
+RequireOwner
 Page_Title = Say("账目", "Accounts")
 If Request.ServerVariables("REQUEST_METHOD") = "POST" Then RecordMovement
 
@@ -16,7 +21,7 @@ Sub RecordMovement()
     If Not IsAmount(amount) Then Refuse Say("金额须为数字，最多两位小数。", "The amount must be a number with two decimals at most.")
     spends = Request.Form("kind") = "spend"
     WriteMovement Left(customer, 30), CCur(amount), spends, Left(Request.Form("info") & "", 80)
-    Site.MessBox Say("已记账。", "The movement was recorded."), "/money/index.asp", 1
+    Site.MessBox Say("已记账。", "The movement was recorded."), "/owner/money.asp", 1
 End Sub
 
 Function IsAmount(text)
@@ -47,37 +52,11 @@ Function KindOf(spends)
     KindOf = "充值"
     If spends Then KindOf = "消费"
 End Function
-
-Function KindInWords(kind)
-    KindInWords = kind
-    If kind = "充值" Then KindInWords = Say(kind, "Paid in")
-    If kind = "消费" Then KindInWords = Say(kind, "Spent")
-End Function
-
-Sub Cell(label, value)
-    Response.Write "<td class=""number"" data-label=""" & label & """>" & Html(value) & "</td>"
-End Sub
-
-Sub Movements()
-    Dim database, rows
-    Set database = OpenDatabase()
-    Set rows = database.Execute("Select Top 10 * From [MoneyLog] Order By [Id] Desc")
-    Do While Not rows.EOF
-        Response.Write "<tr><th scope=""row"">" & Html(rows("user")) & "</th>"
-        Response.Write "<td data-label=""" & Say("类型", "Kind") & """>" & Html(KindInWords(rows("type") & "")) & "</td>"
-        Cell Say("金额", "Amount"), FormatNumber(rows("money"), 2)
-        Cell Say("余额", "Balance"), FormatNumber(rows("logmoney"), 2)
-        Response.Write "<td data-label=""" & Say("说明", "Note") & """>" & Html(rows("info")) & "</td>"
-        Response.Write "<td data-label=""" & Say("时间", "Time") & """>" & Html(rows("now")) & "</td></tr>" & vbCrLf
-        rows.MoveNext
-    Loop
-    rows.Close
-    database.Close
-End Sub
 %>
 <!--#include virtual="/include/header.inc"-->
 <section class="wrap">
 <h1><%= Page_Title %></h1>
+<% OwnerMenu %>
 <form class="form across" method="post">
 <input type="hidden" name="form_secret" value="<%= FormSecret() %>">
 <p><label for="customer"><%= Say("客户", "Customer") %></label>
@@ -93,14 +72,6 @@ End Sub
 </section>
 <section class="wrap">
 <h2><%= Say("最近的账目", "Last movements") %></h2>
-<div class="scroll">
-<table class="plan-table">
-<caption><%= Say("最近十笔账目", "The last ten movements") %></caption>
-<thead><tr><th scope="col"><%= Say("客户", "Customer") %></th><th scope="col"><%= Say("类型", "Kind") %></th><th scope="col" class="number"><%= Say("金额", "Amount") %></th><th scope="col" class="number"><%= Say("余额", "Balance") %></th><th scope="col"><%= Say("说明", "Note") %></th><th scope="col"><%= Say("时间", "Time") %></th></tr></thead>
-<tbody>
-<% Movements %>
-</tbody>
-</table>
-</div>
+<% MovementsTable "" %>
 </section>
 <!--#include virtual="/include/footer.inc"-->

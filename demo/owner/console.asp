@@ -2,8 +2,13 @@
 <% Option Explicit %>
 <!--#include virtual="/include/storefront.inc"-->
 <!--#include virtual="/include/services.inc"-->
+<!--#include virtual="/include/guard.inc"-->
+<!--#include virtual="/include/digest.inc"-->
+<!--#include virtual="/include/account.inc"-->
+<!--#include virtual="/include/owner.inc"-->
 <%
 Dim Page_Title, Command, Answer, Asked
+RequireOwner
 Page_Title = Say("主机控制台", "Hosting console")
 Command = Given("command")
 Asked = False
@@ -28,9 +33,11 @@ Function Told(words)
 End Function
 %>
 <!--#include virtual="/include/header.inc"-->
-<section class="wrap narrow">
+<section class="wrap">
 <h1><%= Page_Title %></h1>
-<form class="tool" method="post" action="/services/console.asp">
+<% OwnerMenu %>
+<form class="tool" method="post" action="/owner/console.asp">
+<input type="hidden" name="form_secret" value="<%= FormSecret() %>">
 <% Field "command", Say("命令", "Command"), Command, "help, ping, list, open NAME PLAN, close NAME" %>
 <% Send Say("发送", "Send") %>
 </form>
