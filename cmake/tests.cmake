@@ -50,6 +50,11 @@ if(TARGET rkclient)
       --program $<TARGET_FILE:rkclient> --results ${RK_RESULTS}/cli.json)
     set_tests_properties(cli PROPERTIES LABELS program)
   endif()
+  if(NOT RK_SANITIZE)
+    add_test(NAME package COMMAND ${CMAKE_SOURCE_DIR}/tests/package/run_package.py
+      --build ${CMAKE_BINARY_DIR} --program $<TARGET_FILE:rkclient> --results ${RK_RESULTS}/package.json)
+    set_tests_properties(package PROPERTIES LABELS program)
+  endif()
   file(GLOB browser CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/browser/*.test.mjs)
   if(browser)
     add_test(NAME browser COMMAND ${CMAKE_SOURCE_DIR}/tests/browser/run_browser.py

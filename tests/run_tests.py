@@ -1,7 +1,7 @@
 """Builds and runs the tests; the last line is the sum, "N passed, N failed".
 
 script/test                   everything
-script/test ROOM...           the tests of rooms (jetsql, adapters/sqlite, pagehost), or cli, fuzz, browser
+script/test ROOM...           the tests of rooms (jetsql, adapters/sqlite, pagehost), or cli, package, fuzz, browser
 script/test --rebase [ROOM]   rewrites the expected outputs; look at the diff before you commit it
 script/test --preset asan     in another build (asan, tsan, clang); --label threads: only such tests
 """
@@ -54,7 +54,10 @@ def wanted_tests(folder, options):
 def programs_of(tests):
     """The build's targets that the tests need."""
     for name, labels in tests.items():
-        yield f"{name}_tests" if "unit" in labels else name if "fuzz" in labels else "rkclient"
+        if "unit" in labels:
+            yield f"{name}_tests"
+        else:
+            yield name if "fuzz" in labels else "packaging" if name == "package" else "rkclient"
 
 
 def configure_and_build(folder, options):
