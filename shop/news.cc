@@ -58,6 +58,7 @@ void getnews(const site::PageContext& page, const platform::Clock& clock,
              const NewsParameters& parameters) {
   const NewsKind kind = kind_of(parameters.types);
   const auto db = site::open_database(page);
+  const platform::ReadScope one_view(*db);
   platform::Response& response = page.response();
   response.write("<table width='100%' border='0' cellspacing='0' cellpadding='3'><tbody>");
   const auto rows = db->open_recordset(getnews_sql(parameters, kind.kind),
@@ -114,6 +115,7 @@ void add_item(std::string& html, platform::Recordset& item, const NewsListParame
 
 std::string Show_NewsList(const site::PageContext& page, const NewsListParameters& parameters) {
   const auto db = site::open_database(page);
+  const platform::ReadScope one_view(*db);
   std::string html = "<table border=\"0\" width=\"100%\" id=\"Rk_News_Fun\" cellpadding=\"";
   append_text(html, parameters.lineheight);
   html.append("\" style=\"border-collapse: collapse\">\r\n");

@@ -34,10 +34,11 @@ std::string instructions(const Value& pay_info) {
 }  // namespace
 
 Text Show_PayType(const site::PageContext& page, const Value& Agent_User) {
+  const auto db = site::open_database(page);
+  const platform::ReadScope one_view(*db);
   const Text file = site::template_text(page, "User-Service-PayType.html");
   site::Repeat methods(loop_template(file), kPayTypeTags);
 
-  const auto db = site::open_database(page);
   const auto rows = db->open_recordset(pay_type_sql(Agent_User), platform::CursorType::Keyset,
                                        platform::LockType::ReadOnly);
   for (; !rows->eof(); rows->move_next()) {
@@ -53,10 +54,11 @@ Text Show_PayType(const site::PageContext& page, const Value& Agent_User) {
 
 Text Show_EnterPay(const site::PageContext& page, const platform::Clock& clock,
                    const Value& Agent_User) {
+  const auto db = site::open_database(page);
+  const platform::ReadScope one_view(*db);
   const Text file = site::template_text(page, "User-Service-EnterPay.html");
   site::Repeat methods(loop_template(file), kEnterPayTags);
 
-  const auto db = site::open_database(page);
   const auto rows = db->execute(enter_pay_sql(Agent_User));
   for (; !rows->eof(); rows->move_next()) {
     methods.fill("Id", rows->field("Id"));

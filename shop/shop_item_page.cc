@@ -147,8 +147,9 @@ std::string category_sql(const Value& item_id) {
 }  // namespace
 
 Value Show_ShopInfo(const site::PageContext& page) {
-  const Text file = site::template_text(page, "Shop-ShowShop-Info.html");
   const auto db = site::open_database(page);
+  const platform::ReadScope one_view(*db);
+  const Text file = site::template_text(page, "Shop-ShowShop-Info.html");
   const std::string id = site::ReStr(page.request().query("id"));
   if (!is_numeric(Value::text(id))) return {};
 

@@ -227,9 +227,9 @@ std::string ShopList::finished() && {
 }  // namespace
 
 std::string Show_ShopList(const site::PageContext& page, const ShopListParameters& parameters) {
-  const Text file = site::template_text(page, "Shop-List.html");
   const auto db = site::open_database(page);
   const platform::ReadScope one_view(*db);
+  const Text file = site::template_text(page, "Shop-List.html");
   ShopList list(*db, parameters, file);
   const Text id = joined_text(page.request().query("Id"));
   const auto rows =

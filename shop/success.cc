@@ -26,6 +26,7 @@ void add_box(std::string& html, const Value& width, const Value& height) {
 
 Value class_list(const site::PageContext& page, const Value& agent_user) {
   const auto db = site::open_database(page);
+  const platform::ReadScope one_view(*db);
   const auto rows = db->execute(success_item_sql(agent_user));
   Value list = rows->field("succlass");
   rows->close();
@@ -66,6 +67,7 @@ std::string success_item_sql(const Value& agent_user) {
 std::string Show_SuccessList(const site::PageContext& page,
                              const SuccessListParameters& parameters) {
   const auto db = site::open_database(page);
+  const platform::ReadScope one_view(*db);
   const auto rows = db->execute(success_list_sql(parameters));
   std::string html;
   for (; !rows->eof(); rows->move_next()) {
@@ -188,26 +190,21 @@ std::string marker(std::string_view start, const Value& style) {
 }  // namespace
 
 Text Show_SuccessPageList(const site::PageContext& page, const SuccessPageParameters& parameters) {
+  const auto db = site::open_database(page);
+  const platform::ReadScope one_view(*db);
   const Text file = site::template_text(page, "User-Success-Info.html");
   const std::string_view style = site::cut(file.view(), marker("<!--Style", parameters.Style),
                                            marker("<!--End Style", parameters.Style));
   site::Repeat cases(site::cut(style, "<!--Loop-->", "<!--End Loop-->"), kCaseTags);
 
-  const auto db = site::open_database(page);
   const std::string type = joined_text(page.request().query("Type")).string();
-  double number = 1;
-  std::int32_t page_count = 0;
-  {
-    const platform::ReadScope one_view(*db);
-    const auto rows =
-        db->open_recordset(success_page_sql(parameters, type), platform::CursorType::Keyset,
-                           platform::LockType::ReadOnly);
-    rows->set_page_size(to_long(parameters.PageNumber));
-    number = turn_to(*rows, page.request().query("Page"));
-    page_count = rows->page_count();
-    fill_cases(cases, *rows, parameters);
-    rows->close();
-  }
+  const auto rows = db->open_recordset(success_page_sql(parameters, type),
+                                       platform::CursorType::Keyset, platform::LockType::ReadOnly);
+  rows->set_page_size(to_long(parameters.PageNumber));
+  const double number = turn_to(*rows, page.request().query("Page"));
+  const std::int32_t page_count = rows->page_count();
+  fill_cases(cases, *rows, parameters);
+  rows->close();
   db->close();
 
   return site::replaced(cases.into(style), "{PageSelect}", navigation(number, page_count, type));

@@ -42,6 +42,7 @@ bool is_true(const Value& flag) {
 
 std::string Show_Links(const site::PageContext& page, const LinkParameters& parameters) {
   const auto db = site::open_database(page);
+  const platform::ReadScope one_view(*db);
   const auto rows = db->execute(links_sql(parameters));
   Html html;
   html << "<Style>#fl_CSS1 li{text-align:center;float:left;width:" << parameters.NumWidth
@@ -82,6 +83,7 @@ std::string links_sql(const LinkParameters& parameters) {
 
 std::string Show_FtpLinks(const site::PageContext& page, const LinkParameters& parameters) {
   const auto db = site::open_database(page);
+  const platform::ReadScope one_view(*db);
   const auto rows = db->execute(ftp_links_sql(parameters));
   Html html;
   html << "<Style>#fl_CSS li{text-align:center;float:left;width:" << parameters.NumWidth
@@ -116,6 +118,7 @@ Value Show_NCompany(const site::PageContext& page, const Value& sNum, const Valu
                     const Value& ulWidth, const Value& Agent_User) {
   if (!site::is_master(Agent_User)) return {};
   const auto db = site::open_database(page);
+  const platform::ReadScope one_view(*db);
   const auto rows = db->execute(companies_sql(sNum));
   if (rows->eof()) return {};
   Html html;
@@ -146,6 +149,7 @@ std::string companies_sql(const Value& most) {
 std::string Show_DownLoad(const site::PageContext& page, const Value& ShowNum, const Value& sWidth,
                           const Value& sNum, const Value& Agent_User) {
   const auto db = site::open_database(page);
+  const platform::ReadScope one_view(*db);
   const auto rows = db->execute(downloads_sql(ShowNum, Agent_User));
   Html html;
   html << "<Style>.DL_CSS li{width:" << sWidth

@@ -36,6 +36,7 @@ TEST(RowIfAny, ClosesWhatFoundNothing) {
   page.db.answer("one", {{"a"}, {{number(1)}}});
   const auto db = page.db.connection();
   db->open("x");
+  const platform::ReadScope one_view(*db);
   EXPECT_EQ(row_if_any(*db, "none"), nullptr);
   EXPECT_EQ(page.db.log().back(), "close recordset");
   const auto row = row_if_any(*db, "one");

@@ -60,6 +60,7 @@ void list_goods(Goods& goods, platform::Connection& db, const shop::ShopListPara
 std::string shop_list(const site::PageContext& page, const shop::ShopListParameters& p) {
   const std::string folder = site::GetTempPath(page);
   const auto db = site::open_database(page);
+  const platform::ReadScope one_view(*db);
   const std::string file = text_of(page.application().value("Rk_TP_" + folder + "Shop-List.html"));
   const std::string style = text_of(p.Style);
   const std::string serv_day = cut(file, "<!--Shop ServDay Style" + style + "-->",

@@ -19,6 +19,7 @@ using tests::text;
 class MoneyLog : public testing::Test {
  protected:
   MoneyLog() {
+    page.writes = {"Select * From MoneyLog"};
     page.db.answer("Select * From MoneyLog",
                    {{"Id", "user", "type", "money", "buymoney", "logmoney", "info", "now"}, {}});
   }

@@ -1,5 +1,7 @@
 #include "tests/support/fake_page.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <iterator>
 
@@ -88,6 +90,10 @@ FakePage::FakePage() {
   db.answer(std::string(kActiveTemplate), {{"templatePath"}, {{text("blue")}}});
   db.answer(std::string(kMasterDomain), {{"SiteDomain"}, {{text("")}}});
   context.start(*scripting);
+}
+
+FakePage::~FakePage() {
+  EXPECT_EQ(db.outside_view(), writes);
 }
 
 void FakePage::put_template(std::string_view file, std::string text) {

@@ -98,9 +98,14 @@ class FakeScriptingContext : public platform::ScriptingContext {
 
 // A site with one template folder: the database answers that the master site uses "blue", that
 // SysTem names no domain, and Rk_ConnStr is "Data Source=shop.db".
+// At its end every statement must have been sent in a view: what a call reads is of one state of
+// the database.
 class FakePage {
  public:
   FakePage();
+  ~FakePage();
+  FakePage(const FakePage&) = delete;
+  FakePage& operator=(const FakePage&) = delete;
 
   void put_template(std::string_view file, std::string text);
   // The statements after the two with which every renderer finds its template folder.
@@ -118,6 +123,8 @@ class FakePage {
   RecordingDatabase& db = server.db;
   MemoryFiles& files = server.site_files;
   site::PageContext context;
+  // The statements by which the call writes: they are sent outside of views, before it reads.
+  std::vector<std::string> writes;
 };
 
 // The number of the error that a step raises, 0 where it raises none.

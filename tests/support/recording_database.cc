@@ -191,6 +191,7 @@ void RecordingDatabase::clear_log() {
   statements_.clear();
   marked_.clear();
   bound_.clear();
+  outside_view_.clear();
 }
 
 std::unique_ptr<platform::Connection> RecordingDatabase::connection() {
@@ -200,6 +201,7 @@ std::unique_ptr<platform::Connection> RecordingDatabase::connection() {
 void RecordingDatabase::record_statement(std::string event, const platform::SqlText& sql) {
   log_.push_back(std::move(event) + sql.text());
   statements_.push_back(sql.text());
+  if (reading_ == 0) outside_view_.push_back(sql.text());
   marked_.push_back(with_marks(sql));
   std::string values;
   for (const Value& value : sql.values()) {

@@ -2,7 +2,9 @@
 //
 // The log has one line an event: "open DSN", "execute SQL", "recordset 1 3 SQL" (cursor and lock
 // type), "close recordset", "close"; a row that is stored adds "add_new", "set COLUMN=VALUE" and
-// "update". Views for reading are not logged but must balance: reading() is 0 at the end.
+// "update". Views for reading are not logged but must balance: reading() is 0 at the end. A text
+// that is sent while no view is open is kept in outside_view(): two such texts may see two states
+// of the database.
 #ifndef RK_TESTS_SUPPORT_RECORDING_DATABASE_H_
 #define RK_TESTS_SUPPORT_RECORDING_DATABASE_H_
 
@@ -52,6 +54,7 @@ class RecordingDatabase : public platform::Database {
   // The values bound to each statement that has some, with commas between.
   const std::vector<std::string>& bound() const { return bound_; }
   int reading() const { return reading_; }
+  const std::vector<std::string>& outside_view() const { return outside_view_; }
   void clear_log();
 
   std::unique_ptr<platform::Connection> connection() override;
@@ -71,6 +74,7 @@ class RecordingDatabase : public platform::Database {
   std::vector<std::string> statements_;
   std::vector<std::string> marked_;
   std::vector<std::string> bound_;
+  std::vector<std::string> outside_view_;
   int reading_ = 0;
 };
 
