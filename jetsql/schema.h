@@ -23,6 +23,7 @@ struct Column {
   bool no_case =
       false;  // declared COLLATE NOCASE: comparisons need not say so, and may use its index
   bool row_id = false;    // INTEGER PRIMARY KEY: another name of the row's number
+  bool unique = false;    // no two rows hold the same value
   bool required = false;  // declared NOT NULL
   int size = 0;           // of a Text: the characters it was declared for, or 0
 };

@@ -79,6 +79,8 @@ struct OutputColumn {
   std::string name;  // as the page asks for it; "Expr1000" and on where the text gives none
   Type type = Type::Unknown;  // Unknown: go by the value
   std::string base_column;    // the column of Translation::table behind it, or empty
+  // The column of any table of the file behind it, in a join too, or both empty.
+  std::string origin_table, origin_column;
 };
 
 struct Translation {
@@ -96,7 +98,8 @@ struct Translation {
   std::size_t caller_parameters = 0;
 
   // A Select over one table (no grouping, Distinct, Union or aggregate), or what a write writes to:
-  // the table's own spelling. Else empty.
+  // the table's own spelling. Of a join the one table whose rows come up once each at most, as
+  // those of goods do where each is joined to its category. Else empty.
   std::string table;
 
   // Of a Select.
@@ -111,11 +114,14 @@ struct Translation {
   // last row of all. Only where can_reverse(): the order must leave no two rows equal.
   std::string reversed_text(bool keyed) const;
   bool can_reverse() const { return !reversed_tail.empty(); }
+  // Of a join with a row_key: the row whose key is bound to parameter number window_count(), keyed.
+  std::string row_text() const { return head + "," + row_key + row_tail; }
   int window_count() const { return static_cast<int>(parameters.size()) + 1; }
   int window_offset() const { return static_cast<int>(parameters.size()) + 2; }
 
   // The parts that the texts join: head [, row_key] and a tail, then a limit.
   std::string head, tail, reversed_tail, limit, window_limit;
+  std::string row_tail;  // empty where row_text() is not to be had
 };
 
 // Raises SqlError: kSyntaxError, kNoValueGiven, kNoSuchTable, kTypeMismatch.

@@ -19,8 +19,9 @@ inline constexpr std::size_t kMaxWrittenBytes = 4 << 20;
 // The pieces of a select: head, then the row's number where it is asked for, tail, limit.
 struct SelectPieces {
   std::string head;
-  std::string source;    // From and Where alone
-  std::string grouping;  // Group By and Having
+  std::string source;     // From and Where alone
+  std::size_t where = 0;  // of source: where its Where begins, or its end
+  std::string grouping;   // Group By and Having
   std::string order, limit;
   std::string reversed_order;  // where the rows can be asked for from the last one on
 };
@@ -95,7 +96,9 @@ class Writer {
   void stored_order(const Select& select, bool reversed, std::string& out);
   std::string limit(const Select& select, const std::string& counted) const;
   void select_statement(Select& select);
+  const Binding* describe_table(const Select& select);
   void describe(const Select& select);
+  void row(const Select& select, const SelectPieces& made);
   void count(const Select& select, const SelectPieces& made);
   void window();
   void select_into(Select& select);

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "jetsql/letters.h"
+#include "jetsql/updatable.h"
 #include "jetsql/writer.h"
 
 namespace rk::jetsql {
@@ -62,6 +63,7 @@ SelectPieces Writer::single(const Select& select, bool ordered) {
   made.head = select.distinct ? "SELECT DISTINCT " : "SELECT ";
   outputs(select, made.head);
   from(select.from, made.source);
+  made.where = made.source.size();
   where(select.where, made.source);
   made.grouping = grouping(select);
   if (ordered) made.order = order(select, false);
@@ -223,28 +225,57 @@ void Writer::select_statement(Select& select) {
   if (!made.reversed_order.empty()) translation_.reversed_tail = made.source + made.reversed_order;
   translation_.limit = made.limit;
   describe(select);
+  row(select, made);
   count(select, made);
   window();
   translation_.statements.push_back(translation_.select_text(false, false));
 }
 
-void Writer::describe(const Select& select) {
-  const Scope& scope = *select.scope;
-  const bool one_table =
-      is_plain(select) && scope.bindings.size() == 1 && !scope.bindings.front().derived;
-  if (one_table) {
-    translation_.table = scope.bindings.front().table->name;
-    translation_.row_key = scope.bindings.front().row_id;
+// The table that a record set over the Select writes to, and how it tells that table's rows apart.
+const Binding* Writer::describe_table(const Select& select) {
+  if (!is_plain(select)) return nullptr;
+  const Binding* own = updatable_binding(select);
+  if (own == nullptr) return nullptr;
+  if (select.scope->bindings.size() > 1) {
+    const auto reachable = numbered(select.from);
+    if (std::find(reachable.begin(), reachable.end(), own) == reachable.end()) return nullptr;
+    name(own->name, translation_.row_key);
+    translation_.row_key += '.';
   }
-  for (const ResolvedOutput& output : scope.outputs) {
+  translation_.table = own->table->name;
+  translation_.row_key += own->row_id;
+  return own;
+}
+
+void Writer::describe(const Select& select) {
+  const Binding* own = describe_table(select);
+  for (const ResolvedOutput& output : select.scope->outputs) {
     OutputColumn column;
     column.name = output.name;
     column.type = output.type;
     // A comparison comes out as the number -1 or 0.
     if (output.type == Type::Boolean && output.column == nullptr) column.type = Type::Integer;
-    if (one_table && output.column != nullptr) column.base_column = output.column->name;
+    const bool stored = is_plain(select) && output.column != nullptr && !output.binding->derived;
+    if (stored) {
+      column.origin_table = output.binding->table->name;
+      column.origin_column = output.column->name;
+      if (output.binding == own) column.base_column = output.column->name;
+    }
     translation_.columns.push_back(std::move(column));
   }
+}
+
+// One row of a join, asked for by the number that its table knows it by.
+void Writer::row(const Select& select, const SelectPieces& made) {
+  if (translation_.row_key.empty() || select.scope->bindings.size() < 2) return;
+  constexpr std::string_view kWhere = " WHERE ";
+  std::string& out = translation_.row_tail;
+  out.append(made.source, 0, made.where).append(kWhere);
+  if (made.where < made.source.size()) {
+    out.append("(").append(made.source, made.where + kWhere.size()).append(") AND ");
+  }
+  out.append(translation_.row_key).append("=?");
+  out.append(std::to_string(translation_.window_count()));
 }
 
 void Writer::count(const Select& select, const SelectPieces& made) {

@@ -15,6 +15,11 @@ constexpr std::string_view kTableText =
 // Hidden columns of virtual tables are not shown by "*" and not to pages.
 constexpr std::string_view kColumnsText =
     "select name, type, pk, \"notnull\" from pragma_table_xinfo(?1) where hidden <> 1";
+// Columns that are a key by themselves. An index over a part of the rows says nothing of the
+// others.
+constexpr std::string_view kUniqueText =
+    "select max(c.name) from pragma_index_list(?1) i join pragma_index_info(i.name) c where "
+    "i.\"unique\" and not i.partial group by i.name having count(*) = 1";
 
 // One statement with a name bound to it, finalized by scope.
 class Query {
@@ -85,6 +90,7 @@ std::unique_ptr<jetsql::Table> Catalogue::read_table(std::string_view name) cons
   }
   read_columns(*table);
   read_column_traits(*table);
+  read_unique_columns(*table);
   return table;
 }
 
@@ -121,6 +127,17 @@ void Catalogue::read_column_traits(jetsql::Table& table) const {
     if (!is_column(database_, table.name, column.name.c_str(), &collation)) continue;
     column.no_case = collation != nullptr && equal_ignoring_case(collation, "nocase");
     if (!table.row_ids) column.row_id = false;
+  }
+}
+
+void Catalogue::read_unique_columns(jetsql::Table& table) const {
+  for (jetsql::Column& column : table.columns) column.unique = column.row_id;
+  Query query(database_, path_, kUniqueText, table.name);
+  while (query.next()) {
+    const std::string name = query.text(0);
+    for (jetsql::Column& column : table.columns) {
+      if (column.name == name) column.unique = true;
+    }
   }
 }
 

@@ -29,6 +29,7 @@ class Catalogue final : public jetsql::Schema {
   std::unique_ptr<jetsql::Table> read_table(std::string_view name) const;
   void read_columns(jetsql::Table& table) const;
   void read_column_traits(jetsql::Table& table) const;
+  void read_unique_columns(jetsql::Table& table) const;
 
   sqlite3* database_;
   std::string path_;

@@ -95,6 +95,7 @@ class PagedRecordset final : public Rowset {
   std::int64_t current_key();
   void store_new_row();
   void store_changed_row();
+  bool read_row(std::int64_t key);
   void show_added_row();
   std::size_t width() const { return field_count() + (keyed_ ? 1 : 0); }
 
@@ -122,6 +123,7 @@ class PagedRecordset final : public Rowset {
   std::unique_ptr<RowEdit> edit_;
   std::int64_t added_key_ = 0;  // where place_ is Added
   bool added_read_ = false;     // and lies in added_
+  bool added_whole_ = false;    // with the columns of the tables that it is joined to
   RowBuffer added_;
 };
 

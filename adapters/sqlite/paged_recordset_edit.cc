@@ -1,4 +1,6 @@
 // AddNew, Update, CancelUpdate and Delete of a paged record set.
+#include <sqlite3.h>
+
 #include <utility>
 
 #include "adapters/sqlite/field_values.h"
@@ -21,7 +23,28 @@ void PagedRecordset::check_writable(bool needs_row) const {
 
 std::int64_t PagedRecordset::current_key() {
   if (place_ == Place::Added) return added_key_;
-  return buffer_.cell(current_row(), field_count()).integer;
+  const Cell& key = buffer_.cell(current_row(), field_count());
+  // The row of an outer join's other side: the table has none there.
+  if (key.kind == Cell::Kind::Null) raise(errors::kFeatureNotAvailable);
+  return key.integer;
+}
+
+// Reads a row of the table into added_: as the Select shows it, else the table's own columns of it.
+// False where there is no such row.
+bool PagedRecordset::read_row(std::int64_t key) {
+  added_whole_ = false;
+  if (plan_->translation.row_tail.empty()) return table_.read(key, added_);
+  {
+    const Reading reading(*session_);
+    Handle& handle = session_->handle();
+    const Lease lease = handle.lease(plan_, kRow);
+    bind_values(lease.statement(), plan_->translation.parameters, values_);
+    sqlite3_bind_int64(lease.statement(), plan_->translation.window_count(), key);
+    added_.begin(width());
+    added_whole_ = handle.step(lease.statement());
+    if (added_whole_) added_.add(lease.statement());
+  }
+  return added_whole_ || table_.read(key, added_);
 }
 
 platform::ColumnTraits PagedRecordset::traits(std::size_t ordinal) const {
@@ -58,9 +81,7 @@ bool PagedRecordset::append_field_text(std::size_t ordinal, std::string& out) {
 void PagedRecordset::show_added_row() {
   check_open();
   if (added_read_) return;
-  if (!table_.read(added_key_, added_)) {
-    raise(errors::kNoCurrentRecord);
-  }
+  if (!read_row(added_key_)) raise(errors::kNoCurrentRecord);
   added_read_ = true;
 }
 
@@ -77,7 +98,7 @@ void PagedRecordset::set_field(std::size_t ordinal, const Value& value) {
   if (column(ordinal).base_column.empty()) raise(errors::kFeatureNotAvailable);
   if (edit_ == nullptr) {
     check_writable(true);
-    if (place_ != Place::Added) current_row();
+    current_key();
     edit_ = std::make_unique<RowEdit>();
     edit_->values.resize(field_count());
   }
@@ -126,10 +147,10 @@ void PagedRecordset::store_changed_row() {
   }
   edit_.reset();
   added_read_ = false;
-  if (place_ == Place::Added || !table_.read(key, added_)) return;
+  if (place_ == Place::Added || !read_row(key)) return;
   const std::size_t row = current_row();
   for (std::size_t i = 0; i < field_count(); ++i) {
-    if (!column(i).base_column.empty()) buffer_.replace(row, i, added_, 0);
+    if (added_whole_ || !column(i).base_column.empty()) buffer_.replace(row, i, added_, 0);
   }
 }
 

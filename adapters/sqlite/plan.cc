@@ -44,6 +44,7 @@ Plan::~Plan() {
 std::string Plan::text(std::size_t form) const {
   if (!translation.reads()) return translation.statements[form];
   if (form == kCount) return translation.count_text;
+  if (form == kRow) return translation.row_text();
   if (form == kReversed || form == kKeyedReversed) {
     return translation.reversed_text(form == kKeyedReversed);
   }

@@ -26,6 +26,7 @@ enum Form : std::size_t {
   kKeyedWindow,
   kReversed,
   kKeyedReversed,
+  kRow,
   kCount,
   kForms
 };

@@ -76,10 +76,10 @@ platform::ColumnTraits Rowset::traits(std::size_t ordinal) const {
   const jetsql::OutputColumn& shown = column(ordinal);
   platform::ColumnTraits traits;
   traits.type = column_type(shown.type);
-  if (shown.base_column.empty()) return traits;
+  if (shown.origin_column.empty()) return traits;
   const Reading reading(*session_);
-  const jetsql::Table* table = session_->handle().table(plan_->translation.table);
-  const jetsql::Column* base = table == nullptr ? nullptr : table->column(shown.base_column);
+  const jetsql::Table* table = session_->handle().table(shown.origin_table);
+  const jetsql::Column* base = table == nullptr ? nullptr : table->column(shown.origin_column);
   if (base == nullptr) return traits;
   traits.size = base->size;
   traits.required = base->required;

@@ -77,6 +77,17 @@ class DatabaseRules : public testing::TestWithParam<MakeDatabaseWorld> {
                                               Lock lock = Lock::Optimistic) {
     return connection_->open_recordset(sql, Cursor::Keyset, lock);
   }
+  // Plans 1 to 3 in the classes one, two and one.
+  void fill_classes() {
+    run("Create Table [class] ([ClassId] Counter primary key, [Title] Text(20))");
+    run("Insert Into [class] ([Title]) Values ('one')");
+    run("Insert Into [class] ([Title]) Values ('two')");
+    fill(3);
+    run("Update [plan] Set [Num]=IIf([Id]=2,2,1)");
+  }
+  static constexpr const char* kJoin =
+      "Select [plan].*,[class].[Title] From [plan] Inner Join [class] On "
+      "[plan].[Num]=[class].[ClassId] Order By [plan].[Id]";
   std::unique_ptr<platform::Recordset> by_id() {
     return keyset("Select [Id],[Name],[Num] From [plan] Order By [Id]");
   }
@@ -937,6 +948,93 @@ TEST_P(DatabaseRules, ARecordSetOfNoTableRefusesChangesBy3251) {
   fill(1);
   const auto rows = keyset("Select Count(*) As n From [plan]");
   EXPECT_EQ(error_of([&] { rows->add_new(); }), 3251);
+}
+
+// ---- Joins: [plan] with the class of each
+
+TEST_P(DatabaseRules, ARecordSetOverAJoinWritesToTheTableOfItsRows) {
+  fill_classes();
+  const auto rows = keyset(kJoin);
+  EXPECT_EQ(rest(*rows, "Title"), "one two one");
+  rows->move_first();
+  rows->set_field("Name", Value::text("changed"));
+  rows->update();
+  EXPECT_EQ(text(*rows, "Name"), "changed");
+  EXPECT_EQ(text(*rows, "Title"), "one");
+  rows->move_next();
+  rows->remove();
+  EXPECT_EQ(all("Select [Name] From [plan] Order By [Id]", "Name"), "changed n3");
+  EXPECT_EQ(all("Select [Title] From [class] Order By [ClassId]", "Title"), "one two");
+}
+
+TEST_P(DatabaseRules, AKeyThatIsChangedBringsTheOtherTablesValues) {
+  fill_classes();
+  const auto rows = keyset(kJoin);
+  rows->set_field("Num", Value::long_integer(2));
+  rows->update();
+  EXPECT_EQ(text(*rows, "Title"), "two");
+  // A class that is not there: the row shows what it showed of it.
+  rows->set_field("Num", Value::long_integer(9));
+  rows->update();
+  EXPECT_EQ(text(*rows, "Num"), "9");
+  EXPECT_EQ(text(*rows, "Title"), "two");
+}
+
+TEST_P(DatabaseRules, ARowAddedToAJoinShowsItsPartner) {
+  fill_classes();
+  const auto rows = keyset(kJoin);
+  rows->add_new();
+  rows->set_field("Name", Value::text("fresh"));
+  rows->set_field("Num", Value::long_integer(2));
+  rows->update();
+  EXPECT_EQ(text(*rows, "Id"), "4");
+  EXPECT_EQ(text(*rows, "Title"), "two");
+  rows->add_new();
+  rows->set_field("Name", Value::text("alone"));
+  rows->update();
+  EXPECT_TRUE(rows->field("Title").is_null());
+  EXPECT_EQ(all("Select [Name] From [plan] Order By [Id]", "Name"), "n1 n2 n3 fresh alone");
+}
+
+TEST_P(DatabaseRules, TheOtherTableOfAJoinIsShownOnly) {
+  fill_classes();
+  const auto rows = keyset(kJoin);
+  EXPECT_EQ(error_of([&] { rows->set_field("Title", Value::text("x")); }), 3251);
+  EXPECT_FALSE(rows->traits(rows->ordinal("Title")).writable);
+  EXPECT_TRUE(rows->traits(rows->ordinal("Name")).writable);
+  EXPECT_EQ(rows->traits(rows->ordinal("Title")).size, 20);
+}
+
+TEST_P(DatabaseRules, AnOuterJoinsRowWithoutItsTableCannotBeChanged) {
+  fill_classes();
+  run("Insert Into [class] ([Title]) Values ('empty')");
+  const auto rows = keyset(
+      "Select [plan].[Name],[class].[Title] From [class] Left Join [plan] On "
+      "[plan].[Num]=[class].[ClassId] Where [class].[ClassId]=3");
+  EXPECT_TRUE(rows->field("Name").is_null());
+  EXPECT_EQ(error_of([&] { rows->set_field("Name", Value::text("x")); }), 3251);
+  EXPECT_EQ(error_of([&] { rows->remove(); }), 3251);
+}
+
+TEST_P(DatabaseRules, AJoinWithoutAKeyRefusesChangesBy3251) {
+  fill_classes();
+  const auto rows = keyset("Select [plan].[Name],[class].[Title] From [plan],[class]");
+  EXPECT_EQ(error_of([&] { rows->set_field("Name", Value::text("x")); }), 3251);
+  EXPECT_EQ(error_of([&] { rows->add_new(); }), 3251);
+}
+
+TEST_P(DatabaseRules, AUniqueIndexMakesAColumnAKeyOfItsTable) {
+  run("Create Table [word] ([Word] Text(20), [Means] Text(20))");
+  run("Insert Into [word] Values ('n1','first')");
+  fill(1);
+  const std::string sql =
+      "Select [plan].[Num],[word].[Means] From [plan],[word] Where [plan].[Name]=[word].[Word]";
+  EXPECT_EQ(error_of([&] { keyset(sql)->set_field("Num", Value::long_integer(1)); }), 3251);
+  run("Create Unique Index [w] On [word] ([Word])");
+  const auto rows = keyset(sql);
+  rows->set_field("Num", Value::long_integer(77));
+  rows->update();
+  EXPECT_EQ(all("Select [Num] From [plan]", "Num"), "77");
 }
 
 TEST_P(DatabaseRules, SetFieldOfAColumnThatIsNotThereIs3265) {

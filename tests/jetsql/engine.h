@@ -181,6 +181,7 @@ class Engine : public Schema {
                                       nullptr, &collation, nullptr, nullptr, nullptr);
         column.no_case = collation != nullptr && std::string_view(collation) == "NOCASE";
         column.row_id = same_letters(declared, "INTEGER") && sqlite3_column_int(statement, 5) == 1;
+        column.unique = column.row_id;
         table.columns.push_back(column);
       }
       sqlite3_finalize(statement);

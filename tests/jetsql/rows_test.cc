@@ -113,7 +113,7 @@ TEST(TranslatorRows, EveryRowComesOutAsWritten) {
   for (const auto& entry :
        std::filesystem::directory_iterator(std::string(RK_SOURCE_DIR) + "/tests/jetsql/rows")) {
     for (const Row& row : rows_of(entry.path().string())) {
-      ++count;
+      if (row.expected.rfind("! ", 0) != 0) ++count;  // a text that is translated
       std::string actual;
       try {
         actual = found(row);
@@ -126,7 +126,7 @@ TEST(TranslatorRows, EveryRowComesOutAsWritten) {
           << actual;
     }
   }
-  EXPECT_GT(count, 100U);
+  EXPECT_GE(count, 400U);
 }
 
 }  // namespace
