@@ -33,6 +33,9 @@ int run(const RunOptions& options);
 
 int print_schema(const std::string& engine);
 
+// Writes the storefront that is built into the program. Throws where the folder holds anything.
+int new_site(const std::string& folder);
+
 int check(const std::string& site);
 
 }  // namespace rk::app

@@ -18,6 +18,7 @@ struct CommandLine {
   ServeOptions serve;
   RunOptions run;
   std::string schema_engine = "sqlite";
+  std::string new_folder;
   std::string check_site = ".";
 
   explicit CommandLine(const std::string& version) {
@@ -63,6 +64,8 @@ struct CommandLine {
     schema->add_option("--engine", schema_engine, "Whose SQL to print")
         ->check(CLI::IsMember({"sqlite", "postgresql", "mariadb", "sqlserver"}))
         ->capture_default_str();
+    CLI::App* start = program.add_subcommand("new", "Write a storefront to start from");
+    start->add_option("DIR", new_folder, "An empty folder, or one to be made")->required();
     CLI::App* check = program.add_subcommand("check", "Report what of a site would fail");
     check->add_option("SITE", check_site, "The site folder")->capture_default_str();
   }
@@ -72,6 +75,7 @@ int carry_out(const CommandLine& line) {
   if (line.program.got_subcommand("serve")) return serve(line.serve);
   if (line.program.got_subcommand("run")) return run(line.run);
   if (line.program.got_subcommand("schema")) return print_schema(line.schema_engine);
+  if (line.program.got_subcommand("new")) return new_site(line.new_folder);
   return check(line.check_site);
 }
 
