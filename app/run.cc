@@ -123,6 +123,7 @@ pagehost::PageAnswer run_page(Site& site, pagehost::PageRequest request, int tim
                               TraceLines& trace) {
   http::RouteRules rules{site.folder(), site.hidden_folders(), pagehost::PageHost::is_page};
   const http::Route way = http::route(request.path, rules, site.files());
+  if (way.kind == http::Route::Kind::Folder) return http::folder_redirect(way.path, request.query);
   const bool page = way.kind == http::Route::Kind::Page;
   if (page) request.path = way.path;
   std::vector<std::int64_t> microseconds;

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <memory>
 #include <thread>
 
+#include "adapters/posix/service_manager.h"
 #include "app/commands.h"
 #include "app/console_log.h"
 #include "app/program.h"
@@ -64,6 +66,7 @@ http::FrontOptions front_options(const Site& site) {
   options.stop_time = std::chrono::seconds(settings.stop_seconds);
   options.pool = pool_options(settings);
   options.access_log = settings.access_log;
+  options.proxies = settings.trusted_proxies;
   options.own_signals = true;
   return options;
 }
@@ -76,6 +79,12 @@ http::FrontParts front_parts(const Site& site, http::Pages& pages, pagehost::Log
   parts.code_pages = &site.code_pages();
   parts.log = &log;
   return parts;
+}
+
+std::unique_ptr<ConsoleLog> error_log(const Settings& settings) {
+  const std::string& path = settings.server.error_log;
+  if (path.empty()) return std::make_unique<ConsoleLog>(ConsoleLog::Style::Timed);
+  return std::make_unique<ConsoleLog>(ConsoleLog::Style::Timed, path);
 }
 
 ListenAddress listen_address(const ServeOptions& options, const Settings& settings) {
@@ -99,16 +108,22 @@ int serve(const ServeOptions& options) {
   ListenAddress address = site_options.settings.server.listen;
   raise_descriptor_limit();
 
-  ConsoleLog log(ConsoleLog::Style::Timed);
+  const std::unique_ptr<ConsoleLog> kept_log = error_log(site_options.settings);
+  ConsoleLog& log = *kept_log;
   Site site(std::move(site_options), log);
   make_log_folder(site);
   http::HostedPages pages(site.pages());
-  http::Front front(front_options(site), front_parts(site, pages, log));
+  http::FrontOptions options_of_front = front_options(site);
+  options_of_front.on_hangup = [&log] { log.reopen(); };
+  options_of_front.on_stop = [] { posix::tell_service_manager("STOPPING=1"); };
+  http::Front front(std::move(options_of_front), front_parts(site, pages, log));
   address.port = front.open();
   // global.asa runs on a thread with a page's stack, as pages do.
   http::run_on_page_thread(vbscript::kPageThreadStackBytes, [&] { site.pages().start(); });
   log.note("pages are in code page " + std::to_string(site.pages().code_page()));
-  print("serving " + options.site + " at http://" + display(address) + "/\n");
+  const std::string serving = "serving " + options.site + " at http://" + display(address) + "/\n";
+  print(serving);
+  posix::tell_service_manager("READY=1\nSTATUS=" + serving);
   front.run();
   http::run_on_page_thread(vbscript::kPageThreadStackBytes, [&] { site.pages().stop(); });
   return kDone;

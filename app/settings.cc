@@ -5,9 +5,9 @@
 #include <fstream>
 #include <iterator>
 #include <limits>
+#include <optional>
 #include <set>
 
-#include "pagehost/http/ip_address.h"
 #include "value/text.h"
 
 namespace rk::app {
@@ -81,6 +81,22 @@ std::vector<std::string> folders(std::string_view value, const std::string& site
   return found;
 }
 
+std::vector<http::IpNetwork> networks(std::string_view value) {
+  std::vector<http::IpNetwork> found;
+  while (!value.empty()) {
+    const std::size_t end = std::min(value.find(';'), value.size());
+    std::string_view one = value.substr(0, end);
+    value.remove_prefix(std::min(end + 1, value.size()));
+    while (one.starts_with(' ')) one.remove_prefix(1);
+    while (one.ends_with(' ')) one.remove_suffix(1);
+    if (one.empty()) continue;
+    const std::optional<http::IpNetwork> network = http::parse_network(one);
+    if (!network) refuse("addresses or networks between \";\", such as 127.0.0.1; 10.0.0.0/8; ::1");
+    found.push_back(*network);
+  }
+  return found;
+}
+
 std::string virtual_path(std::string_view value) {
   if (!value.empty() && value.front() != '/') refuse("a path of the site that begins with /");
   return std::string(value);
@@ -140,6 +156,12 @@ constexpr Key kKeys[] = {
      [](Target t, std::string_view v) {
        t.settings.server.access_log = v.empty() ? std::string() : absolute(v, t.site);
      }},
+    {"server", "error_log",
+     [](Target t, std::string_view v) {
+       t.settings.server.error_log = v.empty() ? std::string() : absolute(v, t.site);
+     }},
+    {"server", "trusted_proxies",
+     [](Target t, std::string_view v) { t.settings.server.trusted_proxies = networks(v); }},
     {"server", "show_errors",
      [](Target t, std::string_view v) { t.settings.server.show_errors = viewers(v); }},
     {"server", "not_found",

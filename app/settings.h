@@ -12,6 +12,8 @@
 #include <string_view>
 #include <vector>
 
+#include "pagehost/http/ip_address.h"
+
 namespace rk::app {
 
 inline constexpr const char* kSettingsFile = "rkclient.ini";
@@ -33,6 +35,8 @@ struct ServerSettings {
   std::uint64_t max_body_bytes = 1048576;
   int max_pages = 256;
   std::string access_log;  // empty: none
+  std::string error_log;   // empty: standard error
+  std::vector<http::IpNetwork> trusted_proxies;
   ErrorViewers show_errors = ErrorViewers::Local;
   std::string not_found;  // virtual path; empty: none
   int header_seconds = 15;

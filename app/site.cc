@@ -309,7 +309,9 @@ std::vector<std::string> Site::hidden_folders() const {
   std::vector<std::string> hidden{"/log", "/data"};
   std::vector<std::string> folders = settings().data.folders;
   folders.push_back(settings().log.folder);
-  if (!settings().server.access_log.empty()) folders.push_back(settings().server.access_log);
+  for (const std::string& log : {settings().server.access_log, settings().server.error_log}) {
+    if (!log.empty()) folders.push_back(log);
+  }
   for (const std::string& named : folders) {
     std::error_code error;
     const std::string real = std::filesystem::weakly_canonical(named, error).string();

@@ -51,7 +51,7 @@ class Site {
   // For work on the site's own behalf, outside of any page: without limits of time, untraced.
   std::shared_ptr<platform::Database> database();
   // Virtual paths that no visitor may read, in small letters: "/log", "/data", and the settings'
-  // folders and access log where they lie in the site.
+  // folders and logs where they lie in the site.
   std::vector<std::string> hidden_folders() const;
 
  private:

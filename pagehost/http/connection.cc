@@ -7,8 +7,11 @@
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/post.hpp>
+#include <charconv>
+#include <cstdio>
 #include <optional>
 
+#include "pagehost/http/forwarded.h"
 #include "pagehost/http/page_answerer.h"
 #include "pagehost/http/request_reader.h"
 #include "pagehost/http/static_answer.h"
@@ -35,9 +38,12 @@ constexpr int kChunksInARow = 16;
 constexpr std::chrono::seconds kLinger{2};
 // After stop(): how long a connection without a request is kept, since one may be on its way.
 constexpr std::chrono::milliseconds kCrossing{500};
-// A page whose visitor closed the connection is left out if it has waited for its turn so long.
-constexpr std::chrono::seconds kAbandoned{1};
+// How often a visitor whose page waits for its turn is looked for: one who closed the connection
+// frees what he waits for. Pages that wait less are not worth the look.
+constexpr std::chrono::seconds kVisitorCheck{1};
 constexpr std::string_view kRetryAfterSeconds = "5";
+// What the access log says of a visitor who did not wait for his answer; nobody is sent it.
+constexpr int kVisitorGone = 499;
 
 class HttpConnection final : public Connection,
                              public PageTask,
@@ -53,9 +59,13 @@ class HttpConnection final : public Connection,
   void meet_deadline() override;
   void break_off() override;
   void run() noexcept override;  // the page, on its thread
+  bool is_abandoned() const noexcept override { return turn_state_ == TurnState::Abandoned; }
 
  private:
   enum class State : std::uint8_t { Reading, Page, Sending, Lingering, Closed };
+  // Of State::Page: whether its turn has come. The page's thread and the event loop's settle by it
+  // who has the connection.
+  enum class TurnState : std::uint8_t { Waiting, Running, Abandoned };
 
   Wire wire() { return Wire(socket_.native_handle()); }
   bool may_keep_alive() const {
@@ -77,13 +87,14 @@ class HttpConnection final : public Connection,
   void proceed();
   void dispatch();
   void follow(const Route& way);
+  void identify();
   void start_page(bool not_found);
+  void look_for_visitor();
   void enqueue(pagehost::SessionTurn turn);
   void answer_page(PageAnswerer& answerer);
   void refuse(int status);
   void refuse_busy();
   void answer_file(const std::string& path);
-  void redirect_to_folder(const std::string& path);
   void send_own(const pagehost::PageAnswer& answer);
   void send_head(const pagehost::PageAnswer& answer, std::uint64_t length);
   void pump();
@@ -96,7 +107,8 @@ class HttpConnection final : public Connection,
 
   Hub& hub_;
   tcp::socket socket_;
-  std::string address_;  // the visitor's
+  std::string address_;  // of the other end
+  std::string visitor_;  // the same, or whom its last request came from by a proxy's word
   std::uint16_t port_ = 0;
   std::string local_address_;
   std::uint16_t local_port_ = 0;
@@ -112,8 +124,8 @@ class HttpConnection final : public Connection,
   bool head_only_ = false;
 
   bool not_found_ = false;
+  std::atomic<TurnState> turn_state_{TurnState::Waiting};
   pagehost::SessionTurn turn_;
-  SteadyClock::time_point queued_at_;
   bool gone_ = false;  // the visitor takes nothing any more
 
   int status_ = 0;
@@ -134,6 +146,7 @@ void HttpConnection::start() {
   const tcp::endpoint remote = socket_.remote_endpoint(ignored);
   const tcp::endpoint local = socket_.local_endpoint(ignored);
   address_ = remote.address().to_string();
+  visitor_ = address_;
   port_ = remote.port();
   local_address_ = local.address().to_string();
   local_port_ = local.port();
@@ -209,19 +222,28 @@ void HttpConnection::dispatch() {
   if (!target) return refuse(400);
   page.path = std::move(target->path);
   page.query = std::move(target->query);
-  page.remote_address = address_;
-  page.remote_port = port_;
-  page.local_address = local_address_;
-  page.local_port = local_port_;
   for (auto& [name, value] : page.headers) {
     if (!target->authority.empty() && equal_ignoring_case(name, "host")) value = target->authority;
   }
+  identify();
   if (page.method != "GET" && page.method != "POST" && !head_only_) {
     pagehost::PageAnswer answer = plain_answer(405);
     answer.headers.emplace_back("Allow", "GET, HEAD, POST");
     return send_own(answer);
   }
   follow(route(page.path, hub_.options.rules, *hub_.parts.files));
+}
+
+// Whose request it is, and what the log calls it.
+void HttpConnection::identify() {
+  pagehost::PageRequest& page = request().page;
+  page.id = hub_.request_ids.next();
+  page.remote_address = address_;
+  page.remote_port = port_;
+  page.local_address = local_address_;
+  page.local_port = local_port_;
+  believe_proxy(page, hub_.options.proxies);
+  visitor_ = page.remote_address;
 }
 
 void HttpConnection::follow(const Route& way) {
@@ -232,44 +254,46 @@ void HttpConnection::follow(const Route& way) {
     case Route::Kind::File:
       return answer_file(way.path);
     case Route::Kind::Folder:
-      return redirect_to_folder(way.path);
+      return send_own(folder_redirect(way.path, request().page.query));
     case Route::Kind::Nothing:
       return start_page(true);
   }
 }
 
 void HttpConnection::start_page(bool not_found) {
+  turn_state_ = TurnState::Waiting;
   state_ = State::Page;
   not_found_ = not_found;
+  set_deadline(kVisitorCheck);
+  const auto self = shared_from_this();
   const bool admitted = hub_.parts.pages->admit(
-      request().page,
-      [self = shared_from_this()](pagehost::SessionTurn turn) { self->enqueue(std::move(turn)); });
+      request().page, [self](pagehost::SessionTurn turn) { self->enqueue(std::move(turn)); },
+      [self] { return !self->is_abandoned(); });
   if (!admitted) refuse_busy();
 }
 
 // On any thread.
 void HttpConnection::enqueue(pagehost::SessionTurn turn) {
+  if (is_abandoned()) return;  // and gives the turn back
   turn_ = std::move(turn);
-  queued_at_ = SteadyClock::now();
   if (hub_.pool->submit(shared_from_this())) return;
   net::post(hub_.io, [self = shared_from_this()] {
     self->turn_ = pagehost::SessionTurn();
-    self->refuse_busy();
+    if (!self->is_abandoned()) self->refuse_busy();
   });
 }
 
 // On the page's thread.
 void HttpConnection::run() noexcept {
-  const bool abandoned = SteadyClock::now() - queued_at_ > kAbandoned && !wire().is_connected();
-  if (abandoned) {
+  TurnState waiting = TurnState::Waiting;
+  if (!turn_state_.compare_exchange_strong(waiting, TurnState::Running)) {
     turn_ = pagehost::SessionTurn();
-    gone_ = true;
-  } else {
-    const ExchangeTerms terms{keep_alive_, request().old_version, head_only_,
-                              hub_.options.send_time};
-    PageAnswerer answerer(wire(), terms, [this] { return hub_.date.now(); });
-    answer_page(answerer);
+    return;  // the event loop has closed the connection
   }
+  set_deadline(SteadyClock::time_point::max());
+  const ExchangeTerms terms{keep_alive_, request().old_version, head_only_, hub_.options.send_time};
+  PageAnswerer answerer(wire(), terms, [this] { return hub_.date.now(); });
+  answer_page(answerer);
   // OPTIMIZATION: where all is sent and nothing more has come, this thread itself begins the wait
   // for the next request, which spares the event loop a turn for each page.
   const bool settled = !gone_ && out_.empty() && keep_alive_ && !reader_.has_more();
@@ -291,7 +315,7 @@ void HttpConnection::answer_page(PageAnswerer& answerer) {
     answerer.finish(not_found_ ? pages.answer_not_found(page, std::move(turn_), &answerer)
                                : pages.run(page, std::move(turn_), &answerer));
   } catch (const std::exception& failure) {
-    hub_.parts.log->error(page.path + ": " + failure.what());
+    hub_.parts.log->error("[" + page.id + "] " + page.path + ": " + failure.what());
     if (answerer.began()) {
       answerer.break_off();
     } else {
@@ -314,15 +338,6 @@ void HttpConnection::refuse(int status) {
 void HttpConnection::refuse_busy() {
   pagehost::PageAnswer answer = plain_answer(503);
   answer.headers.emplace_back("Retry-After", kRetryAfterSeconds);
-  send_own(answer);
-}
-
-void HttpConnection::redirect_to_folder(const std::string& path) {
-  pagehost::PageAnswer answer = plain_answer(301);
-  std::string address = encoded_path(path) + "/";
-  const std::string& query = request().page.query;
-  if (!query.empty()) address.append("?").append(query);
-  answer.headers.emplace_back("Location", std::move(address));
   send_own(answer);
 }
 
@@ -440,7 +455,7 @@ void HttpConnection::linger() {
 void HttpConnection::log_access() {
   if (!hub_.access_log.is_on()) return;
   AccessRecord record;
-  record.address = address_;
+  record.address = visitor_;
   record.time = std::time(nullptr);
   record.request_line = request().line;
   record.status = status_;
@@ -453,7 +468,7 @@ void HttpConnection::log_access() {
 // ---- ends
 
 void HttpConnection::meet_deadline() {
-  if (state_ == State::Page) return;
+  if (state_ == State::Page) return look_for_visitor();
   if (state_ != State::Reading) return close();
   const RequestReader::State read = reader_.state();
   if (read == RequestReader::State::Header || read == RequestReader::State::Body) {
@@ -462,6 +477,22 @@ void HttpConnection::meet_deadline() {
   // What has come already, but was not told to this thread yet, came in time.
   if (wire().has_bytes()) return set_deadline(hub_.options.header_time);
   close();
+}
+
+// A page that waits for its turn, and nobody for the page, is left out. Where the page runs by now,
+// the deadline may be another's already.
+void HttpConnection::look_for_visitor() {
+  SteadyClock::rep seen = deadline_.load();
+  if (turn_state_ != TurnState::Waiting) return;
+  TurnState waiting = TurnState::Waiting;
+  if (!wire().is_connected() &&
+      turn_state_.compare_exchange_strong(waiting, TurnState::Abandoned)) {
+    status_ = kVisitorGone;
+    log_access();
+    return close();
+  }
+  const auto next = SteadyClock::now() + kVisitorCheck;
+  deadline_.compare_exchange_strong(seen, next.time_since_epoch().count());
 }
 
 // After the server's stop a connection between two requests is kept only for what may be on its
@@ -498,6 +529,22 @@ std::string DateField::now() {
     text_ = pagehost::date_header(second);
   }
   return text_;
+}
+
+RequestIds::RequestIds() {
+  std::array<char, 12> text{};
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(now).count();
+  const int length = std::snprintf(text.data(), text.size(), "%08llx-",
+                                   static_cast<unsigned long long>(seconds) & 0xFFFFFFFF);
+  start_.assign(text.data(), static_cast<std::size_t>(length));
+}
+
+std::string RequestIds::next() {
+  std::array<char, 16> digits;
+  const std::uint64_t number = last_.fetch_add(1, std::memory_order_relaxed) + 1;
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number, 16).ptr;
+  return std::string(start_).append(digits.data(), end);
 }
 
 std::shared_ptr<Connection> make_connection(Hub& hub, int socket, bool v6) {

@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstdint>
 #include <ctime>
 #include <functional>
 #include <memory>
@@ -36,6 +37,18 @@ class DateField {
   std::string text_;
 };
 
+// Names requests, so that the log's lines of one are found together: no two the same while the
+// process runs, and hardly two of different runs. Any thread.
+class RequestIds {
+ public:
+  RequestIds();
+  std::string next();
+
+ private:
+  std::string start_;  // of this run
+  std::atomic<std::uint64_t> last_{0};
+};
+
 class Connection {
  public:
   virtual ~Connection() = default;
@@ -56,6 +69,7 @@ struct Hub {
   FrontParts parts;
   AccessLog access_log;
   DateField date;
+  RequestIds request_ids;
   std::unordered_set<std::shared_ptr<Connection>> connections;  // of the event loop's thread
   std::function<void()> on_closed;                              // called there, a connection less
   std::atomic<bool> stopping{false};

@@ -129,6 +129,7 @@ void Front::Server::await_signal() {
     if (error) return;
     if (number == SIGHUP) {
       hub_.access_log.reopen();
+      if (hub_.options.on_hangup) hub_.options.on_hangup();
     } else if (hub_.stopping.load()) {
       hub_.parts.pages->end_running_pages();  // asked twice: no more patience
     } else {
@@ -209,6 +210,7 @@ void Front::Server::begin_stop() {
   // Connections that the system took for us before we stopped listening are ours to answer.
   while (take_next()) {
   }
+  if (hub_.options.on_stop) hub_.options.on_stop();
   hub_.stopped_at = SteadyClock::now();
   hub_.stopping.store(true);
   error_code ignored;

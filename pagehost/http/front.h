@@ -9,11 +9,14 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "pagehost/http/header_check.h"
+#include "pagehost/http/ip_address.h"
 #include "pagehost/http/page_pool.h"
 #include "pagehost/http/pages.h"
 #include "pagehost/http/route.h"
@@ -37,8 +40,12 @@ struct FrontOptions {
   std::chrono::milliseconds send_time{60000};    // without a byte taken by the visitor
   std::chrono::milliseconds stop_time{30000};    // for running pages, after stop()
   PagePoolOptions pool;
-  std::string access_log;    // a file; empty: none
-  bool own_signals = false;  // SIGTERM and SIGINT stop, SIGHUP reopens the access log
+  std::string access_log;          // a file; empty: none
+  std::vector<IpNetwork> proxies;  // whose word on visitors is believed
+  bool own_signals = false;        // SIGTERM and SIGINT stop, SIGHUP reopens the access log
+  // Called on the thread of run(); may be empty.
+  std::function<void()> on_stop;    // once, when the stop begins
+  std::function<void()> on_hangup;  // at each SIGHUP
 };
 
 // Referred to, not owned; all outlive the front.

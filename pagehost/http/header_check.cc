@@ -66,14 +66,6 @@ Refusal request_line_refusal(std::string_view line) {
   return version_refusal(line.substr(last + 1));
 }
 
-// As addresses allow a host and its port to be written; bytes above ASCII are taken.
-bool is_host(std::string_view text) {
-  constexpr std::string_view kExcluded = "\"<>\\^`{|}/?#@ ";
-  return !text.empty() && std::none_of(text.begin(), text.end(), [&](char c) {
-    return is_control(c) || kExcluded.find(c) != std::string_view::npos;
-  });
-}
-
 // The fields that decide where a request ends and whom it is for.
 struct Framing {
   std::size_t hosts = 0;
@@ -131,6 +123,14 @@ Refusal field_refusal(std::string_view line, Framing& framing) {
 }
 
 }  // namespace
+
+// Bytes above ASCII are taken.
+bool is_host(std::string_view text) {
+  constexpr std::string_view kExcluded = "\"<>\\^`{|}/?#@ ";
+  return !text.empty() && std::none_of(text.begin(), text.end(), [&](char c) {
+    return is_control(c) || kExcluded.find(c) != std::string_view::npos;
+  });
+}
 
 HeaderScan::State HeaderScan::refuse(int status, const char* reason) {
   refusal_ = {status, reason};

@@ -52,6 +52,9 @@ class HeaderScan {
   bool carriage_return_ = false;
 };
 
+// Whether a text is a host with or without a port, as addresses write it; not empty.
+bool is_host(std::string_view text);
+
 // Of a header from its request line to its empty line, as HeaderScan found it.
 Refusal reject_reason(std::string_view header);
 

@@ -3,8 +3,9 @@
 namespace rk::http {
 
 bool HostedPages::admit(const pagehost::PageRequest& request,
-                        std::function<void(pagehost::SessionTurn)> ready) {
-  return host_.admit(request, std::move(ready));
+                        std::function<void(pagehost::SessionTurn)> ready,
+                        std::function<bool()> wanted) {
+  return host_.admit(request, std::move(ready), std::move(wanted));
 }
 
 pagehost::PageAnswer HostedPages::run(const pagehost::PageRequest& request,

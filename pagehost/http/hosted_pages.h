@@ -12,8 +12,8 @@ class HostedPages final : public Pages {
  public:
   // The host outlives this.
   explicit HostedPages(pagehost::PageHost& host) : host_(host) {}
-  bool admit(const pagehost::PageRequest& request,
-             std::function<void(pagehost::SessionTurn)> ready) override;
+  bool admit(const pagehost::PageRequest& request, std::function<void(pagehost::SessionTurn)> ready,
+             std::function<bool()> wanted) override;
   pagehost::PageAnswer run(const pagehost::PageRequest& request, pagehost::SessionTurn turn,
                            pagehost::AnswerSink* sink) override;
   pagehost::PageAnswer answer_not_found(const pagehost::PageRequest& request,

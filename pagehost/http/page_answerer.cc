@@ -5,6 +5,18 @@
 #include <optional>
 
 namespace rk::http {
+namespace {
+
+using SteadyClock = std::chrono::steady_clock;
+
+// What a page may have sent beyond what its visitor took: a usual page whole, and little enough
+// for hundreds of slow visitors.
+constexpr std::size_t kMostAhead = std::size_t{64} << 10;
+// How long a flush waits for a visitor who is only a little behind, and how often a longer wait
+// looks whether the page must end.
+constexpr std::chrono::milliseconds kShortWait{200};
+
+}  // namespace
 
 std::string PageAnswerer::head_of(const pagehost::PageAnswer& answer, HeadFraming framing) const {
   const std::string date = date_();
@@ -14,8 +26,40 @@ std::string PageAnswerer::head_of(const pagehost::PageAnswer& answer, HeadFramin
   return answer_head(answer, framing);
 }
 
+// As much of what is left over as the socket takes at once.
+void PageAnswerer::send_left_over() {
+  std::size_t done = 0;
+  while (!gone_ && done < left_over_.size()) {
+    const std::optional<std::size_t> sent =
+        wire_.send_now(std::string_view(left_over_).substr(done));
+    if (!sent) gone_ = true;
+    if (!sent || *sent == 0) break;
+    done += *sent;
+  }
+  left_over_.erase(0, done);
+}
+
+// Until the visitor has taken all; or, after a short time, all but what a page may be ahead of him.
+void PageAnswerer::wait_for_visitor() {
+  const auto began = SteadyClock::now();
+  auto last_taken = began;
+  while (!gone_ && !left_over_.empty()) {
+    const auto now = SteadyClock::now();
+    if (left_over_.size() <= kMostAhead && now - began >= kShortWait) return;
+    if (now - last_taken >= terms_.send_time) gone_ = true;
+    if (check_) check_();
+    wire_.await_room(kShortWait);
+    const std::size_t before = left_over_.size();
+    send_left_over();
+    if (left_over_.size() < before) last_taken = SteadyClock::now();
+  }
+}
+
 void PageAnswerer::send(std::string_view bytes) {
-  if (!gone_ && !wire_.send_waiting(bytes, terms_.send_time)) gone_ = true;
+  if (gone_) return;
+  left_over_.append(bytes);
+  send_left_over();
+  wait_for_visitor();
 }
 
 void PageAnswerer::begin(const pagehost::PageAnswer& head) {
@@ -29,22 +73,27 @@ void PageAnswerer::begin(const pagehost::PageAnswer& head) {
   send(head_of(head, framing));
 }
 
-void PageAnswerer::write(std::string_view bytes) {
-  if (bytes.empty() || terms_.head_only || !has_body(status_)) return;
+// The bytes as they go out, without those that no visitor is to see.
+std::string PageAnswerer::framed(std::string_view bytes) {
+  if (bytes.empty() || terms_.head_only || !has_body(status_)) return {};
   body_bytes_ += bytes.size();
-  if (!chunked_) return send(bytes);
+  if (!chunked_) return std::string(bytes);
   char size[20];
   const int length = std::snprintf(size, sizeof size, "%zx\r\n", bytes.size());
   std::string chunk(size, static_cast<std::size_t>(length));
   chunk.append(bytes).append("\r\n");
-  send(chunk);
+  return chunk;
+}
+
+void PageAnswerer::write(std::string_view bytes) {
+  send(framed(bytes));
 }
 
 void PageAnswerer::finish(pagehost::PageAnswer answer) {
   if (began_) {
-    write(answer.body);
-    if (chunked_) send("0\r\n\r\n");
-    return;
+    left_over_.append(framed(answer.body));
+    if (chunked_) left_over_.append("0\r\n\r\n");
+    return send_left_over();
   }
   status_ = answer.status;
   const bool bodied = has_body(answer.status);

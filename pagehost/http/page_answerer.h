@@ -1,6 +1,9 @@
 // PageAnswerer: sends a page's answer from the page's own thread, at its end or, where the page
 // flushes, piece by piece (chunked, or to the end of the connection for HTTP/1.0).
 //
+// A slow visitor holds a page that flushes only where the page runs far ahead of him, and no longer
+// than the page may run; the rest of a page that is over never waits here.
+//
 // Of one exchange and one thread at a time.
 #ifndef RK_PAGEHOST_HTTP_PAGE_ANSWERER_H_
 #define RK_PAGEHOST_HTTP_PAGE_ANSWERER_H_
@@ -30,16 +33,19 @@ class PageAnswerer final : public pagehost::AnswerSink {
   PageAnswerer(Wire wire, const ExchangeTerms& terms, std::function<std::string()> date)
       : wire_(wire), terms_(terms), date_(std::move(date)) {}
 
-  // While the page runs.
+  // While the page runs. write() may throw what the check of wait_while throws.
+  void wait_while(std::function<void()> check) override { check_ = std::move(check); }
   void begin(const pagehost::PageAnswer& head) override;
   void write(std::string_view bytes) override;
   bool connected() override { return !gone_ && wire_.is_connected(); }
 
-  // At its end. What the socket does not take at once of an answer that was not streamed is left
-  // over.
+  // At its end. What the socket does not take at once is left over.
   void finish(pagehost::PageAnswer answer);
   // The page failed: what was begun must not look whole.
-  void break_off() { gone_ = true; }
+  void break_off() {
+    gone_ = true;
+    left_over_.clear();
+  }
 
   bool began() const noexcept { return began_; }
   bool gone() const noexcept { return gone_; }
@@ -49,12 +55,16 @@ class PageAnswerer final : public pagehost::AnswerSink {
   std::string take_left_over() { return std::move(left_over_); }
 
  private:
+  std::string framed(std::string_view bytes);
   void send(std::string_view bytes);
+  void send_left_over();
+  void wait_for_visitor();
   std::string head_of(const pagehost::PageAnswer& answer, HeadFraming framing) const;
 
   Wire wire_;
   ExchangeTerms terms_;
   std::function<std::string()> date_;
+  std::function<void()> check_;
   bool began_ = false;
   bool chunked_ = false;
   bool gone_ = false;

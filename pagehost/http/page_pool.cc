@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <iterator>
 #include <system_error>
 
 namespace rk::http {
@@ -72,6 +73,11 @@ std::size_t PagePool::waiting() const {
   return queue_.size();
 }
 
+// Threads that are not started yet count as places too.
+bool PagePool::is_full() const {
+  return queue_.size() + running_ >= options_.max_waiting + options_.max_threads;
+}
+
 bool PagePool::may_start(Clock::time_point now) const {
   if (running_ >= options_.max_threads) return false;
   if (running_ < options_.eager_threads) return true;
@@ -121,11 +127,20 @@ bool PagePool::submit(std::shared_ptr<PageTask> task) {
       return true;
     }
   }
-  // Threads that are not started yet count as places too.
-  if (queue_.size() + running_ >= options_.max_waiting + options_.max_threads) return false;
-  queue_.push_back(std::move(task));
-  if (!supervising_) queued_.notify_one();
-  return true;
+  std::deque<std::shared_ptr<PageTask>> abandoned;  // let go without the lock
+  if (is_full()) {
+    const auto gone = std::stable_partition(
+        queue_.begin(), queue_.end(), [](const auto& waiting) { return !waiting->is_abandoned(); });
+    std::move(gone, queue_.end(), std::back_inserter(abandoned));
+    queue_.erase(gone, queue_.end());
+  }
+  const bool full = is_full();
+  if (!full) {
+    queue_.push_back(std::move(task));
+    if (!supervising_) queued_.notify_one();
+  }
+  lock.unlock();
+  return !full;
 }
 
 void PagePool::work(Worker& worker) {

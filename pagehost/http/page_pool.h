@@ -44,6 +44,9 @@ class PageTask {
  public:
   virtual ~PageTask() = default;
   virtual void run() noexcept = 0;
+  // Whether nobody waits for it any more: it makes room in a full queue. Any thread, under the
+  // pool's lock.
+  virtual bool is_abandoned() const noexcept { return false; }
 };
 
 struct PagePoolOptions {
@@ -63,7 +66,7 @@ class PagePool {
   PagePool(const PagePool&) = delete;
   PagePool& operator=(const PagePool&) = delete;
 
-  // False, and the task dropped, where the queue is full.
+  // False, and the task dropped, where the queue is full of tasks that someone waits for.
   bool submit(std::shared_ptr<PageTask> task);
 
   std::size_t running() const;
@@ -78,6 +81,7 @@ class PagePool {
     std::unique_ptr<PageThread> thread;
   };
 
+  bool is_full() const;
   bool may_start(Clock::time_point now) const;
   Worker* start(std::shared_ptr<PageTask>& task, Clock::time_point now);
   void work(Worker& worker);

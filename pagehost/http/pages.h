@@ -15,7 +15,8 @@ class Pages {
   virtual ~Pages() = default;
   // These are PageHost's operations of the same names.
   virtual bool admit(const pagehost::PageRequest& request,
-                     std::function<void(pagehost::SessionTurn)> ready) = 0;
+                     std::function<void(pagehost::SessionTurn)> ready,
+                     std::function<bool()> wanted) = 0;
   virtual pagehost::PageAnswer run(const pagehost::PageRequest& request, pagehost::SessionTurn turn,
                                    pagehost::AnswerSink* sink) = 0;
   virtual pagehost::PageAnswer answer_not_found(const pagehost::PageRequest& request,

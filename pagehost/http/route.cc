@@ -1,6 +1,8 @@
 #include "pagehost/http/route.h"
 
+#include "pagehost/http/answer_head.h"
 #include "pagehost/http/static_answer.h"
+#include "pagehost/http/target.h"
 
 namespace rk::http {
 namespace {
@@ -30,6 +32,14 @@ Route route(std::string_view path, const RouteRules& rules, const platform::File
   const std::string physical = rules.site_root + std::string(path);
   if (files.is_folder(physical)) return {Route::Kind::Folder, std::string(path)};
   return to(std::string(path), rules);
+}
+
+pagehost::PageAnswer folder_redirect(std::string_view path, std::string_view query) {
+  pagehost::PageAnswer answer = plain_answer(301);
+  std::string address = encoded_path(path) + "/";
+  if (!query.empty()) address.append("?").append(query);
+  answer.headers.emplace_back("Location", std::move(address));
+  return answer;
 }
 
 }  // namespace rk::http

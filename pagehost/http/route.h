@@ -1,5 +1,5 @@
 // Where a path of the site leads: to a page, to a file as it is, to its folder's address, nowhere.
-// Pure but for the look at the files.
+// The same for the front and for running one page. Pure but for the look at the files.
 #ifndef RK_PAGEHOST_HTTP_ROUTE_H_
 #define RK_PAGEHOST_HTTP_ROUTE_H_
 
@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "pagehost/pages/page_request.h"
 #include "platform/files.h"
 
 namespace rk::http {
@@ -28,6 +29,9 @@ struct RouteRules {
 
 // `path` is that of a Target. Folder: the path names one but for its last "/".
 Route route(std::string_view path, const RouteRules& rules, const platform::Files& files);
+
+// The redirect of a Folder to its own address, with the query string as it was sent.
+pagehost::PageAnswer folder_redirect(std::string_view path, std::string_view query);
 
 }  // namespace rk::http
 

@@ -22,16 +22,9 @@ std::optional<std::size_t> Wire::send_now(std::string_view first, std::string_vi
   }
 }
 
-bool Wire::send_waiting(std::string_view bytes, std::chrono::milliseconds patience) const {
-  while (!bytes.empty()) {
-    const std::optional<std::size_t> sent = send_now(bytes);
-    if (!sent) return false;
-    bytes.remove_prefix(*sent);
-    if (*sent > 0) continue;
-    pollfd writable{socket_, POLLOUT, 0};
-    if (::poll(&writable, 1, static_cast<int>(patience.count())) == 0) return false;
-  }
-  return true;
+void Wire::await_room(std::chrono::milliseconds patience) const {
+  pollfd writable{socket_, POLLOUT, 0};
+  ::poll(&writable, 1, static_cast<int>(patience.count()));
 }
 
 bool Wire::has_bytes() const {

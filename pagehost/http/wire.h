@@ -18,9 +18,8 @@ class Wire {
   // is gone.
   std::optional<std::size_t> send_now(std::string_view first, std::string_view second = {}) const;
 
-  // Sends all, waiting until the socket takes it; false where the visitor is gone or takes nothing
-  // for `patience`.
-  bool send_waiting(std::string_view bytes, std::chrono::milliseconds patience) const;
+  // Waits until the socket takes more, or so long.
+  void await_room(std::chrono::milliseconds patience) const;
 
   // Whether bytes of the visitor wait to be read.
   bool has_bytes() const;

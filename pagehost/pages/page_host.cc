@@ -165,7 +165,8 @@ bool PageHost::is_page(std::string_view path) {
          equal_ignoring_case(path.substr(path.size() - kEnding.size()), kEnding);
 }
 
-bool PageHost::admit(const PageRequest& request, std::function<void(SessionTurn)> ready) {
+bool PageHost::admit(const PageRequest& request, std::function<void(SessionTurn)> ready,
+                     std::function<bool()> wanted) {
   HostState& state = parts_->state();
   const std::string id = session_id_of(request);
   const auto path = id.empty() ? std::nullopt : resolved_path("", request.path);
@@ -174,9 +175,10 @@ bool PageHost::admit(const PageRequest& request, std::function<void(SessionTurn)
     ready(SessionTurn());
     return true;
   }
-  return state.sessions.admit(id, [ready = std::move(ready)](SessionStore::Turn turn) {
-    ready(SessionTurn(std::move(turn)));
-  });
+  return state.sessions.admit(
+      id,
+      [ready = std::move(ready)](SessionStore::Turn turn) { ready(SessionTurn(std::move(turn))); },
+      std::move(wanted));
 }
 
 PageAnswer PageHost::run(const PageRequest& request, SessionTurn turn, AnswerSink* sink) {

@@ -100,8 +100,9 @@ class PageHost {
   // Asks for the turn of the request's session. `ready` is called with it: at once on this thread
   // where the session is free or there is none, otherwise on the thread of the page that ran
   // before, so it should only hand on to a pool. False: too many wait for that session, and
-  // `ready` is never called.
-  bool admit(const PageRequest& request, std::function<void(SessionTurn)> ready);
+  // `ready` is never called. Where `wanted` says no, a request that waits makes room for others.
+  bool admit(const PageRequest& request, std::function<void(SessionTurn)> ready,
+             std::function<bool()> wanted = {});
 
   // Runs a page. Never throws what the page did: errors are answers and lines of the log. A page
   // that is not there: 404, or the not_found page.

@@ -3,6 +3,7 @@
 #define RK_PAGEHOST_PAGES_PAGE_REQUEST_H_
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -13,6 +14,7 @@ namespace rk::pagehost {
 using Headers = std::vector<std::pair<std::string, std::string>>;
 
 struct PageRequest {
+  std::string id;  // names the request in the log; empty: nothing does
   std::string method = "GET";
   // Virtual path of the page, percent-decoded once, beginning with "/", in the letter case of the
   // request: the default document's path where a folder was asked for.
@@ -47,6 +49,9 @@ struct PageAnswer {
 class AnswerSink {
  public:
   virtual ~AnswerSink() = default;
+  // `check` throws once the page must end: a write that waits for the visitor asks it now and
+  // then. Before the page runs.
+  virtual void wait_while(std::function<void()> check) = 0;
   // Once, before the first write: status and headers (the body there is empty).
   virtual void begin(const PageAnswer& head) = 0;
   virtual void write(std::string_view bytes) = 0;

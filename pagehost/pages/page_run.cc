@@ -54,6 +54,7 @@ PageRun::PageRun(HostState& host, const PageRequest& request, SessionStore::Turn
   services_.regexps = host.parts.regexps;
   services_.stack_floor = stack_floor();
   time_->set_place([this] { return place(); });
+  if (sink != nullptr) sink->wait_while([time = time_] { time->check(); });
 }
 
 PageRun::~PageRun() {
@@ -257,7 +258,7 @@ Ref<Object> PageRun::made(std::string_view program_identifier, const KnownError&
   const ObjectFactory* factory = host_.parts.programs->find(program_identifier);
   if (factory == nullptr) {
     if (host_.is_new_unknown_program(program_identifier)) {
-      host_.parts.log->note(place() + ": no class is served by the name '" +
+      host_.parts.log->note(log_mark() + place() + ": no class is served by the name '" +
                             std::string(program_identifier) + "'");
     }
     raise(otherwise);
@@ -325,18 +326,29 @@ void PageRun::fail_at_place(std::int32_t number, std::string text) {
   fail(std::move(failure), kHostSource);
 }
 
+// What lines of the log begin with, so that those of one request are found together.
+std::string PageRun::log_mark() const {
+  return sent_.id.empty() ? std::string() : "[" + sent_.id + "] ";
+}
+
+// A visitor who complains can tell which request it was.
+std::string PageRun::words_for_strangers() const {
+  std::string words = "The page could not be shown.";
+  if (!sent_.id.empty()) words += " Its number in the log is " + sent_.id + ".";
+  return words;
+}
+
 void PageRun::fail(PageFailure failure, std::string_view source) {
   if (failure.report.empty()) {
     failure.report = failure.path;
     if (failure.line > 0) failure.report += ":" + std::to_string(failure.line);
     failure.report += ": error " + error_number_text(failure.number) + ": " + failure.text;
   }
-  host_.parts.log->error(failure.report);
+  host_.parts.log->error(log_mark() + failure.report);
   const bool shown = may_see_errors(sent_, host_.options.show_errors);
-  response_->replace(
-      500, "Internal Server Error",
-      shown ? failure_page(failure, source)
-            : plain_page(500, "Internal Server Error", "The page could not be shown."));
+  response_->replace(500, "Internal Server Error",
+                     shown ? failure_page(failure, source)
+                           : plain_page(500, "Internal Server Error", words_for_strangers()));
 }
 
 }  // namespace rk::pagehost

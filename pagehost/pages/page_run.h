@@ -88,6 +88,8 @@ class PageRun final : public vbscript::Host, public PageServices, public Session
   Ref<Object> made(std::string_view program_identifier, const KnownError& otherwise);
   const ObjectDeclaration* declaration(std::string_view id, Scope scope) const;
   std::string place() const;
+  std::string log_mark() const;
+  std::string words_for_strangers() const;
   void fail(PageFailure failure, std::string_view source);
   void fail_at_place(std::int32_t number, std::string text);
 

@@ -1,6 +1,8 @@
 #include "pagehost/pages/session_store.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 namespace rk::pagehost {
@@ -31,16 +33,24 @@ std::int32_t secret_number(platform::Random& random) {
 
 }  // namespace
 
-bool SessionStore::admit(std::string_view id, Ready ready) {
+bool SessionStore::admit(std::string_view id, Ready ready, Wanted wanted) {
   Turn turn;
+  std::deque<Waiter> unwanted;  // let go without the lock
   {
     const std::lock_guard held(mutex_);
     const auto found = by_id_.find(std::string(id));
     if (found != by_id_.end()) {
       const std::shared_ptr<Entry>& entry = found->second;
       if (entry->in_use) {
+        if (entry->waiting.size() >= most_waiting_) {
+          const auto gone =
+              std::stable_partition(entry->waiting.begin(), entry->waiting.end(),
+                                    [](const Waiter& one) { return !one.wanted || one.wanted(); });
+          std::move(gone, entry->waiting.end(), std::back_inserter(unwanted));
+          entry->waiting.erase(gone, entry->waiting.end());
+        }
         if (entry->waiting.size() >= most_waiting_) return false;
-        entry->waiting.push_back(std::move(ready));
+        entry->waiting.push_back({std::move(ready), std::move(wanted)});
         return true;
       }
       if (clock_.steady() - entry->last_used < entry->session.timeout) turn = turn_of(entry);
@@ -56,7 +66,7 @@ SessionStore::Turn SessionStore::create() {
   entry->session.number = secret_number(random_);
   entry->session.timeout = timeout_;
   const std::lock_guard held(mutex_);
-  make_room();
+  if (by_id_.size() >= most_sessions_) drop_oldest();
   by_id_.emplace(entry->session.id, entry);
   entry->place = fresh_.insert(fresh_.end(), entry);
   entry->last_used = clock_.steady();
@@ -75,12 +85,13 @@ SessionStore::Turn SessionStore::turn_of(std::shared_ptr<Entry> entry) {
 }
 
 void SessionStore::give_back(const std::shared_ptr<Entry>& entry) {
-  std::deque<Ready> to_call;
+  std::deque<Waiter> to_call;
   Turn turn;
   {
     const std::lock_guard held(mutex_);
     entry->in_use = false;
     entry->last_used = clock_.steady();
+    count_bytes(*entry);
     if (entry->gone) {
       to_call.swap(entry->waiting);
     } else if (!entry->waiting.empty()) {
@@ -89,7 +100,7 @@ void SessionStore::give_back(const std::shared_ptr<Entry>& entry) {
       turn = turn_of(entry);
     }
   }
-  for (Ready& ready : to_call) ready(std::move(turn));
+  for (Waiter& waiter : to_call) waiter.ready(std::move(turn));
 }
 
 void SessionStore::remove(const Turn& turn) {
@@ -100,19 +111,31 @@ void SessionStore::remove(const Turn& turn) {
 
 void SessionStore::take_out(const std::shared_ptr<Entry>& entry) {
   entry->gone = true;
+  bytes_ -= std::exchange(entry->counted_bytes, 0);
   list_of(*entry).erase(entry->place);
   by_id_.erase(entry->session.id);
 }
 
-void SessionStore::make_room() {
-  if (by_id_.size() < most_sessions_) return;
+// False where all are in use.
+bool SessionStore::drop_oldest() {
   for (Entries* entries : {&fresh_, &returned_}) {
     for (const auto& entry : *entries) {
       if (entry->in_use) continue;
       take_out(std::shared_ptr<Entry>(entry));
       ++dropped_;
-      return;
+      return true;
     }
+  }
+  return false;
+}
+
+void SessionStore::count_bytes(Entry& entry) {
+  if (entry.gone) return;
+  bytes_ += entry.session.bytes - entry.counted_bytes;
+  entry.counted_bytes = entry.session.bytes;
+  // The entry's own session is not in use here; the one of a visitor who keeps little would not
+  // help, but it is the oldest that goes, whatever it keeps.
+  while (bytes_ > most_bytes_ && drop_oldest()) {
   }
 }
 

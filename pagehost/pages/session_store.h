@@ -25,6 +25,9 @@
 
 namespace rk::pagehost {
 
+// What all sessions keep together: a flood of visitors, each of whom makes a page store much.
+inline constexpr std::size_t kMaxSessionsBytes = std::size_t{512} << 20;
+
 struct Session {
   std::string id;
   std::int32_t number = 0;  // Session.SessionID
@@ -41,20 +44,25 @@ class SessionStore {
  public:
   using Turn = std::shared_ptr<Session>;
   using Ready = std::function<void(Turn)>;
+  using Wanted = std::function<bool()>;
 
   SessionStore(const platform::Clock& clock, platform::Random& random, std::chrono::minutes timeout,
-               std::size_t most_sessions, std::size_t most_waiting)
+               std::size_t most_sessions, std::size_t most_waiting,
+               std::size_t most_bytes = kMaxSessionsBytes)
       : clock_(clock),
         random_(random),
         timeout_(timeout),
         most_sessions_(most_sessions),
-        most_waiting_(most_waiting) {}
+        most_waiting_(most_waiting),
+        most_bytes_(most_bytes) {}
 
   // Calls `ready` with the session's turn, at once or on the thread that gives it back; with an
-  // empty turn where the identifier is unknown or its session ends before. False: too many wait.
-  bool admit(std::string_view id, Ready ready);
-  // A new session with its turn. Past the limit the one that was used least lately goes; sessions
-  // that a visitor came back to stay longest.
+  // empty turn where the identifier is unknown or its session ends before. False: too many wait,
+  // also without those that are no longer `wanted` (asked under the store's lock; they are called
+  // all the same as long as there is room for them).
+  bool admit(std::string_view id, Ready ready, Wanted wanted = {});
+  // A new session with its turn. Past the limits (of number, and of what all keep together) the
+  // one that was used least lately goes; sessions that a visitor came back to stay longest.
   Turn create();
   // Takes a session out; what still holds its turn may finish.
   void remove(const Turn& turn);
@@ -67,13 +75,18 @@ class SessionStore {
 
  private:
   using Moment = std::chrono::steady_clock::time_point;
+  struct Waiter {
+    Ready ready;
+    Wanted wanted;
+  };
   struct Entry {
     Session session;
     bool in_use = false;
     bool returned = false;  // a second request came
     bool gone = false;
     Moment last_used{};
-    std::deque<Ready> waiting;
+    std::size_t counted_bytes = 0;  // of bytes_
+    std::deque<Waiter> waiting;
     std::list<std::shared_ptr<Entry>>::iterator place;
   };
   using Entries = std::list<std::shared_ptr<Entry>>;
@@ -82,7 +95,8 @@ class SessionStore {
   void give_back(const std::shared_ptr<Entry>& entry);
   void take_out(const std::shared_ptr<Entry>& entry);
   Entries& list_of(const Entry& entry) { return entry.returned ? returned_ : fresh_; }
-  void make_room();
+  bool drop_oldest();
+  void count_bytes(Entry& entry);
   std::vector<Turn> take_if(const std::function<bool(const Entry&)>& wanted);
 
   const platform::Clock& clock_;
@@ -90,6 +104,8 @@ class SessionStore {
   std::chrono::minutes timeout_;
   std::size_t most_sessions_;
   std::size_t most_waiting_;
+  std::size_t most_bytes_;
+  std::size_t bytes_ = 0;  // of the contents of all sessions, each as its last page left it
   mutable std::mutex mutex_;
   std::unordered_map<std::string, std::shared_ptr<Entry>> by_id_;
   Entries fresh_;  // the least lately used first

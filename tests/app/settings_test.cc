@@ -46,6 +46,7 @@ TEST(Settings, EveryKindOfValueIsRead) {
       "session_samesite = strict\r\n"
       "show_errors = none\r\n"
       "access_log = log/access.txt\r\n"
+      "error_log = /var/log/shop.log\r\n"
       "not_found = /404.asp\r\n"
       "[text]\n"
       "page_codepage = 936\n"
@@ -59,11 +60,23 @@ TEST(Settings, EveryKindOfValueIsRead) {
   EXPECT_EQ(settings.server.session_samesite, "Strict");
   EXPECT_EQ(settings.server.show_errors, ErrorViewers::None);
   EXPECT_EQ(settings.server.access_log, "/site/log/access.txt");
+  EXPECT_EQ(settings.server.error_log, "/var/log/shop.log");
   EXPECT_EQ(settings.server.not_found, "/404.asp");
   EXPECT_EQ(settings.text.page_codepage, 936);
   EXPECT_EQ(settings.text.template_codepage, kAuto);
   EXPECT_EQ(settings.data.folders, (std::vector<std::string>{"/site/../other", "/srv/data"}));
   EXPECT_EQ(settings.endpoints.filing, "http://127.0.0.1:9001");
+}
+
+TEST(Settings, ProxiesAreAddressesAndNetworks) {
+  const Settings settings = parsed("[server]\ntrusted_proxies = 127.0.0.1; 10.0.0.0/8 ;::1\n");
+  ASSERT_EQ(settings.server.trusted_proxies.size(), 3u);
+  EXPECT_TRUE(http::contains(settings.server.trusted_proxies[1], "10.9.9.9"));
+  EXPECT_FALSE(http::contains(settings.server.trusted_proxies[0], "10.9.9.9"));
+  EXPECT_TRUE(parsed("[server]\ntrusted_proxies =\n").server.trusted_proxies.empty());
+  EXPECT_EQ(failure("[server]\ntrusted_proxies = localhost"),
+            "rkclient.ini:2: trusted_proxies = \"localhost\": allowed is addresses or networks "
+            "between \";\", such as 127.0.0.1; 10.0.0.0/8; ::1");
 }
 
 TEST(Settings, AnAddressLosesTheSlashesAtItsEnd) {

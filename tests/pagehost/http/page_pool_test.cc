@@ -100,6 +100,43 @@ TEST(PagePool, PastItsThreadsTasksWaitAndPastItsQueueTheyAreRefused) {
   EXPECT_EQ(ran.load(), 5);
 }
 
+class Abandoned final : public PageTask {
+ public:
+  void run() noexcept override { ran = true; }
+  bool is_abandoned() const noexcept override { return true; }
+  bool ran = false;
+};
+
+TEST(PagePool, TasksThatNobodyWaitsForMakeRoomInAFullQueue) {
+  std::promise<void> started;
+  std::promise<void> gate;
+  const auto left = std::make_shared<Abandoned>();
+  std::atomic<int> ran{0};
+  {
+    PagePool pool(options(1, 2));
+    pool.submit(task([&] {
+      started.set_value();
+      gate.get_future().wait();
+    }));
+    started.get_future().wait();
+    ASSERT_TRUE(pool.submit(left));
+    ASSERT_TRUE(pool.submit(task([&] { ++ran; })));
+    EXPECT_EQ(pool.waiting(), 2u);
+    std::promise<void> last;
+    ASSERT_TRUE(pool.submit(task([&] {
+      ++ran;
+      last.set_value();
+    })));
+    EXPECT_EQ(pool.waiting(), 2u);
+    EXPECT_EQ(left.use_count(), 1) << "what nobody waits for is let go";
+    EXPECT_FALSE(pool.submit(task([&] { ++ran; })));
+    gate.set_value();
+    last.get_future().wait();
+  }
+  EXPECT_EQ(ran.load(), 2);
+  EXPECT_FALSE(left->ran);
+}
+
 TEST(PagePool, TheEndOfThePoolWaitsForWhatRuns) {
   std::promise<void> started;
   std::promise<void> gate;

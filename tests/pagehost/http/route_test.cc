@@ -38,6 +38,16 @@ TEST_F(RouteTest, AFolderWithoutItsSlashLeadsToItself) {
   EXPECT_EQ(of("/shop"), "folder /shop");
 }
 
+TEST_F(RouteTest, AFoldersRedirectKeepsTheQueryStringAndEncodesThePath) {
+  const auto location = [](std::string_view path, std::string_view query) {
+    return folder_redirect(path, query).headers.back().second;
+  };
+  EXPECT_EQ(folder_redirect("/shop", "").status, 301);
+  EXPECT_EQ(location("/shop", ""), "/shop/");
+  EXPECT_EQ(location("/shop", "a=%20&b"), "/shop/?a=%20&b");
+  EXPECT_EQ(location("/a b\r\n", ""), "/a%20b%0D%0A/");
+}
+
 TEST_F(RouteTest, APageIsThePageHostsWhetherItIsThereOrNot) {
   EXPECT_EQ(of("/index.asp"), "page /index.asp");
   EXPECT_EQ(of("/none.asp"), "page /none.asp");

@@ -14,6 +14,7 @@ namespace {
 // Keeps what was sent before the end.
 class KeepingSink final : public AnswerSink {
  public:
+  void wait_while(std::function<void()>) override {}
   void begin(const PageAnswer& answer) override {
     head = answer;
     ++begun;

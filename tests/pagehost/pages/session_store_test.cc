@@ -89,6 +89,47 @@ TEST_F(Sessions, TooManyThatWaitAreTurnedAway) {
   EXPECT_EQ(called, 0);
 }
 
+TEST_F(Sessions, RequestsThatNobodyWaitsForAnyMoreMakeRoom) {
+  const std::string id = made();
+  std::vector<int> called;
+  bool second_wanted = true;
+  SessionStore::Turn first = turn(id);
+  const auto note = [&](int number) {
+    return [&called, number](SessionStore::Turn) { called.push_back(number); };
+  };
+  ASSERT_TRUE(store_.admit(id, note(1)));
+  ASSERT_TRUE(store_.admit(id, note(2), [&] { return second_wanted; }));
+  EXPECT_FALSE(store_.admit(id, note(3)));
+  second_wanted = false;
+  EXPECT_TRUE(store_.admit(id, note(4)));
+  first.reset();
+  EXPECT_EQ(called, (std::vector<int>{1, 4}));
+}
+
+TEST_F(Sessions, WhatAllKeepTogetherIsBounded) {
+  SessionStore store(clock_, random_, 20min, 100, 2, 1000);
+  std::vector<std::string> ids;
+  for (int i = 0; i < 5; ++i) {
+    const SessionStore::Turn kept = store.create();
+    ids.push_back(kept->id);
+    kept->bytes = 300;
+  }
+  EXPECT_EQ(store.size(), 3u) << "300 bytes each, 1000 at most";
+  EXPECT_EQ(store.take_dropped(), 2u);
+  const auto is_there = [&](const std::string& id) {
+    bool there = false;
+    store.admit(id, [&](const SessionStore::Turn& turn) { there = turn != nullptr; });
+    return there;
+  };
+  EXPECT_FALSE(is_there(ids[0]));
+  EXPECT_FALSE(is_there(ids[1]));
+  EXPECT_TRUE(is_there(ids[4]));
+  store.admit(ids[4], [](const SessionStore::Turn& turn) { turn->bytes = 100; });
+  const SessionStore::Turn more = store.create();
+  more->bytes = 290;
+  EXPECT_EQ(store.size(), 4u);
+}
+
 TEST_F(Sessions, WhoWaitedForARemovedSessionGetsNone) {
   const std::string id = made();
   SessionStore::Turn first = turn(id);
