@@ -14,6 +14,7 @@
 #include "adapters/posix/random.h"
 #include "adapters/posix/sockets.h"
 #include "adapters/sqlite/engine.h"
+#include "adapters/xml/documents.h"
 #include "app/program.h"
 #include "classes/program_ids.h"
 #include "pagehost/components/components.h"
@@ -167,6 +168,7 @@ struct Site::Parts {
   std::shared_ptr<platform::Database> make_database(
       const std::shared_ptr<const pagehost::PageWatch>& watch);
   classes::LogFolder found_log_folder() const;
+  std::shared_ptr<curl::CurlHttp> http_client(pagehost::PageServices& page);
   classes::Equipment equipment(pagehost::PageServices& page);
   void note_host(pagehost::PageServices& page);
 
@@ -176,6 +178,7 @@ struct Site::Parts {
   posix::PosixClock clock;
   posix::SystemRandom random;
   pcre2::Regexps regexps;
+  xml::Documents xml;
   posix::PosixFiles files;
   PosixSiteFiles site_files;
   sqlite::Engine engine;
@@ -188,7 +191,10 @@ struct Site::Parts {
 };
 
 void Site::Parts::add_programs() {
-  pagehost::add_components(programs);
+  pagehost::ComponentParts parts;
+  parts.xml = &xml;
+  parts.http = [this](pagehost::PageServices& page) { return http_client(page); };
+  pagehost::add_components(programs, parts);
   for (const classes::ProgramId& id : classes::program_ids()) {
     const bool watched =
         options.name_unowned_hosts && equal_ignoring_case(id.name, kStorefrontClass);
@@ -213,7 +219,7 @@ classes::LogFolder Site::Parts::found_log_folder() const {
   return {std::make_shared<posix::PosixFiles>(roots, code_pages), found.value_or(named)};
 }
 
-classes::Equipment Site::Parts::equipment(pagehost::PageServices& page) {
+std::shared_ptr<curl::CurlHttp> Site::Parts::http_client(pagehost::PageServices& page) {
   const std::shared_ptr<const pagehost::PageWatch> watch = page.watch();
   curl::FetchLimits limits;
   const std::chrono::seconds page_time(options.settings.server.page_seconds);
@@ -223,13 +229,18 @@ classes::Equipment Site::Parts::equipment(pagehost::PageServices& page) {
   limits.ca_file = options.settings.fetch.ca_file;
   limits.user_agent = "Rkclient/" + options.version;
   limits.max_body_bytes = options.settings.fetch.max_body_bytes;
+  return std::make_shared<curl::CurlHttp>(std::move(limits));
+}
+
+classes::Equipment Site::Parts::equipment(pagehost::PageServices& page) {
+  const std::shared_ptr<const pagehost::PageWatch> watch = page.watch();
   return {clock,
           random,
           code_pages,
           profile_strings,
           deployment,
           log_folder,
-          std::make_shared<curl::CurlHttp>(std::move(limits)),
+          http_client(page),
           std::make_shared<posix::Sockets>([watch] { watch->check(); })};
 }
 
@@ -273,6 +284,7 @@ Site::Site(SiteOptions options, pagehost::Log& log) {
     throw CommandFailure("time zone \"" + zone + "\" is not known to this system");
   }
   curl::start_curl();
+  xml::start_xml();
   parts_ = std::make_unique<Parts>(std::move(options), log);
 }
 

@@ -22,6 +22,7 @@ set(RK_LIBS_adapters_sqlite sqlite3)
 set(RK_LIBS_adapters_codepage icuuc icudata)
 set(RK_LIBS_adapters_pcre2 pcre2-16)
 set(RK_LIBS_adapters_curl curl)
+set(RK_LIBS_adapters_xml LibXml2::LibXml2)
 set(RK_LIBS_pagehost_http Threads::Threads)
 set(RK_LIBS_pagehost_pages Threads::Threads)
 

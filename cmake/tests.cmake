@@ -67,3 +67,8 @@ endif()
 if(TARGET jetsql_tests)
   target_link_libraries(jetsql_tests PRIVATE sqlite3)
 endif()
+
+# The pages of tests/pages/ and the DOM objects are run on the real XML engine.
+if(TARGET pagehost_components_tests)
+  target_link_libraries(pagehost_components_tests PRIVATE rk_adapters_xml)
+endif()

@@ -13,6 +13,9 @@ namespace rk::curl {
 
 namespace {
 
+using platform::HttpAnswer;
+using platform::HttpFailure;
+using platform::HttpRequest;
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
@@ -36,25 +39,43 @@ constexpr int kLookMilliseconds = 100;
 // libcurl's own limit of connecting, five minutes where none is set, is not one of the phases.
 constexpr milliseconds kWholeDay = std::chrono::hours(24);
 
+struct ListDeleter {
+  void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+};
+using List = std::unique_ptr<curl_slist, ListDeleter>;
+
 struct Answer {
   std::size_t max_bytes;
+  std::string head;  // of the last answer, whole lines
   std::string body;
   bool head_ended = false;
+  bool too_large = false;
 };
 
 // A connection that ends within the head reads to libcurl as an answer without a body.
 std::size_t take_head(char* bytes, std::size_t size, std::size_t count, void* data) {
   const std::string_view line(bytes, size * count);
-  bool& head_ended = static_cast<Answer*>(data)->head_ended;
-  if (line == "\r\n" || line == "\n") head_ended = true;
-  if (line.starts_with("HTTP/")) head_ended = false;  // the next one of a redirect
+  auto& answer = *static_cast<Answer*>(data);
+  if (line == "\r\n" || line == "\n") answer.head_ended = true;
+  if (line.starts_with("HTTP/")) {  // the next one of a redirect
+    answer.head_ended = false;
+    answer.head.clear();
+  }
+  answer.too_large = line.size() > kMaxHeadBytes - answer.head.size();
+  if (answer.too_large) return 0;
+  try {
+    answer.head.append(line);
+  } catch (const std::bad_alloc&) {  // nothing may pass through libcurl
+    return 0;
+  }
   return line.size();
 }
 
 std::size_t take_body(char* bytes, std::size_t size, std::size_t count, void* data) {
   auto& answer = *static_cast<Answer*>(data);
   const std::size_t more = size * count;
-  if (more > answer.max_bytes - answer.body.size()) return 0;
+  answer.too_large = more > answer.max_bytes - answer.body.size();
+  if (answer.too_large) return 0;
   try {
     answer.body.append(bytes, more);
   } catch (const std::bad_alloc&) {  // nothing may pass through libcurl
@@ -96,10 +117,12 @@ class Phase {
   Moved moved() const {
     long header_bytes = 0;
     curl_off_t body_bytes = 0;
+    curl_off_t sent_bytes = 0;
     curl_easy_getinfo(easy_, CURLINFO_HEADER_SIZE, &header_bytes);
     curl_easy_getinfo(easy_, CURLINFO_SIZE_DOWNLOAD_T, &body_bytes);
+    curl_easy_getinfo(easy_, CURLINFO_SIZE_UPLOAD_T, &sent_bytes);
     return {passed(CURLINFO_NAMELOOKUP_TIME_T), passed(CURLINFO_CONNECT_TIME_T),
-            passed(CURLINFO_PRETRANSFER_TIME_T), header_bytes + body_bytes};
+            passed(CURLINFO_PRETRANSFER_TIME_T), header_bytes + body_bytes + sent_bytes};
   }
   std::optional<milliseconds> longest_of(const platform::HttpTimeouts& timeouts) const {
     if (last_.sent) return timeouts.receive;
@@ -137,21 +160,22 @@ void set_up(CURL* easy, CURLU* address, const std::string& scheme, const FetchLi
   curl_easy_setopt(easy, CURLOPT_TIMEOUT_MS, static_cast<long>(left.count()));
 }
 
-// Runs a fetch to its end; whether it ended well. What `still_running` throws passes through.
-bool carried_out(CURLM* multi, CURL* easy, const FetchLimits& limits,
-                 const platform::HttpTimeouts& timeouts) {
+// Runs a fetch to its end, and how it ended. What `still_running` throws passes through.
+CURLcode carried_out(CURLM* multi, CURL* easy, const FetchLimits& limits,
+                     const platform::HttpTimeouts& timeouts) {
   Phase phase(easy);
   while (true) {
     if (limits.still_running) limits.still_running();
     int running = 0;
-    if (curl_multi_perform(multi, &running) != CURLM_OK) return false;
+    if (curl_multi_perform(multi, &running) != CURLM_OK) return CURLE_OUT_OF_MEMORY;
     if (running == 0) break;
-    if (phase.is_over(timeouts)) return false;
+    if (phase.is_over(timeouts)) return CURLE_OPERATION_TIMEDOUT;
     curl_multi_poll(multi, nullptr, 0, kLookMilliseconds, nullptr);
   }
   int left = 0;
   const CURLMsg* message = curl_multi_info_read(multi, &left);
-  return message != nullptr && message->msg == CURLMSG_DONE && message->data.result == CURLE_OK;
+  const bool done = message != nullptr && message->msg == CURLMSG_DONE;
+  return done ? message->data.result : CURLE_RECV_ERROR;
 }
 
 // Takes an easy handle out of a multi handle before either goes.
@@ -169,6 +193,94 @@ class Membership {
   CURL* easy_;
 };
 
+HttpFailure failure_of(CURLcode code, const Answer& answer) {
+  if (answer.too_large) return HttpFailure::TooLarge;
+  switch (code) {
+    case CURLE_COULDNT_RESOLVE_HOST:
+    case CURLE_COULDNT_RESOLVE_PROXY:
+      return HttpFailure::NoSuchHost;
+    case CURLE_COULDNT_CONNECT:
+      return HttpFailure::NotConnected;
+    case CURLE_OPERATION_TIMEDOUT:
+      return HttpFailure::TimedOut;
+    case CURLE_PEER_FAILED_VERIFICATION:
+    case CURLE_SSL_CONNECT_ERROR:
+    case CURLE_SSL_CACERT_BADFILE:
+      return HttpFailure::BadCertificate;
+    case CURLE_UNSUPPORTED_PROTOCOL:
+      return HttpFailure::OtherScheme;
+    case CURLE_URL_MALFORMAT:
+      return HttpFailure::BadAddress;
+    default:
+      return HttpFailure::BadAnswer;
+  }
+}
+
+std::string_view trimmed(std::string_view text) {
+  const auto from = text.find_first_not_of(" \t\r\n");
+  if (from == std::string_view::npos) return {};
+  return text.substr(from, text.find_last_not_of(" \t\r\n") - from + 1);
+}
+
+// "HTTP/1.1 200 OK" and its headers, each a line.
+void read_head(std::string_view head, HttpAnswer& answer) {
+  while (!head.empty()) {
+    const std::size_t end = std::min(head.find('\n'), head.size());
+    const std::string_view line = trimmed(head.substr(0, end));
+    head.remove_prefix(std::min(end + 1, head.size()));
+    const std::size_t colon = line.find(':');
+    if (line.starts_with("HTTP/")) {
+      const std::size_t code = std::min(line.find(' '), line.size());
+      answer.reason = trimmed(line.substr(std::min(code + 5, line.size())));
+    } else if (colon != std::string_view::npos) {
+      answer.headers.emplace_back(trimmed(line.substr(0, colon)), trimmed(line.substr(colon + 1)));
+    }
+  }
+}
+
+// The request's own headers, and without the ones that libcurl would add by itself.
+List header_list(const HttpRequest& request) {
+  List list;
+  const auto add = [&](const std::string& line) {
+    curl_slist* longer = curl_slist_append(list.get(), line.c_str());
+    if (longer == nullptr) throw std::bad_alloc();
+    static_cast<void>(list.release());
+    list.reset(longer);
+  };
+  bool has_type = false;
+  for (const auto& [name, value] : request.headers) {
+    add(value.empty() ? name + ";" : name + ": " + value);
+    has_type = has_type || equal_ignoring_case(name, "content-type");
+  }
+  if (!has_type) add("Content-Type:");
+  add("Expect:");
+  return list;
+}
+
+void set_up_request(CURL* easy, const HttpRequest& request, curl_slist* headers) {
+  curl_easy_setopt(easy, CURLOPT_HTTPHEADER, headers);
+  if (request.method == "HEAD") {
+    curl_easy_setopt(easy, CURLOPT_NOBODY, 1L);
+  } else if (request.method != "GET" || !request.body.empty()) {
+    curl_easy_setopt(easy, CURLOPT_POSTFIELDSIZE_LARGE,
+                     static_cast<curl_off_t>(request.body.size()));
+    curl_easy_setopt(easy, CURLOPT_POSTFIELDS, request.body.c_str());
+    // Set by hand, the method would be sent again to where a redirect leads.
+    if (request.method != "POST") {
+      curl_easy_setopt(easy, CURLOPT_CUSTOMREQUEST, request.method.c_str());
+    }
+  }
+  if (!request.follow_redirects) curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 0L);
+  if (!request.check_certificate) {
+    curl_easy_setopt(easy, CURLOPT_SSL_VERIFYPEER, 0L);
+    curl_easy_setopt(easy, CURLOPT_SSL_VERIFYHOST, 0L);
+  }
+  if (request.user_agent) curl_easy_setopt(easy, CURLOPT_USERAGENT, request.user_agent->c_str());
+  if (request.user.empty()) return;
+  curl_easy_setopt(easy, CURLOPT_USERNAME, request.user.c_str());
+  curl_easy_setopt(easy, CURLOPT_PASSWORD, request.password.c_str());
+}
+
 }  // namespace
 
 void start_curl() {
@@ -177,30 +289,48 @@ void start_curl() {
 
 std::optional<std::string> CurlHttp::body_of(std::string_view address,
                                              const platform::HttpTimeouts& timeouts) {
-  const std::string scheme = lowered_ascii(scheme_of(address));
-  if (scheme != "http" && scheme != "https") return std::nullopt;
-  if (address.find('\0') != std::string_view::npos) return std::nullopt;
+  HttpRequest request;
+  request.address = address;
+  request.timeouts = timeouts;
+  auto answer = send(request);
+  if (std::holds_alternative<HttpFailure>(answer)) return std::nullopt;
+  return std::move(std::get<HttpAnswer>(answer).body);
+}
+
+std::variant<HttpAnswer, HttpFailure> CurlHttp::send(const HttpRequest& request) {
+  const std::string scheme = lowered_ascii(scheme_of(request.address));
+  if (request.address.find('\0') != std::string::npos) return HttpFailure::BadAddress;
+  if (scheme != "http" && scheme != "https") return HttpFailure::OtherScheme;
   const milliseconds left = limits_.time_left ? limits_.time_left() : kWholeDay;
-  if (left <= milliseconds::zero()) return std::nullopt;
+  if (left <= milliseconds::zero()) return HttpFailure::TimedOut;
   const Address parsed(curl_url());
   const Easy easy(curl_easy_init());
   const Multi multi(curl_multi_init());
-  if (!parsed || !easy || !multi) return std::nullopt;
+  if (!parsed || !easy || !multi) throw std::bad_alloc();
   // A blank goes out as it stands, as the rest of the address does.
-  const std::string text(address);
-  if (curl_url_set(parsed.get(), CURLUPART_URL, text.c_str(), CURLU_ALLOW_SPACE) != CURLUE_OK) {
-    return std::nullopt;
+  if (curl_url_set(parsed.get(), CURLUPART_URL, request.address.c_str(), CURLU_ALLOW_SPACE) !=
+      CURLUE_OK) {
+    return HttpFailure::BadAddress;
   }
   set_up(easy.get(), parsed.get(), scheme, limits_, left);
-  Answer answer{limits_.max_body_bytes, {}};
+  const List headers = header_list(request);
+  set_up_request(easy.get(), request, headers.get());
+  Answer answer{limits_.max_body_bytes, {}, {}};
   curl_easy_setopt(easy.get(), CURLOPT_HEADERFUNCTION, take_head);
   curl_easy_setopt(easy.get(), CURLOPT_HEADERDATA, &answer);
   curl_easy_setopt(easy.get(), CURLOPT_WRITEFUNCTION, take_body);
   curl_easy_setopt(easy.get(), CURLOPT_WRITEDATA, &answer);
   const Membership membership(multi.get(), easy.get());
-  if (!carried_out(multi.get(), easy.get(), limits_, timeouts)) return std::nullopt;
-  if (!answer.head_ended) return std::nullopt;
-  return std::move(answer.body);
+  const CURLcode ended = carried_out(multi.get(), easy.get(), limits_, request.timeouts);
+  if (ended != CURLE_OK) return failure_of(ended, answer);
+  if (!answer.head_ended) return HttpFailure::BadAnswer;
+  HttpAnswer out;
+  long status = 0;
+  curl_easy_getinfo(easy.get(), CURLINFO_RESPONSE_CODE, &status);
+  out.status = static_cast<int>(status);
+  out.body = std::move(answer.body);
+  read_head(answer.head, out);
+  return out;
 }
 
 }  // namespace rk::curl

@@ -8,6 +8,9 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
 
 #include "platform/http.h"
 
@@ -15,6 +18,8 @@ namespace rk::curl {
 
 // A body past this reads as no answer; lookups answer in kilobytes, and a page holds the whole.
 inline constexpr std::size_t kMaxBodyBytes = std::size_t{16} << 20;
+// The head of an answer, of which honest servers send some KiB.
+inline constexpr std::size_t kMaxHeadBytes = std::size_t{256} << 10;
 // A redirect chain of honest servers is shorter.
 inline constexpr long kMaxRedirects = 10;
 
@@ -30,12 +35,14 @@ struct FetchLimits {
   std::string user_agent;  // empty: none is sent
 };
 
-class CurlHttp final : public platform::Http {
+class CurlHttp final : public platform::Http, public platform::HttpClient {
  public:
   explicit CurlHttp(FetchLimits limits) : limits_(std::move(limits)) {}
 
   std::optional<std::string> body_of(std::string_view address,
                                      const platform::HttpTimeouts& timeouts) override;
+  std::variant<platform::HttpAnswer, platform::HttpFailure> send(
+      const platform::HttpRequest& request) override;
 
  private:
   FetchLimits limits_;

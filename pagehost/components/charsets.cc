@@ -7,6 +7,23 @@
 #include "value/text.h"
 
 namespace rk::pagehost {
+namespace {
+
+std::string latin1_text(std::string_view bytes) {
+  std::string out;
+  for (const char c : bytes) append_code_point(out, static_cast<unsigned char>(c));
+  return out;
+}
+
+std::string latin1_bytes(std::string_view utf8) {
+  std::string out;
+  for (const char16_t unit : Text(utf8).units()) {
+    out += unit < 256 ? static_cast<char>(unit) : '?';
+  }
+  return out;
+}
+
+}  // namespace
 
 std::optional<int> code_page_of_charset(std::string_view name) {
   static constexpr auto kNames = std::to_array<std::pair<std::string_view, int>>({
@@ -41,6 +58,22 @@ std::optional<int> code_page_of_charset(std::string_view name) {
     if (equal_ignoring_case(known, name)) return code_page;
   }
   return std::nullopt;
+}
+
+std::string charset_decoded(std::string_view bytes, int code_page,
+                            const platform::CodePages& code_pages) {
+  if (code_page == kUtf16) return Text::from_bytes(bytes).string();
+  if (code_page == kLatin1) return latin1_text(bytes);
+  if (code_page == platform::kUtf8 && is_valid_utf8(bytes)) return std::string(bytes);
+  return code_pages.to_utf8(bytes, code_page);
+}
+
+std::string charset_encoded(std::string_view utf8, int code_page,
+                            const platform::CodePages& code_pages) {
+  if (code_page == kUtf16) return Text(utf8).bytes();
+  if (code_page == kLatin1) return latin1_bytes(utf8);
+  if (code_page == platform::kUtf8) return std::string(utf8);
+  return code_pages.from_utf8(utf8, code_page);
 }
 
 }  // namespace rk::pagehost

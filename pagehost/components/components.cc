@@ -4,23 +4,55 @@
 #include "pagehost/components/connection_object.h"
 #include "pagehost/components/dictionary.h"
 #include "pagehost/components/file_system.h"
+#include "pagehost/components/http_request_object.h"
 #include "pagehost/components/recordset_object.h"
 #include "pagehost/components/stream_object.h"
+#include "pagehost/components/xml_document.h"
 
 namespace rk::pagehost {
 namespace {
 
 FileSystem system_of(PageServices& page) {
-  return {&page.files(), &page.code_pages(), page.ansi_code_page()};
+  return {&page.files(), &page.code_pages(), page.ansi_code_page(), page.memory()};
 }
 
 Ref<Object> file_system(PageServices& page) {
   return make_ref<FileSystemObject>(system_of(page), page.random(), page.clock(), page.site_root());
 }
 
+XmlServices xml_services(PageServices& page, const ComponentParts& parts) {
+  return {parts.xml, system_of(page), page.site_root(), parts.http ? parts.http(page) : nullptr};
+}
+
+void add_xml(Programs& programs, const ComponentParts& parts) {
+  const auto document = [parts](PageServices& page) {
+    return make_ref<XmlDocumentObject>(xml_services(page, parts));
+  };
+  for (const std::string_view name :
+       {"MSXML2.DOMDocument", "MSXML2.FreeThreadedDOMDocument", "MSXML.DOMDocument",
+        "Microsoft.XMLDOM", "Microsoft.FreeThreadedXMLDOM"}) {
+    programs.add(name, document);
+  }
+}
+
+void add_http(Programs& programs, const ComponentParts& parts) {
+  const auto made = [parts](HttpFlavour flavour) {
+    return [parts, flavour](PageServices& page) {
+      return make_ref<HttpRequestObject>(flavour, xml_services(page, parts));
+    };
+  };
+  for (const std::string_view name :
+       {"MSXML2.ServerXMLHTTP", "MSXML2.XMLHTTP", "Microsoft.XMLHTTP", "Microsoft.ServerXMLHTTP"}) {
+    programs.add(name, made(HttpFlavour::Xml));
+  }
+  programs.add("WinHttp.WinHttpRequest", made(HttpFlavour::Plain));
+}
+
 }  // namespace
 
-void add_components(Programs& programs) {
+void add_components(Programs& programs, const ComponentParts& parts) {
+  if (parts.xml != nullptr) add_xml(programs, parts);
+  if (parts.http) add_http(programs, parts);
   programs.add("Scripting.Dictionary", [](PageServices&) { return make_ref<Dictionary>(); });
   programs.add("Scripting.FileSystemObject", file_system);
   programs.add("ADODB.Connection",

@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "pagehost/components/text_stream.h"
 #include "pagehost/pages/tabled_object.h"
@@ -18,7 +19,10 @@ class FileSystemObject final : public TabledObject<FileSystemObject> {
  public:
   FileSystemObject(FileSystem system, platform::Random& random, const platform::Clock& clock,
                    std::string site_root)
-      : system_(system), random_(random), clock_(clock), site_root_(std::move(site_root)) {}
+      : system_(std::move(system)),
+        random_(random),
+        clock_(clock),
+        site_root_(std::move(site_root)) {}
   std::string_view type_name() const override { return "FileSystemObject"; }
   static std::span<const Member<FileSystemObject>> members();
 

@@ -18,20 +18,6 @@ constexpr std::int32_t kSaveOverwrite = 2;
 constexpr KnownError kNotOpened{3002, "File could not be opened."};
 constexpr KnownError kNotWritten{3004, "Write to file failed."};
 
-std::string latin1_text(std::string_view bytes) {
-  std::string out;
-  for (const char c : bytes) append_code_point(out, static_cast<unsigned char>(c));
-  return out;
-}
-
-std::string latin1_bytes(std::string_view utf8) {
-  std::string out;
-  for (const char16_t unit : Text(utf8).units()) {
-    out += unit < 256 ? static_cast<char>(unit) : '?';
-  }
-  return out;
-}
-
 }  // namespace
 
 std::span<const Member<StreamObject>> StreamObject::members() {
@@ -62,6 +48,13 @@ std::span<const Member<StreamObject>> StreamObject::members() {
   return kMembers;
 }
 
+StreamObject::StreamObject(const FileSystem& system, std::string bytes) : StreamObject(system) {
+  held_.set(bytes.size());
+  bytes_ = std::move(bytes);
+  type_ = Type::Binary;
+  open_ = true;
+}
+
 void StreamObject::must_be_open() const {
   if (!open_) raise(errors::kObjectClosed);
 }
@@ -83,6 +76,8 @@ Value StreamObject::close(const Call&) {
   must_be_open();
   open_ = false;
   bytes_.clear();
+  bytes_.shrink_to_fit();
+  held_.set(0);
   at_ = 0;
   return {};
 }
@@ -124,7 +119,7 @@ Value StreamObject::position(const Call& call) {
     raise(errors::kInvalidArgument);
   }
   at_ = static_cast<std::size_t>(place);
-  if (at_ > bytes_.size()) bytes_.resize(at_);
+  if (at_ > bytes_.size()) resize(at_);
   return {};
 }
 
@@ -140,7 +135,7 @@ Value StreamObject::eos(const Call&) {
 
 Value StreamObject::set_eos(const Call&) {
   must_be_open();
-  bytes_.resize(at_);
+  resize(at_);
   return {};
 }
 
@@ -175,19 +170,11 @@ void StreamObject::pass_mark() {
 }
 
 std::string StreamObject::decoded(std::string_view bytes) const {
-  const int code_page = *code_page_of_charset(charset_);
-  if (code_page == kUtf16) return Text::from_bytes(bytes).string();
-  if (code_page == kLatin1) return latin1_text(bytes);
-  if (code_page == platform::kUtf8 && is_valid_utf8(bytes)) return std::string(bytes);
-  return system_.code_pages->to_utf8(bytes, code_page);
+  return charset_decoded(bytes, *code_page_of_charset(charset_), *system_.code_pages);
 }
 
 std::string StreamObject::encoded(std::string_view utf8) const {
-  const int code_page = *code_page_of_charset(charset_);
-  if (code_page == kUtf16) return Text(utf8).bytes();
-  if (code_page == kLatin1) return latin1_bytes(utf8);
-  if (code_page == platform::kUtf8) return std::string(utf8);
-  return system_.code_pages->from_utf8(utf8, code_page);
+  return charset_encoded(utf8, *code_page_of_charset(charset_), *system_.code_pages);
 }
 
 std::string_view StreamObject::separator() const {
@@ -211,7 +198,10 @@ Value StreamObject::read_text(const Call& call) {
   const std::int32_t most = call.number_or(0, kReadAll);
   if (most == kReadLine) return Value::text(next_line());
   pass_mark();
-  const Text rest(decoded(std::string_view(bytes_).substr(std::min(at_, bytes_.size()))));
+  const std::string_view left = std::string_view(bytes_).substr(std::min(at_, bytes_.size()));
+  // A unit takes three bytes at most: what is far behind the part need not be read for it.
+  const std::size_t enough = most < 0 ? left.size() : static_cast<std::size_t>(most) * 3 + 4;
+  const Text rest(decoded(left.substr(0, enough)));
   if (most < 0 || static_cast<std::size_t>(most) >= rest.length()) {
     at_ = bytes_.size();
     return Value::text(rest);
@@ -221,10 +211,15 @@ Value StreamObject::read_text(const Call& call) {
   return Value::text(part);
 }
 
+void StreamObject::resize(std::size_t bytes) {
+  held_.set(bytes);
+  bytes_.resize(bytes);
+}
+
 // Over what is there, and behind its end.
 void StreamObject::put(std::string_view bytes) {
   if (at_ + bytes.size() > kMaxStreamBytes) raise(errors::kOutOfMemory);
-  if (at_ + bytes.size() > bytes_.size()) bytes_.resize(at_ + bytes.size());
+  if (at_ + bytes.size() > bytes_.size()) resize(at_ + bytes.size());
   std::copy(bytes.begin(), bytes.end(), bytes_.begin() + static_cast<std::ptrdiff_t>(at_));
   at_ += bytes.size();
 }
@@ -282,6 +277,7 @@ Value StreamObject::load_from_file(const Call& call) {
     raise(kNotOpened);
   }
   if (bytes_.size() > kMaxStreamBytes) raise(errors::kOutOfMemory);
+  held_.set(bytes_.size());
   at_ = 0;
   return {};
 }

@@ -16,7 +16,9 @@ namespace rk::pagehost {
 
 class StreamObject final : public TabledObject<StreamObject> {
  public:
-  explicit StreamObject(const FileSystem& system) : system_(system) {}
+  explicit StreamObject(const FileSystem& system) : system_(system), held_(system.memory) {}
+  // Open, at the beginning of these bytes.
+  StreamObject(const FileSystem& system, std::string bytes);
   std::string_view type_name() const override { return "Stream"; }
   static std::span<const Member<StreamObject>> members();
 
@@ -47,6 +49,7 @@ class StreamObject final : public TabledObject<StreamObject> {
   void must_be(Type type) const;  // 3704 closed, 3219 of the other type
   void must_be_open() const;
   void put(std::string_view bytes);
+  void resize(std::size_t bytes);
   std::string encoded(std::string_view utf8) const;
   std::string decoded(std::string_view bytes) const;
   std::string_view mark() const;  // the charset's byte-order mark
@@ -61,6 +64,7 @@ class StreamObject final : public TabledObject<StreamObject> {
   std::int32_t mode_ = 0;
   std::int32_t line_separator_ = -1;  // -1 CR LF, 10 LF, 13 CR
   std::string bytes_;
+  HeldBytes held_;
   std::size_t at_ = 0;
 };
 

@@ -5,10 +5,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
 
+#include "pagehost/pages/held_memory.h"
 #include "pagehost/pages/tabled_object.h"
 #include "platform/code_page.h"
 #include "platform/files.h"
@@ -28,6 +30,7 @@ struct FileSystem {
   platform::Files* files = nullptr;
   const platform::CodePages* code_pages = nullptr;
   int ansi_code_page = platform::kGb2312;
+  std::shared_ptr<HeldMemory> memory = nullptr;  // of the page
 };
 
 class TextStream final : public TabledObject<TextStream> {

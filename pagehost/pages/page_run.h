@@ -57,6 +57,7 @@ class PageRun final : public vbscript::Host, public PageServices, public Session
 
   std::shared_ptr<platform::Database> database() override;
   std::shared_ptr<const PageWatch> watch() override { return time_; }
+  std::shared_ptr<HeldMemory> memory() override { return memory_; }
   platform::Files& files() override { return *host_.parts.files; }
   const platform::CodePages& code_pages() override { return *host_.parts.code_pages; }
   const platform::Clock& clock() override { return *host_.parts.clock; }
@@ -98,6 +99,7 @@ class PageRun final : public vbscript::Host, public PageServices, public Session
   SessionStore::Turn turn_;
   bool session_enabled_ = true;
   std::shared_ptr<PageTime> time_;
+  std::shared_ptr<HeldMemory> memory_ = std::make_shared<HeldMemory>();
   std::shared_ptr<PageResponse> response_;
   std::shared_ptr<RequestView> request_;
   std::shared_ptr<ServerView> server_;

@@ -13,6 +13,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "pagehost/pages/held_memory.h"
 #include "platform/clock.h"
 #include "platform/code_page.h"
 #include "platform/database.h"
@@ -47,6 +48,7 @@ class PageServices {
   virtual ~PageServices() = default;
   virtual std::shared_ptr<platform::Database> database() = 0;  // one a page, made when first asked
   virtual std::shared_ptr<const PageWatch> watch() = 0;
+  virtual std::shared_ptr<HeldMemory> memory() = 0;
   virtual platform::Files& files() = 0;
   virtual const platform::CodePages& code_pages() = 0;
   virtual const platform::Clock& clock() = 0;

@@ -73,6 +73,8 @@ struct Member {
 template <class T, class Base = Object>
 class TabledObject : public Base {
  public:
+  using Base::Base;
+
   MemberId member(std::string_view name) const override {
     if (name.empty()) return kNoMember;
     MemberId id = 0;

@@ -7,6 +7,8 @@
 
 #include <string>
 #include <thread>
+#include <utility>
+#include <variant>
 #include <vector>
 
 #include "platform/page.h"
@@ -165,6 +167,73 @@ TEST(CurlHttp, AFetchEndsWithThePage) {
   ending.still_running = [] { throw platform::PageEnd{platform::PageEnd::Reason::TimedOut}; };
   CurlHttp http(ending);
   EXPECT_THROW(http.body_of(server.address("/"), {}), platform::PageEnd);
+}
+
+platform::HttpRequest to(const std::string& address) {
+  platform::HttpRequest request;
+  request.address = address;
+  return request;
+}
+
+TEST(CurlHttp, AnExchangeHasItsStatusAndHeaders) {
+  LoopbackServer server(
+      {"HTTP/1.1 302 Found\r\nLocation: /there\r\nX-A: old\r\nContent-Length: 0\r\n"
+       "Connection: close\r\n\r\n",
+       "HTTP/1.1 404 No Such Page\r\nX-A:  1 \r\nX-A: 2\r\nContent-Length: 4\r\n"
+       "Connection: close\r\n\r\nbody"});
+  const auto came = CurlHttp(limits()).send(to(server.address("/")));
+  const auto& answer = std::get<platform::HttpAnswer>(came);
+  EXPECT_EQ(answer.status, 404);
+  EXPECT_EQ(answer.reason, "No Such Page");
+  EXPECT_EQ(answer.body, "body");
+  ASSERT_EQ(answer.headers.size(), 4u);
+  EXPECT_EQ(answer.headers[0], std::pair(std::string("X-A"), std::string("1")));
+}
+
+TEST(CurlHttp, ABodyIsSentWithTheHeadersOfTheRequestAlone) {
+  LoopbackServer server({answer("200 OK", ""), answer("200 OK", "")});
+  platform::HttpRequest request = to(server.address("/x"));
+  request.method = "POST";
+  request.body = std::string("a\0b", 3);
+  request.headers = {{"Content-Type", "text/xml"}, {"X-Empty", ""}};
+  CurlHttp http(limits());
+  http.send(request);
+  request.method = "PUT";
+  request.headers.clear();
+  http.send(request);
+  EXPECT_TRUE(server.requests.at(0).starts_with("POST /x HTTP/1.1\r\n"));
+  EXPECT_NE(server.requests.at(0).find("Content-Type: text/xml\r\n"), std::string::npos);
+  EXPECT_NE(server.requests.at(0).find("X-Empty:\r\n"), std::string::npos);
+  EXPECT_TRUE(server.requests.at(0).ends_with(std::string("\r\n\r\na\0b", 7)));
+  EXPECT_TRUE(server.requests.at(1).starts_with("PUT /x HTTP/1.1\r\n"));
+  EXPECT_EQ(server.requests.at(1).find("Content-Type"), std::string::npos);
+}
+
+TEST(CurlHttp, ARedirectIsAnAnswerWhereItIsNotToBeFollowed) {
+  LoopbackServer server({"HTTP/1.1 302 Found\r\nLocation: /there\r\nContent-Length: 0\r\n\r\n"});
+  platform::HttpRequest request = to(server.address("/"));
+  request.follow_redirects = false;
+  EXPECT_EQ(std::get<platform::HttpAnswer>(CurlHttp(limits()).send(request)).status, 302);
+}
+
+TEST(CurlHttp, FailuresTellTheirKind) {
+  const auto failure = [](const std::string& address) {
+    const auto came = CurlHttp(limits()).send(to(address));
+    const auto* found = std::get_if<platform::HttpFailure>(&came);
+    return found == nullptr ? -1 : static_cast<int>(*found);
+  };
+  using platform::HttpFailure;
+  EXPECT_EQ(failure("http://127.0.0.1:1/"), static_cast<int>(HttpFailure::NotConnected));
+  EXPECT_EQ(failure("http://no.such.host.invalid/"), static_cast<int>(HttpFailure::NoSuchHost));
+  EXPECT_EQ(failure("gopher://127.0.0.1/"), static_cast<int>(HttpFailure::OtherScheme));
+  EXPECT_EQ(failure("http://:80/"), static_cast<int>(HttpFailure::BadAddress));
+  LoopbackServer server({answer("200 OK", std::string(101, 'x')),
+                         "HTTP/1.1 200 OK\r\nX: " + std::string(kMaxHeadBytes, 'x') + "\r\n\r\n"});
+  FetchLimits small = limits();
+  small.max_body_bytes = 100;
+  EXPECT_EQ(std::get<HttpFailure>(CurlHttp(small).send(to(server.address("/")))),
+            HttpFailure::TooLarge);
+  EXPECT_TRUE(std::holds_alternative<HttpFailure>(CurlHttp(small).send(to(server.address("/")))));
 }
 
 }  // namespace

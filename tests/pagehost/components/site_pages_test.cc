@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "adapters/xml/documents.h"
 #include "pagehost/components/components.h"
 #include "tests/support/page_site.h"
 
@@ -37,13 +38,17 @@ std::vector<std::string> expected_pages() {
 class SitePages : public ::testing::TestWithParam<std::string> {
  protected:
   SitePages() {
-    add_components(site_.programs);
+    xml::start_xml();
+    ComponentParts parts;
+    parts.xml = &xml_;
+    add_components(site_.programs, parts);
     for (const auto& entry : fs::recursive_directory_iterator(folder())) {
       if (entry.is_regular_file() && entry.path().extension() != ".expected") {
         site_.file("/" + fs::relative(entry.path(), folder()).string(), bytes_of(entry.path()));
       }
     }
   }
+  xml::Documents xml_;
   tests::PageSite site_;
 };
 
