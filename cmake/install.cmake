@@ -26,9 +26,16 @@ install(FILES ${CMAKE_BINARY_DIR}/packaging/man_page DESTINATION ${CMAKE_INSTALL
   RENAME rkclient.1 COMPONENT program)
 install(FILES ${CMAKE_BINARY_DIR}/packaging/completion
   DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME rkclient COMPONENT program)
+install(FILES packaging/rkclient@.service DESTINATION lib/systemd/system COMPONENT program)
 install(FILES packaging/rkclient.sysusers DESTINATION lib/sysusers.d RENAME rkclient.conf
   COMPONENT program)
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
+install(DIRECTORY packaging/proxy DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT program)
+install(CODE "
+  set(site \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/rkclient/example-site\")
+  file(REMOVE_RECURSE \"\${site}\")
+  execute_process(COMMAND $<TARGET_FILE:rkclient> new \"\${site}\" OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+  " COMPONENT program)
 install(FILES README.md packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
 
 # --- the library, a target a room: Rkclient::catalogue, Rkclient::adapters_sqlite, ...

@@ -90,10 +90,16 @@ class Tests:
         manual = (self.unpacked() / "usr/share/man/man1").glob("rkclient.1*")
         text = output("zcat", "-f", *manual)
         completion = self.unpacked() / "usr/share/bash-completion/completions/rkclient"
-        for command in ("serve", "run", "schema", "check"):
+        for command in ("serve", "run", "schema", "check", "new"):
             expect(f'"rkclient {command} ' in text, f"the manual lacks {command}")
             script = f'. {completion}; COMP_WORDS=(rkclient {command[:2]}); COMP_CWORD=1; _rkclient; echo "${{COMPREPLY[@]}}"'
             expect(output("bash", "-c", script).split() == [command], f"{command} is not completed")
+
+    def the_example_site_is_the_storefront_that_new_writes(self):
+        site = self.unpacked() / "usr/share/rkclient/example-site"
+        output(self.program, "new", self.folder / "new")
+        expect(output("diff", "-r", "--brief", "--exclude=*.db", site, self.folder / "new") == "", "they differ")
+        expect(output(self.program, "check", site) == "", "check finds something")
 
     def run(self):
         names = [name for name in vars(Tests) if name.startswith(("a_", "the_"))]
