@@ -188,8 +188,13 @@ bool to_boolean(const Value& value) {
   if (value.kind() == Value::Kind::Boolean) return value.as_boolean();
   if (value.is_object()) return to_boolean(plain_value(value));
   if (value.is_text()) {
-    if (equal_ignoring_case(value.as_view(), "True")) return true;
-    if (equal_ignoring_case(value.as_view(), "False")) return false;
+    // With # around it as files written by Write # have it.
+    for (const std::string_view word : {"True", "#TRUE#"}) {
+      if (equal_ignoring_case(value.as_view(), word)) return true;
+    }
+    for (const std::string_view word : {"False", "#FALSE#"}) {
+      if (equal_ignoring_case(value.as_view(), word)) return false;
+    }
   }
   return to_double(value) != 0;
 }

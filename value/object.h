@@ -6,10 +6,12 @@
 #ifndef RK_VALUE_OBJECT_H_
 #define RK_VALUE_OBJECT_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "value/ref.h"
 
@@ -40,6 +42,12 @@ class Enumeration {
   virtual bool next(Value& item) = 0;
 };
 
+// What an object keeps alive, for the count of a page's memory.
+struct HeldMemory {
+  std::vector<const Value*> values;  // valid until a script runs again
+  std::size_t bytes = 0;             // beside them
+};
+
 class Object : public RefCounted {
  public:
   // As TypeName shows it.
@@ -58,6 +66,9 @@ class Object : public RefCounted {
 
   // For Each; raises 451 where the object is no collection.
   virtual std::unique_ptr<Enumeration> enumerate();
+
+  // Adds what the object holds for the page alone; small fixed parts may be left out.
+  virtual void add_held(HeldMemory&) const {}
 };
 
 }  // namespace rk

@@ -30,18 +30,20 @@ std::string_view without_blanks(std::string_view text) {
   return text;
 }
 
-// &H and &O: up to 32 bits, read as two's complement of 16 bits where they fit.
+// &H and &O: up to 32 bits, read as two's complement of 16 bits where they fit and no & behind
+// them asks for 32.
 std::optional<double> radix_number(std::string_view text) {
   if (text.size() < 3 || text[0] != '&') return std::nullopt;
   const char kind = ascii_lower(text[1]);
   if (kind != 'h' && kind != 'o') return std::nullopt;
   text.remove_prefix(2);
-  if (text.size() > 1 && text.back() == '&') text.remove_suffix(1);
+  const bool wide = text.size() > 1 && text.back() == '&';
+  if (wide) text.remove_suffix(1);
   std::uint32_t bits = 0;
   const auto end =
       std::from_chars(text.data(), text.data() + text.size(), bits, kind == 'h' ? 16 : 8);
   if (end.ec != std::errc() || end.ptr != text.data() + text.size()) return std::nullopt;
-  if (bits <= 0xFFFF) return static_cast<std::int16_t>(bits);
+  if (bits <= 0xFFFF && !wide) return static_cast<std::int16_t>(bits);
   return static_cast<std::int32_t>(bits);
 }
 

@@ -396,6 +396,13 @@ TextBuffer* Text::own(std::size_t more) {
 
 void Text::append(std::string_view utf8) {
   if (utf8.empty()) return;
+  // OPTIMIZATION: what loops append has room mostly, and begins with no half (which begin so).
+  constexpr char kHalfBegins = '\xED';
+  if (buffer_ != nullptr && utf8.front() != kHalfBegins && utf8.size() <= buffer_->room() &&
+      buffer_->unique() && !buffer_->trailing_byte()) {
+    buffer_->add(utf8);
+    return;
+  }
   if (trailing_byte()) {
     append(Text(utf8));
     return;
@@ -416,6 +423,7 @@ void Text::append(std::string_view utf8) {
 
 void Text::append(const Text& other) {
   if (!trailing_byte() && !other.trailing_byte()) {
+    if (buffer_ != other.buffer_) return append(other.view());
     // A text may be appended to itself, and its bytes move when it grows.
     const Text kept(other);  // NOLINT(performance-unnecessary-copy-initialization)
     append(kept.view());

@@ -139,11 +139,9 @@ std::size_t find_last_text(std::string_view text, std::string_view sought, std::
 
 namespace {
 
-// Calls `found(offset)` for each place from the left that does not overlap the one before, at most
-// `limit` times.
-template <class Found>
-void each_place(std::string_view text, std::string_view sought, std::size_t limit, Letters letters,
-                Found found) {
+// The offsets from the left that do not overlap the one before, at most `limit` of them.
+std::vector<std::size_t> places_of(std::string_view text, std::string_view sought,
+                                   std::size_t limit, Letters letters) {
   std::string folded_text;
   std::string folded_sought;
   if (letters == Letters::AnyCase) {
@@ -152,29 +150,33 @@ void each_place(std::string_view text, std::string_view sought, std::size_t limi
     text = folded_text;
     sought = folded_sought;
   }
+  std::vector<std::size_t> places;
   std::size_t from = 0;
-  for (; limit > 0; --limit) {
+  while (places.size() < limit) {
     const std::size_t at = text.find(sought, from);
-    if (at == text.npos) return;
-    found(at);
+    if (at == text.npos) break;
+    places.push_back(at);
     from = at + sought.size();
   }
+  return places;
 }
 
 }  // namespace
 
-std::string replaced_text(std::string_view text, std::string_view sought, std::string_view with,
-                          std::size_t limit, Letters letters) {
-  if (sought.empty()) return std::string(text);
-  std::string out;
+// OPTIMIZATION: the places are counted first, so that a long result is made where it stays.
+Text replaced_text(std::string_view text, std::string_view sought, std::string_view with,
+                   std::size_t limit, Letters letters) {
+  if (sought.empty()) return Text(text);
+  const std::vector<std::size_t> places = places_of(text, sought, limit, letters);
+  Text out;
+  out.reserve(text.size() - places.size() * sought.size() + places.size() * with.size());
   std::size_t done = 0;
-  each_place(text, sought, limit, letters, [&](std::size_t at) {
-    out.append(text, done, at - done);
+  for (const std::size_t at : places) {
+    out.append(text.substr(done, at - done));
     out.append(with);
     done = at + sought.size();
-  });
-  out.append(text, done);
-  join_halves(out);
+  }
+  out.append(text.substr(done));
   return out;
 }
 
@@ -182,12 +184,13 @@ std::vector<std::string_view> split_text(std::string_view text, std::string_view
                                          std::size_t limit, Letters letters) {
   std::vector<std::string_view> parts;
   if (limit == 0) return parts;
+  std::vector<std::size_t> places;
+  if (!delimiter.empty()) places = places_of(text, delimiter, limit - 1, letters);
+  parts.reserve(places.size() + 1);
   std::size_t done = 0;
-  if (!delimiter.empty()) {
-    each_place(text, delimiter, limit - 1, letters, [&](std::size_t at) {
-      parts.push_back(text.substr(done, at - done));
-      done = at + delimiter.size();
-    });
+  for (const std::size_t at : places) {
+    parts.push_back(text.substr(done, at - done));
+    done = at + delimiter.size();
   }
   parts.push_back(text.substr(done));
   return parts;

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "value/text.h"
+
 namespace rk {
 
 std::string lower_case(std::string_view utf8);
@@ -29,8 +31,8 @@ std::size_t find_last_text(std::string_view text, std::string_view sought, std::
                            Letters letters);
 
 // The first `limit` places replaced, from the left; nothing for an empty `sought`.
-std::string replaced_text(std::string_view text, std::string_view sought, std::string_view with,
-                          std::size_t limit, Letters letters);
+Text replaced_text(std::string_view text, std::string_view sought, std::string_view with,
+                   std::size_t limit, Letters letters);
 // At most `limit` parts; the last keeps the rest. One part for an empty delimiter.
 std::vector<std::string_view> split_text(std::string_view text, std::string_view delimiter,
                                          std::size_t limit, Letters letters);

@@ -20,7 +20,7 @@ constexpr std::size_t kShortText = 64;
 class Count {
  public:
   void add(const Value& value) {
-    waiting_.push_back(&value);
+    wait(value);
     while (!waiting_.empty()) {
       const Value* const next = waiting_.back();
       waiting_.pop_back();
@@ -38,10 +38,18 @@ class Count {
     } else if (value.is_array() && seen_.insert(&value.as_array()).second) {
       const Array& array = value.as_array();
       bytes_ += array.elements().size_bytes() + array.bytes().size();
-      for (const Value& element : array.elements()) {
-        if (element.is_text() || element.is_array()) waiting_.push_back(&element);
-      }
+      for (const Value& element : array.elements()) wait(element);
+    } else if (value.is_object() && value.as_object() != nullptr &&
+               seen_.insert(value.as_object()).second) {
+      HeldMemory held;
+      value.as_object()->add_held(held);
+      bytes_ += held.bytes;
+      for (const Value* const inner : held.values) wait(*inner);
     }
+  }
+
+  void wait(const Value& value) {
+    if (value.is_text() || value.is_array() || value.is_object()) waiting_.push_back(&value);
   }
 
   std::size_t bytes_ = 0;
@@ -66,7 +74,7 @@ void Machine::count_memory() {
   }
 }
 
-// Values in flight (arguments, what a component of the host keeps) are not seen.
+// Values in flight (arguments, results) are not seen.
 std::size_t Machine::memory_held() const {
   Count count;
   for (const Value& global : globals_) count.add(global);

@@ -69,6 +69,10 @@ class Row final : public Object {
     return items_[static_cast<std::size_t>(index)];
   }
   std::unique_ptr<Enumeration> enumerate() override { return std::make_unique<Items>(items_); }
+  void add_held(HeldMemory& held) const override {
+    held.bytes += items_.capacity() * sizeof(Value);
+    for (const Value& item : items_) held.values.push_back(&item);
+  }
 
  private:
   static constexpr std::array<std::string_view, 2> kNames{"Item", "Count"};
@@ -103,6 +107,10 @@ class Match final : public Object {
       default:
         return text_;
     }
+  }
+  void add_held(HeldMemory& held) const override {
+    held.bytes += sizeof(Match);
+    held.values.insert(held.values.end(), {&text_, &groups_});
   }
 
  private:

@@ -3,13 +3,11 @@
 #ifndef RK_PAGEHOST_COMPONENTS_DICTIONARY_H_
 #define RK_PAGEHOST_COMPONENTS_DICTIONARY_H_
 
+#include <cstddef>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <span>
-#include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "pagehost/pages/tabled_object.h"
@@ -21,11 +19,14 @@ class Dictionary final : public TabledObject<Dictionary> {
   std::string_view type_name() const override { return "Dictionary"; }
   static std::span<const Member<Dictionary>> members();
   std::unique_ptr<Enumeration> enumerate() override;  // the keys
+  void add_held(HeldMemory& held) const override;
 
  private:
   struct Entry {
     Value key;
     Value item;
+    std::size_t hash = 0;
+    bool removed = false;
   };
 
   Value item(const Call& call);
@@ -39,14 +40,21 @@ class Dictionary final : public TabledObject<Dictionary> {
   Value key(const Call& call);
   Value compare_mode(const Call& call);
 
-  std::string name_of(const Value& key) const;
+  std::size_t hash_of(const Value& key) const;
+  bool same_key(const Value& a, const Value& b) const;
+  // The slot of a key, or the free one where it would go.
+  std::size_t slot_of(const Value& key, std::size_t hash) const;
+  Entry* find(const Value& key);
   Entry& entry(const Value& key);  // made where it is not there
-  std::vector<Value> key_list() const;
+  void make_room();
+  std::vector<Value> listed(Value Entry::*part) const;
 
-  // By the number of its coming, so that removing keeps the order.
-  std::map<std::uint64_t, Entry> entries_;
-  std::unordered_map<std::string, std::uint64_t> places_;
-  std::uint64_t came_ = 0;
+  // In the order of their coming; what was removed stays until make_room.
+  std::vector<Entry> entries_;
+  // OPTIMIZATION: an open table of places in entries_ plus one, at most half full; 0 is free. The
+  // slots of removed entries stay taken, so that searches go on behind them.
+  std::vector<std::uint32_t> slots_;
+  std::size_t count_ = 0;          // entries that are not removed
   std::int32_t compare_mode_ = 0;  // 0 by letters, 1 without letter case
 };
 

@@ -85,6 +85,8 @@ class TabledObject : public Base {
     return kNoMember;
   }
 
+  const void* member_table() const override { return T::members().data(); }
+
   Value invoke(MemberId id, CallKind kind, Arguments arguments) override {
     const auto table = T::members();
     if (id < 0 || static_cast<std::size_t>(id) >= table.size()) raise(errors::kNoSuchMember);

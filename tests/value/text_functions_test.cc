@@ -30,9 +30,9 @@ TEST(TextFunctions, LetterCaseKeepsTheLengthInBytes) {
 }
 
 TEST(TextFunctions, ReplacesFromTheLeftWithoutOverlap) {
-  EXPECT_EQ(replaced_text("aaa", "aa", "b", kAll, Letters::Exact), "ba");
-  EXPECT_EQ(replaced_text("aAa", "a", "b", 2, Letters::AnyCase), "bba");
-  EXPECT_EQ(replaced_text("abc", "", "x", kAll, Letters::Exact), "abc");
+  EXPECT_EQ(replaced_text("aaa", "aa", "b", kAll, Letters::Exact).view(), "ba");
+  EXPECT_EQ(replaced_text("aAa", "a", "b", 2, Letters::AnyCase).view(), "bba");
+  EXPECT_EQ(replaced_text("abc", "", "x", kAll, Letters::Exact).view(), "abc");
 }
 
 TEST(TextFunctions, SplitsKeepingTheRestInTheLastPart) {
