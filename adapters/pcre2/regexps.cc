@@ -47,9 +47,9 @@ KnownError compile_error(int code) {
 
 Code compiled(std::u16string_view pattern, platform::RegexpOptions options) {
   if (pattern.size() > kMaxPatternUnits) raise(errors::kOutOfMemory);
-  const std::u16string text = translated(pattern);
+  const std::u16string text = translated(pattern, options.ignore_case);
   std::uint32_t flags = PCRE2_ALT_BSUX | PCRE2_DOLLAR_ENDONLY | PCRE2_MATCH_UNSET_BACKREF |
-                        PCRE2_ALLOW_EMPTY_CLASS | PCRE2_NEVER_UTF | PCRE2_NEVER_BACKSLASH_C;
+                        PCRE2_NEVER_UTF | PCRE2_NEVER_BACKSLASH_C;
   if (options.ignore_case) flags |= PCRE2_CASELESS;
   if (options.multiline) flags |= PCRE2_MULTILINE | PCRE2_ALT_CIRCUMFLEX;
   const std::unique_ptr<pcre2_compile_context, FreeCompileContext> context(

@@ -31,7 +31,7 @@ class Regexps final : public platform::Regexps {
 };
 
 // The pattern as PCRE2 is to read it. Raises 5017 and 5018 for what the dialect does not have.
-std::u16string translated(std::u16string_view pattern);
+std::u16string translated(std::u16string_view pattern, bool ignore_case);
 
 }  // namespace rk::pcre2
 

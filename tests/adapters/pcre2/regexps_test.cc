@@ -104,5 +104,35 @@ TEST(Regexps, WorkOnLoneHalves) {
   EXPECT_EQ(first(u"[^a]", half), half);
 }
 
+TEST(Regexps, ReadADashBesideAClassEscapeAsItself) {
+  EXPECT_EQ(first(uR"(^[\w-\.]{1,}\@([\da-zA-Z-]{1,}\.){1,}[\da-zA-Z-]{2,3}$)", u"a-b.c@d-e.com"),
+            u"a-b.c@d-e.com");
+  EXPECT_EQ(first(uR"([\w- ./?%&=]+)", u"!a-b /c?"), u"a-b /c?");
+  EXPECT_EQ(first(uR"([a-\d]+)", u"b-a1"), u"-a1");
+  EXPECT_EQ(first(u"[a-c]+", u"-b-"), u"b");
+}
+
+TEST(Regexps, FoldTheCaseOfAllLetters) {
+  const platform::RegexpOptions any_case{.ignore_case = true};
+  EXPECT_EQ(first(u"\u00E9t", u"\u00C9T", any_case), u"\u00C9T");
+  EXPECT_EQ(first(u"[\u0430-\u044F]+", u"x\u042F\u0410", any_case), u"\u042F\u0410");
+  EXPECT_EQ(first(u"[^\u044F]", u"\u042Fa", any_case), u"a");
+  EXPECT_EQ(first(u"\uFF41", u"\uFF21", any_case), u"\uFF21");
+  EXPECT_EQ(first(u"\u00E9", u"\u00C9"), u"none");
+  EXPECT_EQ(first(u"[\u4E00-\u9FA5]+", u"a\u4E2D\u6587", any_case), u"\u4E2D\u6587");
+}
+
+TEST(Regexps, ReadABracketThatClosesNothingAsItself) {
+  EXPECT_EQ(first(u"[]a]+", u"b]a"), u"]a");
+  EXPECT_EQ(first(u"[^]a]+", u"]ab"), u"b");
+  EXPECT_EQ(error_of(u"[]"), 5019);
+}
+
+TEST(Regexps, ReadABackReferenceWithoutItsGroupAsACharacter) {
+  EXPECT_EQ(first(uR"((a)\2)", u"a\x02"), u"a\x02");
+  EXPECT_EQ(first(uR"((a)\1)", u"aa"), u"aa");
+  EXPECT_EQ(first(uR"(\8)", u"8"), u"8");
+}
+
 }  // namespace
 }  // namespace rk::pcre2
