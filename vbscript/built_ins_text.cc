@@ -104,8 +104,11 @@ Value in_str(Machine&, Arguments arguments) {
   const Text text = to_text(where);
   const Text sought = to_text(what);
   if (text.empty() || start >= text.length()) return position(0);
-  const std::size_t at = find_text(text.view(), sought.view(), text.offset_of_unit(start), letters);
-  return position(at == std::string_view::npos ? 0 : text.unit_of_offset(at) + 1);
+  const std::size_t from = text.offset_of_unit(start);
+  const std::size_t at = find_text(text.view(), sought.view(), from, letters);
+  if (at == std::string_view::npos) return position(0);
+  // Counted on from the start, so that a walk from place to place is linear in all.
+  return position(start + unit_length(text.view().substr(from, at - from)) + 1);
 }
 
 Value in_str_rev(Machine&, Arguments arguments) {
@@ -114,7 +117,6 @@ Value in_str_rev(Machine&, Arguments arguments) {
   const std::int32_t start = long_or(arguments, 2, -1);
   const Letters letters = letters_argument(arguments, 3);
   if (start == 0 || start < -1) raise(errors::kInvalidCall);
-  if (where.is_null() || what.is_null()) return Value::null();
   const Text text = to_text(where);
   const Text sought = to_text(what);
   const std::size_t length = text.length();
@@ -151,7 +153,7 @@ Value replace(Machine&, Arguments arguments) {
   const std::size_t limit =
       count < 0 ? std::numeric_limits<std::size_t>::max() : static_cast<std::size_t>(count);
   const std::string_view rest = text.view().substr(text.offset_of_unit(start));
-  return Value::text(Text(replaced_text(rest, sought.view(), with.view(), limit, letters)));
+  return Value::text(replaced_text(rest, sought.view(), with.view(), limit, letters));
 }
 
 // --- parts --------------------------------------------------------------------------------------
@@ -166,9 +168,9 @@ Value split(Machine&, Arguments arguments) {
       count < 0 ? std::numeric_limits<std::size_t>::max() : static_cast<std::size_t>(count);
   std::vector<Value> parts;
   if (!text.empty()) {
-    for (const std::string_view part : split_text(text.view(), delimiter.view(), limit, letters)) {
-      parts.push_back(Value::text(part));
-    }
+    const auto found = split_text(text.view(), delimiter.view(), limit, letters);
+    parts.reserve(found.size());
+    for (const std::string_view part : found) parts.push_back(Value::text(part));
   }
   return Value::array(Array::of(std::move(parts)));
 }
@@ -189,18 +191,22 @@ const Array& row_argument(const Value& value) {
 Value join(Machine&, Arguments arguments) {
   const Array& row = row_argument(*arguments[0]);
   const Text delimiter = given(arguments, 1) ? to_text(*arguments[1]) : Text(" ");
-  std::string joined;
+  std::size_t size = row.elements().size() * delimiter.view().size();
+  for (const Value& element : row.elements()) {
+    if (element.is_null() || element.is_array()) raise(errors::kTypeMismatch);
+    if (element.is_text()) size += element.as_view().size();
+  }
+  // A copy: the default member of an object among them may change the array.
+  const Value kept = *arguments[0];  // NOLINT(performance-unnecessary-copy-initialization)
+  Text joined;
+  joined.reserve(size);
   bool first = true;
   for (const Value& element : row.elements()) {
-    if (!first) joined += delimiter.view();
+    if (!first) joined.append(delimiter);
     first = false;
-    if (element.is_null() || element.is_array()) raise(errors::kTypeMismatch);
-    append_text(joined, element);
+    joined.append(element.is_text() ? element.as_text() : to_text(element));
   }
-  join_halves(joined);
-  Text text;
-  text.append(joined);
-  return Value::text(std::move(text));
+  return Value::text(std::move(joined));
 }
 
 Value filter(Machine&, Arguments arguments) {

@@ -50,11 +50,12 @@ Value type_name(Machine&, Arguments arguments) {
   return Value();
 }
 
-Value var_type(Machine&, Arguments arguments) {
+// Of an object with a default member, such as a field: the type of its value.
+Value var_type(Machine& machine, Arguments arguments) {
   constexpr std::int16_t kArray = 8192;
   constexpr std::int16_t kVariant = 12;
   constexpr std::int16_t kByte = 17;
-  const Value& value = *arguments[0];
+  const Value value = machine.plain_or_none(*arguments[0]).value_or(*arguments[0]);
   switch (value.kind()) {
     case Value::Kind::Empty:
       return Value::integer(0);
@@ -98,20 +99,21 @@ Value is_object(Machine&, Arguments arguments) {
   return Value::boolean(arguments[0]->is_object());
 }
 
-Value is_null(Machine&, Arguments arguments) {
-  const Value& value = *arguments[0];
-  if (!value.is_object() || value.as_object() == nullptr) return Value::boolean(value.is_null());
-  return Value::boolean(plain(value).is_null());
+Value is_null(Machine& machine, Arguments arguments) {
+  const std::optional<Value> value = machine.plain_or_none(*arguments[0]);
+  return Value::boolean(value && value->is_null());
 }
 
-Value is_numeric(Machine&, Arguments arguments) {
-  return Value::boolean(rk::is_numeric(*arguments[0]));
+Value is_numeric(Machine& machine, Arguments arguments) {
+  const std::optional<Value> value = machine.plain_or_none(*arguments[0]);
+  return Value::boolean(value && rk::is_numeric(*value));
 }
 
-Value is_date(Machine&, Arguments arguments) {
-  const Value value = plain(*arguments[0]);
-  if (value.kind() == Value::Kind::Date) return Value::boolean(true);
-  return Value::boolean(value.is_text() && parse_date(value.as_view()).has_value());
+Value is_date(Machine& machine, Arguments arguments) {
+  const std::optional<Value> value = machine.plain_or_none(*arguments[0]);
+  if (!value) return Value::boolean(false);
+  if (value->kind() == Value::Kind::Date) return Value::boolean(true);
+  return Value::boolean(value->is_text() && parse_date(value->as_view()).has_value());
 }
 
 // --- conversions ------------------------------------------------------------------------------
@@ -119,7 +121,11 @@ Value is_date(Machine&, Arguments arguments) {
 Value c_bool(Machine&, Arguments arguments) {
   return Value::boolean(to_boolean(*arguments[0]));
 }
+// All bits of a Byte are set in True.
 Value c_byte(Machine&, Arguments arguments) {
+  if (arguments[0]->kind() == Value::Kind::Boolean) {
+    return Value::byte(arguments[0]->as_boolean() ? std::numeric_limits<std::uint8_t>::max() : 0);
+  }
   return Value::byte(to_byte(*arguments[0]));
 }
 Value c_int(Machine&, Arguments arguments) {

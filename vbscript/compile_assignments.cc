@@ -143,10 +143,17 @@ void Compiler::assign_element(const Statement& s) {
     const Meaning m = meaning(container->name);
     if (m.kind == Meaning::Kind::Member) return assign_own(s, m.index, s.target->arguments);
   }
+  const bool set = s.kind == Statement::Kind::SetAssign;
+  if (container->kind == Expression::Kind::Call) {
+    if (const auto path = element_path(s.target, false)) {
+      const Operand stored = value(s.value);
+      emit(Op::StorePath, path->variable, path_list(*path), stored, set ? 1 : 0);
+      return;
+    }
+  }
   const Operand place = element_container(container);
   const std::vector<Operand> indexes = arguments(s.target->arguments, false);
   const Operand result = value(s.value);
-  const bool set = s.kind == Statement::Kind::SetAssign;
   if (indexes.size() == 1 && !set) {
     emit(Op::StoreIndex1, place, indexes[0], result);
   } else {

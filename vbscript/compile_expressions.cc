@@ -307,7 +307,7 @@ Operand Compiler::variable_place(const Expression* e) {
   if (m.kind == Meaning::Kind::Late) {
     const Usage* usage = scope_->usage->find(e->name);
     if (usage == nullptr || !usage->passed) return kNoOperand;
-    emit(Op::CheckName, 0, m.index);
+    emit(Op::CheckName, 0, m.index, 0, 1);
     return operand(Place::Global, m.index);
   }
   return m.kind == Meaning::Kind::Variable ? m.place : kNoOperand;
@@ -328,25 +328,12 @@ Operand Compiler::argument(const Expression* e, bool by_reference) {
     return variable;
   }
   // An element passes as a copy that is written back where the call changed it.
-  if (e->kind == Expression::Kind::Call && e->left->kind == Expression::Kind::Name) {
-    const Meaning m = meaning(e->left->name);
-    const bool own_result = place_of(m.place) == Place::Register && m.place == code().result;
-    if (m.kind == Meaning::Kind::Variable && !own_result) {
-      PassedElement passed{m.place, temporary(), temporary(), {}};
-      for (const Expression* i : e->arguments) {
-        Operand at = value(i);
-        if (place_of(at) != Place::Constant && !is_temporary(at)) {
-          const Operand kept = temporary();
-          emit(Op::Copy, kept, at);
-          at = kept;
-        }
-        passed.indexes.push_back(at);
-      }
-      emit(Op::Index, passed.before, passed.array, list(passed.indexes));
-      emit(Op::Copy, passed.passed, passed.before);
-      passed_elements_.push_back(passed);
-      return passed.passed;
-    }
+  if (const auto path = element_path(e, true)) {
+    PassedElement passed{*path, temporary(), temporary()};
+    path_value(*path, passed.before);
+    emit(Op::Copy, passed.passed, passed.before);
+    passed_elements_.push_back(passed);
+    return passed.passed;
   }
   const Operand place = value(e);
   if (e->kind != Expression::Kind::Brackets || is_temporary(place)) return place;
@@ -355,12 +342,54 @@ Operand Compiler::argument(const Expression* e, bool by_reference) {
   return copy;
 }
 
+std::optional<Compiler::ElementPath> Compiler::element_path(const Expression* e, bool kept) {
+  std::vector<const Expression*> calls;
+  for (; e->kind == Expression::Kind::Call; e = e->left) calls.push_back(e);
+  if (calls.empty() || e->kind != Expression::Kind::Name) return std::nullopt;
+  const Meaning m = meaning(e->name);
+  const bool own_result = place_of(m.place) == Place::Register && m.place == code().result;
+  if (m.kind != Meaning::Kind::Variable || m.is_result || own_result) return std::nullopt;
+  ElementPath path{m.place, {}};
+  for (auto call = calls.rbegin(); call != calls.rend(); ++call) {
+    std::vector<Operand>& row = path.rows.emplace_back();
+    for (const Expression* i : (*call)->arguments) {
+      Operand at = value(i);
+      if (kept && place_of(at) != Place::Constant && !is_temporary(at)) {
+        const Operand copy = temporary();
+        emit(Op::Copy, copy, at);
+        at = copy;
+      }
+      row.push_back(at);
+    }
+  }
+  return path;
+}
+
+Operand Compiler::path_value(const ElementPath& path, Operand wanted) {
+  Operand at = path.variable;
+  for (std::size_t i = 0; i < path.rows.size(); ++i) {
+    const Operand found = i + 1 == path.rows.size() ? result_place(wanted) : temporary();
+    emit(Op::Index, found, at, list(path.rows[i]));
+    at = found;
+  }
+  return at;
+}
+
+std::uint32_t Compiler::path_list(const ElementPath& path) {
+  std::vector<std::uint32_t> all;
+  for (const std::vector<Operand>& row : path.rows) {
+    all.push_back(static_cast<std::uint32_t>(row.size()));
+    all.insert(all.end(), row.begin(), row.end());
+  }
+  return list(all);
+}
+
 // Behind a call, for the elements that were passed to it.
 void Compiler::write_back(std::size_t first) {
   for (std::size_t i = first; i < passed_elements_.size(); ++i) {
     const PassedElement& element = passed_elements_[i];
-    emit(Op::WriteBack, element.array, element.before, element.passed);
-    emit(Op::Extra, 0, 0, list(element.indexes));
+    emit(Op::WriteBack, element.path.variable, element.before, element.passed);
+    emit(Op::Extra, 0, 0, path_list(element.path));
   }
   passed_elements_.resize(first);
 }

@@ -9,10 +9,13 @@ namespace rk::vbscript {
 
 Meaning Compiler::meaning(NameId name) {
   const auto at = scope_->meanings.find(name);
-  if (at != scope_->meanings.end()) return at->second;
-  const Meaning found = find_meaning(name);
-  scope_->meanings.emplace(name, found);
-  return found;
+  if (at == scope_->meanings.end()) {
+    const Meaning found = find_meaning(name);
+    scope_->meanings.emplace(name, found);
+    return found;
+  }
+  if (at->second.looked_up) emit(Op::FindShared, at->second.index);
+  return at->second;
 }
 
 Meaning Compiler::find_meaning(NameId name) {
@@ -83,7 +86,7 @@ std::optional<Meaning> Compiler::built_in_meaning(NameId name) {
 // A name that is only read may be the host's, or a procedure made at run time.
 Meaning Compiler::undeclared_in_script(NameId name) {
   const Usage* usage = script_usage_->find(name);
-  const bool variable = usage != nullptr && (usage->assigned || usage->passed);
+  const bool variable = usage != nullptr && usage->assigned;
   Meaning m;
   m.index = add_global(name);
   Global& global = unit_->globals[m.index];
@@ -114,12 +117,12 @@ Meaning Compiler::undeclared_in_procedure(NameId name) {
     unit_->globals[index_of(m.place)].ask_host = true;
     return m;
   }
-  if (script_variable || !usage->assigned) return shared_variable(name);
+  if (script_variable || !usage->assigned) return shared_variable(name, !usage->assigned);
   m.place = operand(Place::Register, take_register());
   return m;
 }
 
-Meaning Compiler::shared_variable(NameId name) {
+Meaning Compiler::shared_variable(NameId name, bool looked_up) {
   SharedName shared;
   shared.reference = code().references++;
   shared.own_register = take_register();
@@ -128,6 +131,8 @@ Meaning Compiler::shared_variable(NameId name) {
   code().shared.push_back(shared);
   Meaning m;
   m.place = operand(Place::Reference, shared.reference);
+  m.index = static_cast<std::uint32_t>(code().shared.size()) - 1;
+  m.looked_up = looked_up;
   return m;
 }
 

@@ -288,6 +288,12 @@ void Compiler::redim(const Statement& s) {
 }
 
 void Compiler::erase(const Statement& s) {
+  if (const auto path = element_path(s.target, true)) {
+    const Operand element = path_value(*path, temporary());
+    emit(Op::Erase, element);
+    emit(Op::StorePath, path->variable, path_list(*path), element);
+    return;
+  }
   emit(Op::Erase, element_container(s.target));
 }
 

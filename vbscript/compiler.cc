@@ -53,9 +53,16 @@ std::shared_ptr<Unit> Compiler::expression_unit() {
 // --- what the script declares ------------------------------------------------------------------
 
 void Compiler::declare_script() {
+  std::unordered_map<NameId, Position> places;
   const auto declare = [&](NameId name, Binding binding, Position where, bool again) {
     const auto [at, is_new] = bindings_.emplace(name, binding);
-    if (!is_new && !again) fail(syntax::kNameRedefined, where);
+    const auto [first, is_first] = places.emplace(name, where);
+    if (!is_new && !again) {
+      // The later one in the text is at fault, whatever is declared first here.
+      const bool behind = std::pair(first->second.piece, first->second.offset) <
+                          std::pair(where.piece, where.offset);
+      fail(syntax::kNameRedefined, behind || is_first ? where : first->second);
+    }
     at->second = binding;
     unit_->names[tree_.names.folded(name)] = binding;
   };
@@ -196,8 +203,13 @@ void Compiler::compile_script() {
   if (environment_ != nullptr) {
     // Code that runs later sees what this code declares.
     for (const Constant& c : script_usage_->constants()) {
-      if (environment_->find(tree_.names.folded(c.name)).kind == Environment::Found::Kind::None) {
-        *environment_->declare(tree_.names.folded(c.name)) = c.value;
+      const std::string& folded = tree_.names.folded(c.name);
+      const Environment::Found found = environment_->find(folded);
+      // A name that the page uses and does not declare has a place already.
+      if (found.kind == Environment::Found::Kind::None) {
+        *environment_->declare(folded) = c.value;
+      } else if (found.kind == Environment::Found::Kind::Variable) {
+        *found.variable = c.value;
       }
     }
   }
@@ -257,6 +269,8 @@ void Compiler::declare_locals(Scope& scope, const NameUsage& usage) {
       continue;
     }
     if (environment_ != nullptr && environment_meaning(d.name)) continue;
+    const Usage* in_script = script_usage_->find(d.name);
+    if (environment_ == nullptr && in_script != nullptr && in_script->assigned) continue;
     declare(d.name, {Meaning::Kind::Variable, operand(Place::Register, take_register())},
             d.position);
   }

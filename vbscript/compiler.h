@@ -82,7 +82,7 @@ class Compiler {
   Meaning outer_meaning(NameId name);
   std::optional<Meaning> environment_meaning(NameId name);
   Meaning outer_variable(Value* variable);
-  Meaning shared_variable(NameId name);
+  Meaning shared_variable(NameId name, bool looked_up);
   void birth(NameId name);
 
   // --- statements (compile_statements.cc)
@@ -121,6 +121,12 @@ class Compiler {
   Operand element_container(const Expression* e);
   Operand loop_variable(const Expression* name);
 
+  // An element of a variable, or an element of an element: rows of indexes, the outermost first.
+  struct ElementPath {
+    Operand variable;
+    std::vector<std::vector<Operand>> rows;
+  };
+
   // --- expressions (compile_expressions.cc)
   // Where the value lies; what is computed goes to `wanted` where given.
   Operand value(const Expression* e, Operand wanted = kNoOperand);
@@ -139,6 +145,10 @@ class Compiler {
   Operand variable_place(const Expression* e);
   std::vector<Operand> arguments(const std::vector<const Expression*>& all, bool by_reference);
   Operand argument(const Expression* e, bool by_reference);
+  // Nothing where `e` is no element of a variable. `kept`: the indexes may not change meanwhile.
+  std::optional<ElementPath> element_path(const Expression* e, bool kept);
+  Operand path_value(const ElementPath& path, Operand wanted);
+  std::uint32_t path_list(const ElementPath& path);
   void write_back(std::size_t first);
   Operand result_place(Operand wanted, bool number = false);
 
@@ -162,10 +172,9 @@ class Compiler {
   SourcePlace place(Position where);
 
   struct PassedElement {
-    Operand array;
+    ElementPath path;
     Operand before;
     Operand passed;
-    std::vector<Operand> indexes;
   };
 
   const Source& source_;

@@ -82,7 +82,8 @@ enum class Op : std::uint16_t {
   NewNamed,       // a = New class named by constant index b
   Me,             // a = Me
   LoadName,       // a = what global slot index b means now
-  CheckName,      // raises 500 while global slot index b is undefined
+  CheckName,      // raises 500 while global slot index b is undefined; n: 1 where it is passed
+  FindShared,     // shared name a (an index): code run meanwhile may have made the script's
   Birth,          // global slot index b exists from now on
   ForStart,       // list(c): variable, from, to, step, hidden; jumps to a (an instruction) past it
   ForNext,        // a: variable; b: first of the hidden registers (an index); to c while it goes on
@@ -98,7 +99,8 @@ enum class Op : std::uint16_t {
   ReDim,         // a(list(c)); n: 1 for Preserve
   DimArray,      // a = a new array; list(c): count, bounds; n: 1 for a fixed one
   Erase,         // a
-  WriteBack,     // a(indexes) = c where c is no longer what b was; indexes: list of Extra behind it
+  StorePath,     // a(...)(...) = c; list(b): rows of indexes, a count before each; n: 1 for Set
+  WriteBack,     // a(...) = c where c is no longer what b was; the rows: list of Extra behind it
   Extra,         // carries operands of the instruction before
 };
 // clang-format on

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "platform/page.h"
+#include "value/conversions.h"
 #include "vbscript/names.h"
 #include "vbscript/runtime_error.h"
 
@@ -135,6 +136,22 @@ void Machine::raise_about(const KnownError& error, std::string_view name) {
 void Machine::raise_number(std::int32_t number, std::string_view name) {
   error_name_ = name;
   throw ScriptError(number, std::string(error_text(number)));
+}
+
+std::optional<Value> Machine::plain_or_none(const Value& value) {
+  if (!value.is_object()) return value;
+  if (value.as_object() == nullptr) return std::nullopt;
+  const bool placed = error_placed_;
+  try {
+    return plain_value(value);
+  } catch (const ScriptError& error) {
+    const bool has_none = error.number() == errors::kNoSuchMember.number ||
+                          error.number() == errors::kWrongArgumentCount.number;
+    if (!has_none) throw;
+    error_placed_ = placed;
+    error_name_.clear();
+    return std::nullopt;
+  }
 }
 
 void Machine::look_at_time() {

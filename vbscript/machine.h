@@ -9,6 +9,7 @@
 
 #include <exception>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <unordered_map>
@@ -50,6 +51,9 @@ class Machine {
   RandomSequence& random() { return random_; }
   std::int32_t locale() const { return locale_; }
   void set_locale(std::int32_t locale) { locale_ = locale; }
+  // The plain value behind an object; nothing where it is Nothing or has no default member that
+  // can be read without arguments.
+  std::optional<Value> plain_or_none(const Value& value);
   void execute(std::string_view text, bool in_script_scope);
   Value evaluate(std::string_view text);
   // An object that calls a procedure by its default member; 5 where there is none.
@@ -114,6 +118,10 @@ class Machine {
   void index(Frame& frame, const Value& base, std::span<const Operand> indexes, Value& result);
   void store_index(Frame& frame, Value& base, std::span<const Operand> indexes, const Value& value,
                    bool set);
+  using Rows = std::span<std::vector<Value>>;  // indexes, of the outermost array first
+  void store_path(Value& base, Rows rows, const Value& value, bool set);
+  void store_path(Frame& frame, const Instruction& i);
+  std::vector<std::vector<Value>> rows_of(Frame& frame, const std::uint32_t* list);
   void write_back(Frame& frame, const Instruction& i);
   void member(Frame& frame, const Instruction& i, CallKind kind);
   MemberId member_id(Frame& frame, Object& object, std::uint32_t site, std::uint32_t name);
@@ -129,6 +137,9 @@ class Machine {
   void call_value(Frame& frame, const Instruction& i);
   void call_built_in(Frame& frame, const Instruction& i);
   void load_name(Frame& frame, const Instruction& i);
+  void check_name(Frame& frame, const Instruction& i);
+  void find_shared(Frame& frame, const SharedName& name);
+  static Value* made_here(Frame& frame, const std::string& folded);
   void new_object(LoadedUnit& unit, const ClassCode& code, Value& result);
   bool call_made(Frame& frame, const std::string& folded, Arguments arguments, Value& result);
 

@@ -128,8 +128,9 @@ void Machine::call_name(Frame& frame, const Instruction& i) {
   collect(buffer, &frame.code->lists[i.c], [&](Operand o) -> Value& { return at(frame, o); });
   Value result;
   if (!call_made(frame, global.folded, buffer.arguments(), result)) {
-    const Value& named = globals_[i.b];
-    if (defined_[i.b] == 0 && main_.unit->option_explicit) {
+    const Value* const made = made_here(frame, global.folded);
+    const Value& named = made != nullptr ? *made : globals_[i.b];
+    if (made == nullptr && defined_[i.b] == 0 && main_.unit->option_explicit) {
       raise_about(errors::kUndefinedVariable, global.text);
     }
     if (!named.is_object() && !named.is_array()) raise_about(errors::kTypeMismatch, global.text);
@@ -140,16 +141,54 @@ void Machine::call_name(Frame& frame, const Instruction& i) {
 }
 
 void Machine::load_name(Frame& frame, const Instruction& i) {
+  const Global& global = main_.unit->globals[i.b];
+  if (const Value* const made = made_here(frame, global.folded)) {
+    at(frame, i.a) = *made;
+    return;
+  }
   if (defined_[i.b] != 0) {
     at(frame, i.a) = globals_[i.b];
     return;
   }
-  const Global& global = main_.unit->globals[i.b];
   Value result;
   if (!call_made(frame, global.folded, {}, result)) {
     if (main_.unit->option_explicit) raise_about(errors::kUndefinedVariable, global.text);
   }
   at(frame, i.a) = std::move(result);
+}
+
+// A variable that code of Execute made in this procedure.
+Value* Machine::made_here(Frame& frame, const std::string& folded) {
+  if (!frame.made) return nullptr;
+  const auto made = frame.made->find(folded);
+  return made == frame.made->end() ? nullptr : made->second.get();
+}
+
+// A name that nothing defines is a variable from here on, but where it is passed it may be a
+// function made at run time: then its place holds what the function answers.
+void Machine::check_name(Frame& frame, const Instruction& i) {
+  const Global& global = main_.unit->globals[i.b];
+  if (i.n != 0) {
+    Value result;
+    if (call_made(frame, global.folded, {}, result)) {
+      globals_[i.b] = std::move(result);
+      return;
+    }
+  }
+  if (main_.unit->option_explicit) raise_about(errors::kUndefinedVariable, global.text);
+  defined_[i.b] = 1;
+}
+
+void Machine::find_shared(Frame& frame, const SharedName& name) {
+  // The table is the frame's own, made by call().
+  Value*& place = const_cast<Value*&>(frame.tables[0][name.reference]);
+  if (defined_[name.global] != 0) {
+    place = &globals_[name.global];
+  } else if (!made_procedures_.empty()) {
+    Value result;
+    const std::string& folded = main_.unit->globals[name.global].folded;
+    if (call_made(frame, folded, {}, result)) *place = std::move(result);
+  }
 }
 
 // In code made at run time: a procedure by name.

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 
 #include "value/array.h"
@@ -40,6 +41,10 @@ void store_element(Array& array, std::size_t at, const Value& value) {
   } else {
     array.elements()[at] = value;
   }
+}
+
+bool is_object(const Value& value) {
+  return value.is_object();
 }
 
 }  // namespace
@@ -90,16 +95,72 @@ void Machine::store_index(Frame& frame, Value& base, std::span<const Operand> in
   invoke(*object, kDefaultMember, set ? CallKind::Set : CallKind::Let, buffer.arguments(), nullptr);
 }
 
-// An element that was passed by reference, where the call changed it.
+// a(i)(j) = value. Indexes become plain values one by one; as that may run script, the walk, which
+// points into arrays, begins anew behind it.
+void Machine::store_path(Value& base, Rows rows, const Value& value, bool set) {
+  Value* holder = &base;
+  std::size_t walked = 0;
+  while (holder->is_array()) {
+    std::vector<Value>& row = rows[walked];
+    if (const auto object = std::find_if(row.begin(), row.end(), is_object); object != row.end()) {
+      *object = plain_value(*object);
+      holder = &base;
+      walked = 0;
+      continue;
+    }
+    const auto index_at = [&](std::size_t i) -> const Value& { return row[i]; };
+    const std::size_t place = place_in(holder->as_array(), row.size(), index_at);
+    if (!holder->as_array().unique()) charge(*holder);  // copied now
+    Array& array = holder->writable_array();
+    if (++walked == rows.size()) return store_element(array, place, value);
+    if (array.holds_bytes()) raise(errors::kTypeMismatch);
+    holder = &array.elements()[place];
+  }
+  if (!holder->is_object()) raise(errors::kTypeMismatch);
+  if (holder->as_object() == nullptr) raise(errors::kObjectNotSet);
+  const Ref<Object> object(holder->as_object());
+  const bool last = walked + 1 == rows.size();
+  std::vector<Value*> arguments;
+  for (Value& index : rows[walked]) arguments.push_back(&index);
+  Value stored = value;
+  if (last) {
+    arguments.push_back(&stored);
+    invoke(*object, kDefaultMember, set ? CallKind::Set : CallKind::Let, arguments, nullptr);
+    return;
+  }
+  Value answer;
+  invoke(*object, kDefaultMember, CallKind::Get, arguments, &answer);
+  store_path(answer, rows.subspan(walked + 1), value, set);
+}
+
+void Machine::store_path(Frame& frame, const Instruction& i) {
+  const bool set = i.n != 0;
+  const Value& value = at(frame, i.c);
+  if (set && !value.is_object()) raise(errors::kObjectRequired);
+  Value stored = value;
+  if (!set) let(stored, value);
+  std::vector<std::vector<Value>> rows = rows_of(frame, &frame.code->lists[i.b]);
+  store_path(at(frame, i.a), rows, stored, set);
+}
+
+std::vector<std::vector<Value>> Machine::rows_of(Frame& frame, const std::uint32_t* list) {
+  std::vector<std::vector<Value>> rows;
+  for (const std::uint32_t *row = list + 1, *end = row + list[0]; row < end; row += *row + 1) {
+    std::vector<Value>& indexes = rows.emplace_back();
+    for (std::uint32_t k = 1; k <= *row; ++k) indexes.push_back(at(frame, row[k]));
+  }
+  return rows;
+}
+
+// An element that was passed by reference, where the call changed it. What an object answered on
+// the way is a copy: nothing is written to it.
 void Machine::write_back(Frame& frame, const Instruction& i) {
   const Value& before = at(frame, i.b);
-  const Value& after = at(frame, i.c);
-  Value& array = at(frame, i.a);
-  if (before.is_same(after) || !array.is_array()) return;
-  const std::uint32_t* const list = &frame.code->lists[(&i + 1)->c];
-  const auto index_at = [&](std::size_t k) -> const Value& { return at(frame, list[k + 1]); };
-  const std::size_t place = place_in(array.as_array(), list[0], index_at);
-  store_element(array.writable_array(), place, after);
+  const Value after = at(frame, i.c);
+  Value& variable = at(frame, i.a);
+  if (before.is_same(after) || !variable.is_array()) return;
+  std::vector<std::vector<Value>> rows = rows_of(frame, &frame.code->lists[(&i + 1)->c]);
+  store_path(variable, rows, after, after.is_object());
 }
 
 void Machine::member(Frame& frame, const Instruction& i, CallKind kind) {
@@ -141,6 +202,10 @@ MemberId Machine::member_id(Frame& frame, Object& object, std::uint32_t site, st
 
 void Machine::invoke(Object& object, MemberId id, CallKind kind, Arguments arguments,
                      Value* result) {
+  // A component may keep a copy of what it is given, as a stream does.
+  if (kind != CallKind::Get) {
+    for (const Value* argument : arguments) charge(*argument);
+  }
   Value answer = object.invoke(id, kind, arguments);
   charge(answer);
   if (result != nullptr) *result = std::move(answer);
@@ -188,7 +253,7 @@ Value Machine::invoke_member(ScriptObject& object, MemberId id, CallKind kind,
   }
   const Code* const target = unit.unit->codes[static_cast<std::size_t>(callee)].get();
   Value result;
-  if (reads && target->parameters() == 0 && !arguments.empty()) {
+  if (reads && m.method < 0 && target->parameters() == 0 && !arguments.empty()) {
     // object.Items(1): the brackets index what the property answers.
     call({target, &unit}, &object, {}, &result);
     return field_element(result, arguments);

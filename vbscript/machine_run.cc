@@ -356,12 +356,10 @@ void Machine::step_through(Frame& frame) {
         load_name(frame, i);
         break;
       case Op::CheckName:
-        if (!defined_[i.b]) {
-          if (main_.unit->option_explicit) {
-            raise_about(errors::kUndefinedVariable, main_.unit->globals[i.b].text);
-          }
-          defined_[i.b] = 1;
-        }
+        if (!defined_[i.b]) check_name(frame, i);
+        break;
+      case Op::FindShared:
+        find_shared(frame, frame.code->shared[i.a]);
         break;
       case Op::Birth:
         defined_[i.b] = 1;
@@ -425,6 +423,9 @@ void Machine::step_through(Frame& frame) {
         break;
       case Op::Erase:
         erase(at(frame, i.a));
+        break;
+      case Op::StorePath:
+        store_path(frame, i);
         break;
       case Op::WriteBack:
         write_back(frame, i);

@@ -23,6 +23,7 @@ struct Meaning {
   Kind kind = Kind::Variable;
   Operand place = kNoOperand;
   std::uint32_t index = 0;
+  bool looked_up = false;  // index of a shared name that code run meanwhile may move
   bool is_result = false;  // of the function around code made at run time: f(1) calls it again
 };
 

@@ -30,6 +30,7 @@ void NameUsage::statement(const Statement& s) {
       }
       redimensioned_.push_back(d);
       redimensioned_.back().name = d.target->name;
+      used_[d.target->name].assigned = true;
     }
   }
   const bool assigns = s.kind == Statement::Kind::Assign || s.kind == Statement::Kind::SetAssign ||

@@ -16,7 +16,10 @@ Parser::Parser(const Source& source)
 
 std::unique_ptr<SyntaxTree> Parser::script() {
   skip_separators();
+  bool first = true;
   while (!is(TokenKind::EndOfSource)) {
+    if (is(Keyword::Option) && !first) fail(syntax::kExpectedStatement);
+    first = first && (is(Keyword::Option) || at_blank_text());
     script_item();
     skip_separators();
   }
@@ -30,6 +33,12 @@ std::unique_ptr<SyntaxTree> Parser::expression_alone() {
   skip_separators();
   if (!is(TokenKind::EndOfSource)) fail(syntax::kExpectedEndOfStatement);
   return std::move(tree_);
+}
+
+// A page may have a line end between two script marks where no statement may stand.
+bool Parser::at_blank_text() const {
+  return is(TokenKind::WriteLiteral) &&
+         here().value.as_view().find_first_not_of(" \t\r\n") == std::string_view::npos;
 }
 
 // What may stand outside of procedures and blocks.

@@ -30,7 +30,7 @@ class Parser {
   // What encloses the statement at hand, for Exit and for what may stand where.
   struct Enclosing {
     int loops_do = 0;
-    int loops_for = 0;
+    std::vector<NameId> loops_for = {};  // their variables
     bool in_procedure = false;
     Procedure::Kind procedure = Procedure::Kind::Sub;
   };
@@ -46,6 +46,7 @@ class Parser {
   Block inline_block();
   void block_if(Statement& s);
   void select_statement(Block& out);
+  bool at_blank_text() const;
   void skip_blank_text();
   void case_branch(Statement& s);
   void for_statement(Block& out);

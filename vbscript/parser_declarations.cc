@@ -123,6 +123,11 @@ const Procedure* Parser::procedure(Procedure::Kind kind, bool is_public, bool is
   p.name = identifier();
   if (is(TokenKind::Open)) {
     p.parameters = parameters();
+    // A statement may follow in the same line, but this is a type, which the language has not.
+    if (is(TokenKind::Name) && equal_ignoring_case(here().text, "as") &&
+        ahead().kind == TokenKind::Name) {
+      fail(syntax::kExpectedEndOfStatement);
+    }
   } else if (!at_statement_end()) {
     fail(syntax::kExpectedEndOfStatement);
   }
@@ -197,8 +202,7 @@ void Parser::class_declaration() {
   while (true) {
     skip_separators();
     if (is(TokenKind::EndOfSource) || is(Keyword::End)) break;
-    if (is(TokenKind::WriteLiteral) &&
-        here().value.as_view().find_first_not_of(" \t\r\n") == std::string_view::npos) {
+    if (at_blank_text()) {
       ++at_;
       continue;
     }

@@ -187,13 +187,12 @@ void Parser::select_statement(Block& out) {
   expect(Keyword::Select, syntax::kExpectedSelect);
 }
 
-// Between Select and the first Case a page may have the line end between two script marks.
+// Between Select and the first Case.
 void Parser::skip_blank_text() {
-  while (true) {
-    skip_separators();
-    if (!is(TokenKind::WriteLiteral)) return;
-    if (here().value.as_view().find_first_not_of(" \t\r\n") != std::string_view::npos) return;
+  skip_separators();
+  while (at_blank_text()) {
     ++at_;
+    skip_separators();
   }
 }
 
@@ -221,9 +220,9 @@ void Parser::for_statement(Block& out) {
     for_counted(s);
   }
   statement_end();
-  ++enclosing_.loops_for;
+  enclosing_.loops_for.push_back(s.target->name);
   s.body = block({Keyword::Next});
-  --enclosing_.loops_for;
+  enclosing_.loops_for.pop_back();
   s.end = position();
   expect(Keyword::Next, syntax::kExpectedNext);
 }
@@ -248,7 +247,12 @@ const Expression* Parser::loop_variable() {
   const Token& token = here();
   ++at_;
   if (is(TokenKind::Dot) || is(TokenKind::Open)) fail(syntax::kInvalidForVariable);
-  return name_expression(token);
+  const Expression* const name = name_expression(token);
+  const std::vector<NameId>& outer = enclosing_.loops_for;
+  if (std::find(outer.begin(), outer.end(), name->name) != outer.end()) {
+    fail(syntax::kInvalidForVariable, name->position);
+  }
+  return name;
 }
 
 void Parser::do_statement(Block& out) {
@@ -262,6 +266,7 @@ void Parser::do_statement(Block& out) {
   s.end = position();
   expect(Keyword::Loop, syntax::kExpectedLoop);
   if (s.test == Statement::Test::None && loop_test(s)) s.test_at_end = true;
+  if (!at_statement_end()) fail(syntax::kExpectedWhileUntilOrEnd);
 }
 
 bool Parser::loop_test(Statement& s) {
@@ -317,7 +322,7 @@ void Parser::exit_statement(Block& out) {
     allowed = enclosing_.loops_do > 0;
   } else if (is(Keyword::For)) {
     s.exit = Statement::ExitKind::For;
-    allowed = enclosing_.loops_for > 0;
+    allowed = !enclosing_.loops_for.empty();
   } else if (is(Keyword::Sub)) {
     allowed = in(Procedure::Kind::Sub);
   } else if (is(Keyword::Function)) {

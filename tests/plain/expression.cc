@@ -61,22 +61,6 @@ int power_of(const Term& term) {
   return term.operation == "Not" ? kNotPower : kMinusPower;
 }
 
-Term grown(std::span<const std::uint8_t>& choices, int depth) {
-  const std::size_t choice = choices.empty() ? 0 : choices.front();
-  if (!choices.empty()) choices = choices.subspan(1);
-  Term term;
-  const std::size_t kinds = kSigns.size() + 2;
-  if (depth == 0 || choices.empty() || choice % 4 == 0) {
-    term.variable = choice % variables().size();
-    return term;
-  }
-  const std::size_t kind = choice % kinds;
-  term.operation = kind < kSigns.size() ? kSigns[kind].text : kind == kSigns.size() ? "Not" : "-";
-  term.operands.push_back(grown(choices, depth - 1));
-  if (kind < kSigns.size()) term.operands.push_back(grown(choices, depth - 1));
-  return term;
-}
-
 std::string source_within(const Term& term, int least) {
   std::string text;
   if (term.operands.empty()) {
@@ -89,15 +73,6 @@ std::string source_within(const Term& term, int least) {
            source_within(term.operands[1], power_of(term) + 1);
   }
   return power_of(term) < least ? "(" + text + ")" : text;
-}
-
-Value value_of(const Term& term) {
-  if (term.operands.empty()) return variables()[term.variable].value;
-  const Value left = value_of(term.operands[0]);
-  if (term.operands.size() == 2) {
-    return sign_of(term.operation).of(left, value_of(term.operands[1]));
-  }
-  return term.operation == "Not" ? logical_not(left) : negate(left);
 }
 
 std::string_view kind_name(const Value& value) {
@@ -138,9 +113,46 @@ const std::vector<Variable>& variables() {
   return kAll;
 }
 
+Term term_from(std::span<const std::uint8_t>& choices, int deepest) {
+  const std::size_t choice = choices.empty() ? 0 : choices.front();
+  if (!choices.empty()) choices = choices.subspan(1);
+  Term term;
+  const std::size_t kinds = kSigns.size() + 2;
+  if (deepest == 0 || choices.empty() || choice % 4 == 0) {
+    term.variable = choice % variables().size();
+    return term;
+  }
+  const std::size_t kind = choice % kinds;
+  term.operation = kind < kSigns.size() ? kSigns[kind].text : kind == kSigns.size() ? "Not" : "-";
+  term.operands.push_back(term_from(choices, deepest - 1));
+  if (kind < kSigns.size()) term.operands.push_back(term_from(choices, deepest - 1));
+  return term;
+}
+
+Value value_of(const Term& term, const std::vector<Value*>& values) {
+  if (term.operands.empty()) return *values.at(term.variable);
+  const Value left = value_of(term.operands[0], values);
+  if (term.operands.size() == 2) {
+    return sign_of(term.operation).of(left, value_of(term.operands[1], values));
+  }
+  return term.operation == "Not" ? logical_not(left) : negate(left);
+}
+
+std::string shown(const Value& value) {
+  std::string text(kind_name(value));
+  text += ' ';
+  if (value.is_null()) {
+    text += "Null";
+  } else {
+    append_text(text, value);
+  }
+  while (text.ends_with(' ')) text.pop_back();
+  return text;
+}
+
 Term term_of(const std::vector<std::uint8_t>& choices) {
   std::span<const std::uint8_t> left(choices);
-  return grown(left, kDeepest);
+  return term_from(left, kDeepest);
 }
 
 std::string source_of(const Term& term) {
@@ -148,17 +160,11 @@ std::string source_of(const Term& term) {
 }
 
 std::string answer_of(const Term& term) {
+  std::vector<Variable> all = variables();
+  std::vector<Value*> values;
+  for (Variable& variable : all) values.push_back(&variable.value);
   try {
-    const Value value = value_of(term);
-    std::string text(kind_name(value));
-    text += ' ';
-    if (value.is_null()) {
-      text += "Null";
-    } else {
-      append_text(text, value);
-    }
-    while (text.ends_with(' ')) text.pop_back();
-    return text;
+    return shown(value_of(term, values));
   } catch (const ScriptError& error) {
     return "error " + std::to_string(error.number());
   }

@@ -7,6 +7,7 @@
 #define RK_TESTS_PLAIN_EXPRESSION_H_
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -30,8 +31,14 @@ struct Term {
 
 // Any row of choices makes a tree; a short row a small one.
 Term term_of(const std::vector<std::uint8_t>& choices);
+// Takes what it needs of the choices.
+Term term_from(std::span<const std::uint8_t>& choices, int deepest);
 std::string source_of(const Term& term);
-// Kind and text as `Print TypeName(x), x` writes them, or "error 13".
+// Where v0, v1, ... have these values. Throws ScriptError.
+Value value_of(const Term& term, const std::vector<Value*>& values);
+// Kind and text, as `Print TypeName(x), x` writes them.
+std::string shown(const Value& value);
+// The shown value, or "error 13".
 std::string answer_of(const Term& term);
 // A parsed tree with brackets around all that has operands.
 std::string text_of(const SyntaxTree& tree, const Expression& expression);

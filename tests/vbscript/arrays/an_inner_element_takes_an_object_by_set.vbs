@@ -1,0 +1,3 @@
+c = Array(Array(1))
+Set c(0)(0) = Toy
+Print IsObject(c(0)(0)) ' expect: True

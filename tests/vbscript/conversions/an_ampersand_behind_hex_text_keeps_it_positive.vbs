@@ -1,0 +1,1 @@
+Print CLng("&HFFFF&"), CLng("&HFFFF") ' expect: 65535 -1

@@ -1,0 +1,1 @@
+Print CBool("#TRUE#"), CBool("#false#") ' expect: True False

@@ -1,0 +1,2 @@
+Dim x
+Option Explicit ' syntax error: 1024 line 2 column 1

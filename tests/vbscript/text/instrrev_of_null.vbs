@@ -1,0 +1,1 @@
+x = InStrRev(Null, "a") ' error: 94
