@@ -1,10 +1,12 @@
 // The page language: the loops, calls and texts that pages are made of, and how long a page takes
-// to compile and to start.
+// to compile and to start. bench/language measures the same algorithms in other languages.
 #include <benchmark/benchmark.h>
 
+#include <cstring>
 #include <memory>
 #include <string>
 
+#include "pagehost/components/dictionary.h"
 #include "tests/vbscript/script_host.h"
 #include "vbscript/interpreter.h"
 #include "vbscript/limits.h"
@@ -12,11 +14,13 @@
 
 namespace {
 
+using rk::Value;
 using rk::vbscript::compile_script;
 using rk::vbscript::Interpreter;
 using rk::vbscript::testing::ScriptHost;
 
-// As a page's thread, which asks once where its stack ends.
+// As a page's thread, which asks once where its stack ends. Scripts find the object that
+// CreateObject makes for them, and the long texts of their measures.
 class BenchHost final : public ScriptHost {
  public:
   BenchHost() {
@@ -24,10 +28,31 @@ class BenchHost final : public ScriptHost {
     changeable_services().stack_floor = kFloor;
     end_after(1 << 30);
   }
+  Value create_object(std::string_view) override {
+    return Value::object(rk::make_ref<rk::pagehost::Dictionary>());
+  }
 };
 
-void run(benchmark::State& state, const std::string& script) {
-  const auto program = compile_script("bench.vbs", script);
+// Runs the Sub "Measured" alone on the clock, behind what stands outside of it.
+void run(benchmark::State& state, const std::string& before, const std::string& measured) {
+  const auto program =
+      compile_script("bench.vbs", before + "\nSub Measured\n" + measured + "\nEnd Sub");
+  for (auto _ : state) {
+    state.PauseTiming();
+    BenchHost host;
+    Interpreter interpreter(program, host);
+    interpreter.run();
+    state.ResumeTiming();
+    interpreter.call("Measured", {});
+    state.PauseTiming();
+    interpreter.finish();
+    state.ResumeTiming();
+  }
+}
+
+// Runs a whole page.
+void run(benchmark::State& state, const std::string& page) {
+  const auto program = compile_script("bench.vbs", page);
   for (auto _ : state) {
     BenchHost host;
     Interpreter interpreter(program, host);
@@ -66,17 +91,114 @@ void language_methods(benchmark::State& state) {
 }
 BENCHMARK(language_methods)->Unit(benchmark::kMillisecond);
 
-void language_appends(benchmark::State& state) {
+void language_dictionary(benchmark::State& state) {
   run(state,
-      "s = \"\"\nFor i = 1 To " + std::to_string(state.range(0)) + "\ns = s & \"x...\"\nNext");
+      "Set d = CreateObject(\"Scripting.Dictionary\")\n"
+      "For i = 1 To 200000\nd(\"k\" & i) = i\nNext\n"
+      "n = 0\nFor i = 1 To 200000\nn = n + d(\"k\" & i)\nNext");
 }
-BENCHMARK(language_appends)->Arg(200000)->Arg(400000)->Unit(benchmark::kMillisecond);
+BENCHMARK(language_dictionary)->Unit(benchmark::kMillisecond);
 
-void language_mid_walk(benchmark::State& state) {
-  const std::string letter = state.range(0) == 0 ? "a" : "中";
-  run(state, "s = String(200000, \"" + letter + "\")\nFor i = 1 To 200000\nx = Mid(s, i, 1)\nNext");
+void language_dictionary_numbers(benchmark::State& state) {
+  run(state,
+      "Set d = CreateObject(\"Scripting.Dictionary\")\n"
+      "For i = 1 To 200000\nd(i) = i\nNext\n"
+      "n = 0\nFor i = 1 To 200000\nn = n + d(i)\nNext");
 }
-BENCHMARK(language_mid_walk)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(language_dictionary_numbers)->Unit(benchmark::kMillisecond);
+
+void appends(benchmark::State& state, int count) {
+  run(state, "s = \"\"\nFor i = 1 To " + std::to_string(count) + "\ns = s & \"x...\"\nNext");
+}
+void language_appends_200000(benchmark::State& state) {
+  appends(state, 200000);
+}
+BENCHMARK(language_appends_200000)->Unit(benchmark::kMillisecond);
+void language_appends_400000(benchmark::State& state) {
+  appends(state, 400000);
+}
+BENCHMARK(language_appends_400000)->Unit(benchmark::kMillisecond);
+
+// --- long texts -------------------------------------------------------------------------------
+
+constexpr std::size_t kLongText = 10'000'000;
+
+// Lines of 100 letters, as long pages and mails have them.
+constexpr const char* kLongLines =
+    "line = String(99, \"x\") & \"|\"\ntext = \"\"\n"
+    "For i = 1 To 100000\ntext = text & line\nNext\nparts = Split(text, \"|\")\n";
+
+// What reading and writing so many bytes costs at least.
+void copy(benchmark::State& state, std::size_t bytes) {
+  const std::string from(bytes, 'x');
+  std::string to(bytes, 'y');
+  for (auto _ : state) {
+    std::memcpy(to.data(), from.data(), from.size());
+    benchmark::DoNotOptimize(to.data());
+    benchmark::ClobberMemory();
+  }
+}
+void language_copy_10_mb(benchmark::State& state) {
+  copy(state, kLongText);
+}
+BENCHMARK(language_copy_10_mb)->Unit(benchmark::kMillisecond);
+
+void language_replace_10_mb(benchmark::State& state) {
+  run(state, std::string("x = 0\n") + kLongLines, "x = Replace(text, \"|\", \"<br>\")");
+}
+BENCHMARK(language_replace_10_mb)->Unit(benchmark::kMillisecond);
+
+void language_split_10_mb(benchmark::State& state) {
+  run(state, std::string("x = 0\n") + kLongLines, "x = Split(text, \"|\")");
+}
+BENCHMARK(language_split_10_mb)->Unit(benchmark::kMillisecond);
+
+void language_join_10_mb(benchmark::State& state) {
+  run(state, std::string("x = 0\n") + kLongLines, "x = Join(parts, \"|\")");
+}
+BENCHMARK(language_join_10_mb)->Unit(benchmark::kMillisecond);
+
+// --- walks ------------------------------------------------------------------------------------
+
+void mid_walk(benchmark::State& state, const std::string& letter, const std::string& way) {
+  run(state, "s = String(200000, \"" + letter + "\")\nFor i = " + way + "\nx = Mid(s, i, 1)\nNext");
+}
+constexpr const char* kForwards = "1 To 200000";
+constexpr const char* kBackwards = "200000 To 1 Step -1";
+
+void language_mid_ascii(benchmark::State& state) {
+  mid_walk(state, "a", kForwards);
+}
+BENCHMARK(language_mid_ascii)->Unit(benchmark::kMillisecond);
+void language_mid_chinese(benchmark::State& state) {
+  mid_walk(state, "中", kForwards);
+}
+BENCHMARK(language_mid_chinese)->Unit(benchmark::kMillisecond);
+void language_mid_ascii_backwards(benchmark::State& state) {
+  mid_walk(state, "a", kBackwards);
+}
+BENCHMARK(language_mid_ascii_backwards)->Unit(benchmark::kMillisecond);
+void language_mid_chinese_backwards(benchmark::State& state) {
+  mid_walk(state, "中", kBackwards);
+}
+BENCHMARK(language_mid_chinese_backwards)->Unit(benchmark::kMillisecond);
+
+// Bytes as pages read them out of an upload.
+void byte_walk(benchmark::State& state, int bytes) {
+  const std::string size = std::to_string(bytes);
+  run(state, "s = String(" + std::to_string(bytes / 2) + ", ChrW(&H4E2D))\nFor i = 1 To " + size +
+                 "\nn = n + AscB(MidB(s, i, 1))\nNext");
+}
+void language_bytes_5_mb(benchmark::State& state) {
+  byte_walk(state, 5'000'000);
+}
+BENCHMARK(language_bytes_5_mb)->Unit(benchmark::kMillisecond);
+void language_bytes_2_5_mb(benchmark::State& state) {
+  byte_walk(state, 2'500'000);
+}
+BENCHMARK(language_bytes_2_5_mb)->Unit(benchmark::kMillisecond);
+
+// --- pages ------------------------------------------------------------------------------------
 
 std::string page_of_3000_lines() {
   std::string text;
