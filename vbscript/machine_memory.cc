@@ -72,6 +72,8 @@ void Machine::count_memory() {
   if (held > kMaxPageMemoryBytes) {
     throw platform::PageEnd{platform::PageEnd::Reason::OutOfMemory};
   }
+  // A few turns that make so much may take as long as very many others.
+  host_.check_time();
 }
 
 // Values in flight (arguments, results) are not seen.

@@ -25,7 +25,6 @@ using SteadyClock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds kSweep{100};
 // After stop_time: for the answers of pages that were ended.
 constexpr std::chrono::seconds kLastAnswers{5};
-constexpr std::chrono::minutes kSessionSweep{1};
 // Connections taken in a row before others have their turn.
 constexpr int kAcceptsInARow = 64;
 
@@ -197,7 +196,7 @@ void Front::Server::sweep() {
 }
 
 void Front::Server::sweep_sessions() {
-  session_sweep_.expires_after(kSessionSweep);
+  session_sweep_.expires_after(hub_.options.session_sweep);
   session_sweep_.async_wait([this](error_code cancelled) {
     if (cancelled) return;
     hub_.pool->submit(std::make_shared<SessionSweep>(*hub_.parts.pages, *hub_.parts.log));

@@ -34,11 +34,12 @@ struct FrontOptions {
   HeaderLimits header;
   std::uint64_t max_body_bytes = 1048576;
   std::size_t max_connections = 4096;
-  std::chrono::milliseconds header_time{15000};  // for a whole header, from its first byte
-  std::chrono::milliseconds body_time{60000};    // for a whole body
-  std::chrono::milliseconds idle_time{60000};    // between two requests of a connection
-  std::chrono::milliseconds send_time{60000};    // without a byte taken by the visitor
-  std::chrono::milliseconds stop_time{30000};    // for running pages, after stop()
+  std::chrono::milliseconds header_time{15000};    // for a whole header, from its first byte
+  std::chrono::milliseconds body_time{60000};      // for a whole body
+  std::chrono::milliseconds idle_time{60000};      // between two requests of a connection
+  std::chrono::milliseconds send_time{60000};      // without a byte taken by the visitor
+  std::chrono::milliseconds stop_time{30000};      // for running pages, after stop()
+  std::chrono::milliseconds session_sweep{60000};  // how often sessions are looked through
   PagePoolOptions pool;
   std::string access_log;          // a file; empty: none
   std::vector<IpNetwork> proxies;  // whose word on visitors is believed

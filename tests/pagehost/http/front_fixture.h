@@ -28,6 +28,7 @@ class PlayedPages final : public Pages {
       std::function<pagehost::PageAnswer(const pagehost::PageRequest&, pagehost::AnswerSink*)>;
   Answer answer;
   bool admits = true;
+  std::function<void()> swept;  // called on a page's thread; may be empty
   // Told of each request on the event loop's thread, which it must not hold up; may be empty.
   std::function<void(const pagehost::PageRequest&, const std::function<bool()>& wanted)>
       before_turn;
@@ -52,7 +53,9 @@ class PlayedPages final : public Pages {
     return missing;
   }
   void end_running_pages() override { ended.store(true); }
-  void sweep_sessions() override {}
+  void sweep_sessions() override {
+    if (swept) swept();
+  }
   int code_page() const override { return platform::kUtf8; }
 };
 

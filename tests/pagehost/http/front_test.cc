@@ -222,6 +222,32 @@ TEST_F(FrontTest, AFullPoolAnswers503AndRecovers) {
   EXPECT_EQ(body_of(answer_to(request("/a.asp", kClose))), "done");
 }
 
+TEST_F(FrontTest, SessionsAreSweptAgainAndAgainOnAPagesThread) {
+  options_.session_sweep = std::chrono::milliseconds(1);
+  std::atomic<int> times{0};
+  std::promise<void> often;
+  pages_.swept = [&] {
+    if (++times == 3) often.set_value();
+  };
+  start();
+  often.get_future().wait();
+  stop();
+  EXPECT_GE(times.load(), 3);
+}
+
+TEST_F(FrontTest, ASweepThatFailsIsLoggedAndTheNextOneComes) {
+  options_.session_sweep = std::chrono::milliseconds(1);
+  std::atomic<int> times{0};
+  std::promise<void> again;
+  pages_.swept = [&] {
+    if (++times == 2) again.set_value();
+    if (times < 2) throw std::runtime_error("an event that broke");
+  };
+  start();
+  again.get_future().wait();
+  EXPECT_GE(log_.errors.load(), 1);
+}
+
 TEST_F(FrontTest, TooManyForASessionIs503) {
   pages_.admits = false;
   start();

@@ -7,6 +7,7 @@
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -35,6 +36,16 @@ class Visitor {
   void send(std::string_view bytes) {
     ASSERT_EQ(::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL),
               static_cast<ssize_t>(bytes.size()));
+  }
+  // False where the other end takes no more.
+  bool try_send(std::string_view bytes) {
+    return ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL) ==
+           static_cast<ssize_t>(bytes.size());
+  }
+  // Each piece goes out by itself from here on.
+  void send_at_once() {
+    const int on = 1;
+    ::setsockopt(socket_, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
   }
   void finish_sending() { ::shutdown(socket_, SHUT_WR); }
   // All until the other end closes.
