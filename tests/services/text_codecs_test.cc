@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/field_object.h"
 #include "tests/support/toy_code_pages.h"
 #include "value/array.h"
-#include "value/object.h"
 
 namespace rk::services {
 namespace {
@@ -51,22 +51,10 @@ TEST(Bytes2Bstr, TakesByteArraysAndBytesOfTexts) {
   EXPECT_EQ(bytes2bstr(text, code_pages, kAnsi).as_view(), "中!");
 }
 
-// As a record set's field: its plain value is what it holds.
-class Field final : public Object {
- public:
-  explicit Field(Value value) : value_(std::move(value)) {}
-  std::string_view type_name() const override { return "Field"; }
-  MemberId member(std::string_view) const override { return kNoMember; }
-  Value invoke(MemberId, CallKind, Arguments) override { return value_; }
-
- private:
-  Value value_;
-};
-
 TEST(Bytes2Bstr, TakesTheValueOfAnObject) {
   const tests::ToyCodePages code_pages;
   const Value array = Value::array(Array::of_bytes("\xD6\xD0"));
-  const Value field = Value::object(make_ref<Field>(array));
+  const Value field = Value::object(make_ref<tests::FieldObject>(array));
   EXPECT_EQ(bytes2bstr(field, code_pages, kAnsi).as_view(), "中");
 }
 

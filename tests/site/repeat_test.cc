@@ -7,6 +7,7 @@
 
 #include "site/tags.h"
 #include "tests/plain/repeat.h"
+#include "tests/support/field_object.h"
 #include "value/array.h"
 
 namespace rk::site {
@@ -73,25 +74,13 @@ TEST(Repeat, FillsAFileTagByTag) {
   EXPECT_EQ(filled("<{Id}> {Name}", {text("a"), Value::null(), text("7"), {}}), "");
 }
 
-// A database field as pages pass it: an object whose default member is its value.
-class Field final : public Object {
- public:
-  explicit Field(Value value) : value_(std::move(value)) {}
-  std::string_view type_name() const override { return "Field"; }
-  MemberId member(std::string_view) const override { return kNoMember; }
-  Value invoke(MemberId, CallKind, Arguments) override { return value_; }
-
- private:
-  Value value_;
-};
-
 TEST(Repeat, FillsWithTheValueOfAField) {
-  const Value field = Value::object(make_ref<Field>(Value::real(1.5)));
+  const Value field = Value::object(make_ref<tests::FieldObject>(Value::real(1.5)));
   EXPECT_EQ(expand("<{Name}>", {{text("a"), {}, {}, {}}, {field, {}, {}, {}}}), "[<a><1.5>]");
 }
 
 TEST(Repeat, KeepsLosingTheListOnAFieldThatIsNull) {
-  const Value field = Value::object(make_ref<Field>(Value::null()));
+  const Value field = Value::object(make_ref<tests::FieldObject>(Value::null()));
   EXPECT_EQ(expand("<{Name}>", {{text("a"), {}, {}, {}}, {field, {}, {}, {}}}), "[]");
   EXPECT_EQ(expand("<{Name}>", {{field, {}, {}, {}}, {text("b"), {}, {}, {}}}), "[<b>]");
 }
