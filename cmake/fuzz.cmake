@@ -1,5 +1,5 @@
 # fuzz/<name>_fuzz.cc: with RK_FUZZ the libFuzzer program fuzz_<name>, else the test
-# fuzz_replay_<name>, which feeds the target the files of fuzz/<name>/seeds and fuzz/<name>/crashes.
+# fuzz_replay_<name>, which feeds the target the files of seeds/, corpus/ and crashes/ in fuzz/<name>/.
 
 file(GLOB targets CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/fuzz/*_fuzz.cc)
 foreach(source IN LISTS targets)
@@ -16,7 +16,8 @@ foreach(source IN LISTS targets)
     target_link_libraries(fuzz_replay_${name} PRIVATE ${needs})
     add_test(NAME fuzz_replay_${name} COMMAND fuzz_replay_${name}
       ${RK_RESULTS}/fuzz_replay_${name}.json
-      ${CMAKE_SOURCE_DIR}/fuzz/${name}/seeds ${CMAKE_SOURCE_DIR}/fuzz/${name}/crashes)
+      ${CMAKE_SOURCE_DIR}/fuzz/${name}/seeds ${CMAKE_SOURCE_DIR}/fuzz/${name}/corpus
+      ${CMAKE_SOURCE_DIR}/fuzz/${name}/crashes)
     set_tests_properties(fuzz_replay_${name} PROPERTIES LABELS fuzz)
   endif()
 endforeach()
