@@ -44,13 +44,13 @@ Firms = Companies(5)
 <section class="wrap">
 <div class="columns">
 <div class="news"><h2><%= Say("最新消息", "Latest") %></h2>
-<% Site.getnews 1, 5, 1, 18, Agent_User %>
+<% Site.getnews 1, 5, 1, Say(18, 26), Agent_User %>
 </div>
 <div class="news"><h2><%= Say("客户案例", "Customers") %></h2>
-<ul class="boxes"><%= Site.Show_SuccessList("6", "12", "240", "32", "· ", Agent_User) %></ul>
+<ul class="boxes"><%= Site.Show_SuccessList("6", Say("12", "24"), "240", "32", "· ", Agent_User) %></ul>
 </div>
 <div><h2><%= Say("下载", "Downloads") %></h2>
-<%= Site.Show_DownLoad(4, 250, 24, Agent_User) %>
+<%= Site.Show_DownLoad(4, 300, Say(24, 32), Agent_User) %>
 </div>
 </div>
 </section>

@@ -65,7 +65,7 @@ Insert Into Rk_Ads (picurl, link, adinfo, AgentUser) Values
   ('/images/slide4.svg', '/shop?Id=5', '每晚备份，保留三十天', NULL),
   ('/images/slide-blue1.svg', '/host/index.asp', '小店开张，主机先行', 'blue'),
   ('/images/slide-blue2.svg', '/shop?Id=91', '装修一次，卖上一年', 'blue'),
-  ('/images/slide-green1.svg', '/host/index.asp?ServerId=23', 'Frankfurt, Tokyo, Hong Kong', 'green'),
+  ('/images/slide-green1.svg', '/host/index.asp?ServerId=23', 'Close to your visitors', 'green'),
   ('/images/slide-green2.svg', '/news/index.asp', 'Thirty nights of backups', 'green'),
   ('/images/slide-green3.svg', '/host/index.asp', 'Quiet servers', 'green');
 

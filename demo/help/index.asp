@@ -11,7 +11,7 @@ Function HelpText()
     file = Template_Path & "Help.html"
     Site.loadfile_fromcache file
     HelpText = Site.GetKey(Application("Rk_Tp_" & file), "<!--Help-->", "<!--End Help-->")
-    HelpText = Site.Set_Tags(HelpText, "HelpList", Site.Show_NewsList("help", 8, "· ", 24, 6, "1", Agent_User))
+    HelpText = Site.Set_Tags(HelpText, "HelpList", Site.Show_NewsList("help", 8, "· ", Say(24, 36), 6, "1", Agent_User))
     HelpText = Site.Set_Tags(HelpText, "Service", Html(Setting("service", "sales@shop.example")))
 End Function
 %>

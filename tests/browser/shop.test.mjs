@@ -242,29 +242,3 @@ test("an agent's ways to pay are its own", () =>
   visit("green.localhost", "/pay/index.asp", async (page) => {
     assert.deepEqual(await texts(page.locator(".pay-types h2")), ["Bank transfer", "Cheque"]);
   }));
-
-const paths = [
-  "/shop/index.asp",
-  "/shop/item.asp?Id=22",
-  "/shop/item.asp?Id=12",
-  "/pay/index.asp",
-  "/pay/enter.asp",
-  "/news/index.asp",
-  "/news/news.asp",
-  "/news/shownews.asp?id=1",
-  "/success/index.asp",
-  "/success/success.asp",
-];
-for (const width of [360, 1280]) {
-  test(`no page of the shop, news, cases or payment is wider than ${width} pixels`, async () => {
-    for (const host of ["localhost", "blue.localhost", "green.localhost"]) {
-      for (const path of paths) {
-        const look = async (page) => {
-          const wide = await page.evaluate(() => document.documentElement.scrollWidth);
-          assert.ok(wide <= width, `${host}${path}: ${wide}`);
-        };
-        await visit(host, path, look, { width });
-      }
-    }
-  });
-}

@@ -2,7 +2,7 @@ import assert from "node:assert/strict";
 import { test } from "node:test";
 import { cards, demoVisits, follow, names } from "./demo_site.mjs";
 
-const { visit, address } = demoVisits();
+const { visit } = demoVisits();
 
 test("the master's home page shows the six newest plans under the master's prices", () =>
   visit("localhost", "/", async (page) => {
@@ -167,22 +167,7 @@ test("a plan number that is a script stays out of the page", () =>
   }));
 
 const storefronts = ["localhost", "blue.localhost", "green.localhost"];
-const paths = ["/", "/host/index.asp", "/host/index.asp?View=table", "/database/index.asp", "/mail/mail.asp", "/contact.asp?plan=H7"];
 
-for (const width of [360, 1280]) {
-  test(`no page is wider than ${width} pixels`, async () => {
-    for (const host of storefronts) {
-      const look = async (page) => {
-        for (const path of paths) {
-          await page.goto(address(host, path));
-          const wide = await page.evaluate(() => document.documentElement.scrollWidth);
-          assert.ok(wide <= width, `${host}${path}: ${wide}`);
-        }
-      };
-      await visit(host, "/", look, { width });
-    }
-  });
-}
 
 // Relative luminance and contrast as the accessibility guidelines for the web reckon them.
 function contrast(one, other) {
