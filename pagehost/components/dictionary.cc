@@ -73,7 +73,7 @@ std::unique_ptr<Enumeration> Dictionary::enumerate() {
   return std::make_unique<ValueWalk>(listed(&Entry::key));
 }
 
-void Dictionary::add_held(HeldMemory& held) const {
+void Dictionary::add_held(rk::HeldMemory& held) const {
   held.bytes += entries_.capacity() * sizeof(Entry) + slots_.capacity() * sizeof(std::uint32_t);
   for (const Entry& entry : entries_) {
     held.values.push_back(&entry.key);

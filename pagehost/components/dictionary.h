@@ -19,7 +19,7 @@ class Dictionary final : public TabledObject<Dictionary> {
   std::string_view type_name() const override { return "Dictionary"; }
   static std::span<const Member<Dictionary>> members();
   std::unique_ptr<Enumeration> enumerate() override;  // the keys
-  void add_held(HeldMemory& held) const override;
+  void add_held(rk::HeldMemory& held) const override;
 
  private:
   struct Entry {

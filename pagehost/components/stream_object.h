@@ -21,7 +21,7 @@ class StreamObject final : public TabledObject<StreamObject> {
   StreamObject(const FileSystem& system, std::string bytes);
   std::string_view type_name() const override { return "Stream"; }
   static std::span<const Member<StreamObject>> members();
-  void add_held(HeldMemory& held) const override { held.bytes += bytes_.capacity(); }
+  void add_held(rk::HeldMemory& held) const override { held.bytes += bytes_.capacity(); }
 
  private:
   enum class Type : std::uint8_t { Binary = 1, Text = 2 };
