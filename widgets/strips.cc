@@ -26,9 +26,14 @@ void add_link_start(Html& html, platform::Recordset& link) {
        << link.field("linkName") << "\">";
 }
 
+// The height less one; nothing where the height is Null, as a difference with it is Null.
+std::string less_one(const Value& height) {
+  return height.is_null() ? std::string() : number_text(to_double(height) - 1);
+}
+
 void add_marquee(Html& html, std::string_view id, const LinkParameters& parameters) {
   html << "</ul></div><script>new Marquee(\"" << id << "\",0," << parameters.linkHeight << ","
-       << parameters.linkWidth << "," << number_text(to_double(parameters.linkHeight) - 1) << ","
+       << parameters.linkWidth << "," << less_one(parameters.linkHeight) << ","
        << parameters.stopTime << ",0,0)</script>";
 }
 

@@ -57,6 +57,19 @@ TEST_F(Strips, APictureLinkShowsItsPicture) {
                 kLinksEnd);
 }
 
+TEST_F(Strips, AHeightThatIsNullLeavesBothNumbersOut) {
+  parameters.linkHeight = Value::null();
+  links({});
+  EXPECT_TRUE(
+      Show_Links(page.context, parameters).ends_with("(\"fl_CSS1\",0,,200,,3,0,0)</script>"));
+}
+
+TEST_F(Strips, AHeightThatIsNoNumberRaises) {
+  parameters.linkHeight = text("x");
+  links({});
+  EXPECT_EQ(error_of([&] { Show_Links(page.context, parameters); }), 13);
+}
+
 TEST_F(Strips, HostedSitesAreTextLinks) {
   page.db.answer(ftp_links_sql(parameters),
                  {{"linkName", "linkUrl"}, {{text("abcde"), text("u")}}});
