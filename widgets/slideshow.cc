@@ -291,6 +291,7 @@ std::string script_page(const ScriptLists& lists, const SlideshowParameters& par
 std::string ShowFlash_Ad(const site::PageContext& page, const PlayerAddresses& player,
                          const SlideshowParameters& parameters) {
   const auto db = site::open_database(page);
+  const platform::ReadScope one_view(*db);
   const auto rows = db->execute(pictures_sql(parameters.Agent_User));
   if (equals(parameters.Style, "1")) {
     const PlayerLists lists = player_lists(*rows);
