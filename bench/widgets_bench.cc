@@ -66,7 +66,8 @@ void append_short(std::string& out, std::string_view name) {
 class LinksFloor {
  public:
   LinksFloor(sqlite3* db, int rows, bool hosted)
-      : rows_(db, std::string("Select linkName,linkUrl,linkType,linkPic From Rk_Links Where ") +
+      : page_(db),
+        rows_(db, std::string("Select linkName,linkUrl,linkType,linkPic From Rk_Links Where ") +
                       (hosted ? "FtpUser<>''" : "(FtpUser='' Or FtpUser Is Null)") +
                       " And (AgentUser='' Or AgentUser Is Null) And BePass=1 Order By Id Desc "
                       "Limit " +
@@ -81,6 +82,7 @@ class LinksFloor {
                           : "<Style>#fl_CSS1 li{text-align:center;float:left;width:90px;height:"
                             "31px;}#fl_CSS1 ul{margin:0px;}#fl_CSS1{width:200px;}#fl_CSS1 "
                             "img{margin-right:2px;}</Style><div id=\"fl_CSS1\"><ul>";
+    page_.begin();
     while (rows_.step()) {
       out.append("<li><a href=\"").append(rows_.text(1)).append("\" target=\"_blank\" title=\"");
       out.append(rows_.text(0)).append("\">");
@@ -93,11 +95,13 @@ class LinksFloor {
       out.append("</a></li>");
     }
     rows_.reset();
+    page_.commit();
     out.append("</ul></div><script>new Marquee(\"").append(hosted_ ? "fl_CSS" : "fl_CSS1");
     return out.append("\",0,31,200,30,3,0,0)</script>");
   }
 
  private:
+  FloorPage page_;
   Statement rows_;
   bool hosted_;
 };
@@ -105,7 +109,7 @@ class LinksFloor {
 class CompaniesFloor {
  public:
   explicit CompaniesFloor(sqlite3* db)
-      : rows_(db, "Select Id,City,Tel From Rk_NCompany Order By Id Desc") {}
+      : page_(db), rows_(db, "Select Id,City,Tel From Rk_NCompany Order By Id Desc") {}
 
   std::string show() {
     std::string out =
@@ -113,22 +117,26 @@ class CompaniesFloor {
         "center;}.NC_CSS{margin:0px;}</style><div style=\"margin:auto; border-width: "
         "1px;border-style: solid;border-color: #1559AB;width:400px;padding:5px;\"><ul "
         "class=\"NC_CSS\">";
+    page_.begin();
     while (rows_.step()) {
       out.append("<li><a href=\"/NComPany?Id=").append(rows_.text(0)).append("\">&#9742;");
       out.append(rows_.text(1)).append("：").append(rows_.text(2)).append("</a></li>");
     }
     rows_.reset();
+    page_.commit();
     return out.append("<li><a href=\"/links/?id=2\">more</a></li></ul></div>");
   }
 
  private:
+  FloorPage page_;
   Statement rows_;
 };
 
 class DownloadsFloor {
  public:
   DownloadsFloor(sqlite3* db, int rows)
-      : rows_(db,
+      : page_(db),
+        rows_(db,
               "Select DownName,DownICO,DownUrl From Rk_DownLoad Where AgentUser='' Or AgentUser "
               "Is Null Order By Id Desc Limit " +
                   std::to_string(rows)) {}
@@ -137,6 +145,7 @@ class DownloadsFloor {
     std::string out =
         "<Style>.DL_CSS li{width:120px;float:left;}.DL_CSS{margin:0px;padding-left:10px;}</Style>"
         "<div><ul class=\"DL_CSS\">";
+    page_.begin();
     while (rows_.step()) {
       out.append("<li><span style=\"float:left;\"><img width=\"19\" height=\"19\" src=\"");
       out.append(rows_.text(1)).append("\"></span><span style=\"float:left;\"><a title=\"");
@@ -146,10 +155,12 @@ class DownloadsFloor {
       out.append("</a></span></li>");
     }
     rows_.reset();
+    page_.commit();
     return out.append("</ul></div>");
   }
 
  private:
+  FloorPage page_;
   Statement rows_;
 };
 
@@ -162,7 +173,8 @@ widgets::SlideshowParameters show_parameters(bool player) {
 class SlideshowFloor {
  public:
   SlideshowFloor(sqlite3* db, bool player)
-      : rows_(db, "Select picurl,link,adinfo From Rk_Ads Where AgentUser='' Or AgentUser Is Null"),
+      : page_(db),
+        rows_(db, "Select picurl,link,adinfo From Rk_Ads Where AgentUser='' Or AgentUser Is Null"),
         player_(player) {
     const Value mark = Value::text("@");
     std::string frame = plain::slideshow({{mark, mark, mark}}, {}, show_parameters(player));
@@ -187,6 +199,7 @@ class SlideshowFloor {
  private:
   std::string player() {
     std::string lists[3];
+    page_.begin();
     while (rows_.step()) {
       for (int list = 0; list < 3; ++list) {
         const std::string_view text = rows_.text(list);
@@ -194,6 +207,7 @@ class SlideshowFloor {
       }
     }
     rows_.reset();
+    page_.commit();
     std::string out = parts_[0];
     for (std::size_t list = 0; list < 3; ++list) {
       append_turned(out, lists[list]);
@@ -211,6 +225,7 @@ class SlideshowFloor {
   std::string script() {
     std::string big, small, links, captions;
     std::int64_t count = 0;
+    page_.begin();
     while (rows_.step()) {
       const std::string n = std::to_string(++count);
       big.append("   img").append(n).append(" = new Image();\r\n   img").append(n);
@@ -223,6 +238,7 @@ class SlideshowFloor {
       captions.append(".alt = '").append(rows_.text(2)).append("';\r\n");
     }
     rows_.reset();
+    page_.commit();
     std::string out = parts_[0] + std::to_string(count) + ";\r\n //大图\r\n" + big;
     return out.append(parts_[1])
         .append(small)
@@ -233,6 +249,7 @@ class SlideshowFloor {
         .append(parts_[4]);
   }
 
+  FloorPage page_;
   Statement rows_;
   bool player_;
   std::vector<std::string> parts_;

@@ -5,11 +5,13 @@
 #ifndef RK_WIDGETS_HTML_H_
 #define RK_WIDGETS_HTML_H_
 
+#include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "platform/database.h"
 #include "value/conversions.h"
 #include "value/value.h"
 
@@ -28,6 +30,11 @@ class Html {
   // Each line with its line end.
   Html& operator<<(std::span<const std::string_view> lines) {
     for (const std::string_view line : lines) text_.append(line).append("\r\n");
+    return *this;
+  }
+  // A field of the current row, as its value would be joined.
+  Html& add(platform::Recordset& rows, std::size_t column) {
+    rows.append_field_text(column, text_);
     return *this;
   }
   std::string text() && { return std::move(text_); }

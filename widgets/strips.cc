@@ -21,9 +21,18 @@ Text shortened(const Value& name, const Value& length) {
   return first;
 }
 
-void add_link_start(Html& html, platform::Recordset& link) {
-  html << "<li><a href=\"" << link.field("linkUrl") << "\" target=\"_blank\" title=\""
-       << link.field("linkName") << "\">";
+// The columns of a table of links, found once a strip.
+struct LinkColumns {
+  explicit LinkColumns(const platform::Recordset& rows)
+      : name(rows.ordinal("linkName")), url(rows.ordinal("linkUrl")) {}
+  std::size_t name;
+  std::size_t url;
+};
+
+void add_link_start(Html& html, platform::Recordset& link, const LinkColumns& columns) {
+  html << "<li><a href=\"";
+  html.add(link, columns.url) << "\" target=\"_blank\" title=\"";
+  html.add(link, columns.name) << "\">";
 }
 
 // The height less one; nothing where the height is Null, as a difference with it is Null.
@@ -41,6 +50,37 @@ bool is_true(const Value& flag) {
   return !flag.is_null() && to_boolean(flag);
 }
 
+void add_partners(Html& html, platform::Recordset& rows, const Value& length) {
+  const LinkColumns columns(rows);
+  const std::size_t is_picture = rows.ordinal("linkType");
+  const std::size_t picture = rows.ordinal("linkPic");
+  for (; !rows.eof(); rows.move_next()) {
+    // Shortened in every row, so that a wrong length raises where only pictures are shown too.
+    const Text name = shortened(rows.field(columns.name), length);
+    add_link_start(html, rows, columns);
+    if (is_true(rows.field(is_picture))) {
+      html << "<img src=\"";
+      html.add(rows, picture) << "\" border=\"0\" width=\"88\" height=\"31\">";
+    } else {
+      html << name.view();
+    }
+    html << "</a></li>";
+  }
+}
+
+void add_downloads(Html& html, platform::Recordset& rows, const Value& length) {
+  const std::size_t name = rows.ordinal("DownName");
+  const std::size_t icon = rows.ordinal("DownICO");
+  const std::size_t url = rows.ordinal("DownUrl");
+  for (; !rows.eof(); rows.move_next()) {
+    html << "<li><span style=\"float:left;\"><img width=\"19\" height=\"19\" src=\"";
+    html.add(rows, icon) << "\"></span><span style=\"float:left;\"><a title=\"";
+    html.add(rows, name) << "\" href=\"";
+    html.add(rows, url) << "\" target=\"_blank\">";
+    html << shortened(rows.field(name), length).view() << "</a></span></li>";
+  }
+}
+
 }  // namespace
 
 // --- partner links ------------------------------------------------------------------------------
@@ -53,18 +93,7 @@ std::string Show_Links(const site::PageContext& page, const LinkParameters& para
   html << "<Style>#fl_CSS1 li{text-align:center;float:left;width:" << parameters.NumWidth
        << "px;height:31px;}#fl_CSS1 ul{margin:0px;}#fl_CSS1{width:" << parameters.linkWidth
        << "px;}#fl_CSS1 img{margin-right:2px;}</Style><div id=\"fl_CSS1\"><ul>";
-  for (; !rows->eof(); rows->move_next()) {
-    // Shortened in every row, so that a wrong length raises where only pictures are shown too.
-    const Text name = shortened(rows->field("linkName"), parameters.sLen);
-    add_link_start(html, *rows);
-    if (is_true(rows->field("linkType"))) {
-      html << "<img src=\"" << rows->field("linkPic")
-           << "\" border=\"0\" width=\"88\" height=\"31\">";
-    } else {
-      html << name.view();
-    }
-    html << "</a></li>";
-  }
+  if (!rows->eof()) add_partners(html, *rows, parameters.sLen);
   add_marquee(html, "fl_CSS1", parameters);
   rows->close();
   db->close();
@@ -94,10 +123,12 @@ std::string Show_FtpLinks(const site::PageContext& page, const LinkParameters& p
   html << "<Style>#fl_CSS li{text-align:center;float:left;width:" << parameters.NumWidth
        << "px;}#fl_CSS ul{margin:0px;}#fl_CSS{width:" << parameters.linkWidth
        << "px;}</Style><div id=\"fl_CSS\"><ul>";
-  for (; !rows->eof(); rows->move_next()) {
-    add_link_start(html, *rows);
-    html << shortened(rows->field("linkName"), parameters.sLen).view();
-    html << "</a></li>";
+  if (!rows->eof()) {
+    const LinkColumns columns(*rows);
+    for (; !rows->eof(); rows->move_next()) {
+      add_link_start(html, *rows, columns);
+      html << shortened(rows->field(columns.name), parameters.sLen).view() << "</a></li>";
+    }
   }
   add_marquee(html, "fl_CSS", parameters);
   rows->close();
@@ -160,14 +191,7 @@ std::string Show_DownLoad(const site::PageContext& page, const Value& ShowNum, c
   html << "<Style>.DL_CSS li{width:" << sWidth
        << "px;float:left;}.DL_CSS{margin:0px;padding-left:10px;}</Style><div><ul "
           "class=\"DL_CSS\">";
-  for (; !rows->eof(); rows->move_next()) {
-    const Value name = rows->field("DownName");
-    html << "<li><span style=\"float:left;\"><img width=\"19\" height=\"19\" src=\""
-         << rows->field("DownICO") << "\"></span><span style=\"float:left;\"><a title=\"" << name
-         << "\" href=\"" << rows->field("DownUrl") << "\" target=\"_blank\">";
-    html << shortened(name, sNum).view();
-    html << "</a></span></li>";
-  }
+  if (!rows->eof()) add_downloads(html, *rows, sNum);
   html << "</ul></div>";
   rows->close();
   db->close();
