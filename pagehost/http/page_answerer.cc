@@ -1,8 +1,11 @@
 #include "pagehost/http/page_answerer.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
-#include <optional>
+#include <system_error>
+
+#include "value/text.h"
 
 namespace rk::http {
 namespace {
@@ -15,6 +18,17 @@ constexpr std::size_t kMostAhead = std::size_t{64} << 10;
 // How long a flush waits for a visitor who is only a little behind, and how often a longer wait
 // looks whether the page must end.
 constexpr std::chrono::milliseconds kShortWait{200};
+
+// The length that a page promised by a header of its own; nothing where that is no number.
+std::optional<std::uint64_t> own_length(const pagehost::PageAnswer& head) {
+  for (const auto& [name, value] : head.headers) {
+    if (!equal_ignoring_case(name, "content-length")) continue;
+    std::uint64_t length = 0;
+    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), length);
+    if (error == std::errc() && end == value.data() + value.size()) return length;
+  }
+  return std::nullopt;
+}
 
 }  // namespace
 
@@ -65,16 +79,23 @@ void PageAnswerer::send(std::string_view bytes) {
 void PageAnswerer::begin(const pagehost::PageAnswer& head) {
   began_ = true;
   status_ = head.status;
-  // HTTP/1.0 knows no chunks: the end of the connection is the end of the body.
-  if (terms_.old_version) terms_.keep_alive = false;
   HeadFraming framing;
-  framing.chunked = !terms_.old_version && has_body(head.status);
+  if (has_body(head.status)) framing.length = own_length(head);
+  promised_ = framing.length;
+  // HTTP/1.0 knows no chunks: the end of the connection is the end of the body.
+  if (terms_.old_version && !promised_) terms_.keep_alive = false;
+  framing.chunked = !terms_.old_version && has_body(head.status) && !promised_;
   chunked_ = framing.chunked && !terms_.head_only;
   send(head_of(head, framing));
 }
 
 // The bytes as they go out, without those that no visitor is to see.
 std::string PageAnswerer::framed(std::string_view bytes) {
+  if (promised_) {
+    bytes = bytes.substr(
+        0, static_cast<std::size_t>(std::min<std::uint64_t>(*promised_, bytes.size())));
+    *promised_ -= bytes.size();
+  }
   if (bytes.empty() || terms_.head_only || !has_body(status_)) return {};
   body_bytes_ += bytes.size();
   if (!chunked_) return std::string(bytes);
@@ -93,6 +114,7 @@ void PageAnswerer::finish(pagehost::PageAnswer answer) {
   if (began_) {
     left_over_.append(framed(answer.body));
     if (chunked_) left_over_.append("0\r\n\r\n");
+    if (promised_ && *promised_ > 0 && !terms_.head_only) terms_.keep_alive = false;
     return send_left_over();
   }
   status_ = answer.status;

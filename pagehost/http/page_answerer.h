@@ -1,6 +1,9 @@
 // PageAnswerer: sends a page's answer from the page's own thread, at its end or, where the page
 // flushes, piece by piece (chunked, or to the end of the connection for HTTP/1.0).
 //
+// The Content-Length that a page sets itself counts where it flushes: such an answer needs no
+// chunks, and is cut off or ends with its connection where the page keeps the promise badly.
+//
 // A slow visitor holds a page that flushes only where the page runs far ahead of him, and no longer
 // than the page may run; the rest of a page that is over never waits here.
 //
@@ -11,6 +14,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -67,6 +71,7 @@ class PageAnswerer final : public pagehost::AnswerSink {
   std::function<void()> check_;
   bool began_ = false;
   bool chunked_ = false;
+  std::optional<std::uint64_t> promised_;  // of a streamed answer: what its Content-Length leaves
   bool gone_ = false;
   int status_ = 0;
   std::uint64_t body_bytes_ = 0;

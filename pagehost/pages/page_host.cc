@@ -186,6 +186,8 @@ PageAnswer PageHost::run(const PageRequest& request, SessionTurn turn, AnswerSin
   const auto path = resolved_path("", request.path);
   const auto page = path && is_page(*path) ? state.cache.page(*path) : nullptr;
   if (!page) return answer_not_found(request, std::move(turn), sink);
+  // Known by now also where the page was not read yet when it asked for its turn.
+  if (!page->session_enabled) turn = SessionTurn();
   PageRun run(state, request, std::static_pointer_cast<Session>(std::move(turn.held_)), sink);
   return run.answer(page);
 }

@@ -171,6 +171,33 @@ TEST_F(FrontTest, AnOldVisitorGetsAStreamUntilTheConnectionEnds) {
   EXPECT_EQ(body_of(answer), "one two");
 }
 
+TEST_F(FrontTest, APagesOwnLengthCountsWhereItFlushes) {
+  pages_.answer = [&](const pagehost::PageRequest& request, pagehost::AnswerSink* sink) {
+    pagehost::PageAnswer answer;
+    answer.headers.emplace_back("Content-Length", request.query);
+    sink->begin(answer);
+    sink->write("four");
+    answer.streamed = true;
+    answer.body = "more";
+    return answer;
+  };
+  start();
+  const auto body_for = [&](const std::string& length) {
+    Visitor visitor(port_);
+    visitor.send(request("/a.asp?" + length) + request("/hello.txt", kClose));
+    std::string answer = visitor.read_all();
+    EXPECT_NE(answer.find("Content-Length: " + length + "\r\n"), std::string::npos) << answer;
+    EXPECT_EQ(answer.find("chunked"), std::string::npos) << answer;
+    return body_of(answer).substr(0, 12);
+  };
+  EXPECT_EQ(body_for("8"), "fourmoreHTTP") << "the next answer follows";
+  EXPECT_EQ(body_for("6"), "fourmoHTTP/1") << "no byte more than was promised";
+  EXPECT_EQ(body_for("9"), "fourmore") << "the end of the connection tells that one is missing";
+  const std::string no_number = answer_to(request("/a.asp?many", kClose));
+  EXPECT_NE(no_number.find("Transfer-Encoding: chunked\r\n"), std::string::npos) << no_number;
+  EXPECT_EQ(no_number.find("many"), std::string::npos) << no_number;
+}
+
 TEST_F(FrontTest, APageThatBreaksInTheHostIsA500AndLogged) {
   pages_.answer = [](const pagehost::PageRequest&, pagehost::AnswerSink*) -> pagehost::PageAnswer {
     throw std::runtime_error("secret inside");

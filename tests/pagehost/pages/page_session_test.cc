@@ -1,6 +1,7 @@
 // Sessions as visitors and pages see them.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -110,6 +111,38 @@ TEST_F(PageSessions, ARequestWaitsForItsSessionsTurnAndHoldsNoThread) {
   EXPECT_EQ(site_.host().run(request, std::move(turns[0])).body, "2");
   ASSERT_EQ(turns.size(), 2u) << "the page's end calls who waits";
   EXPECT_EQ(site_.host().run(request, std::move(turns[1])).body, "3");
+}
+
+TEST_F(PageSessions, APageWithoutASessionHoldsNobodysTurn) {
+  // Runs while the page does: what asks for the turn then has it.
+  bool free = false;
+  site_.file("/off.asp", "<%@ EnableSessionState=False %><% Response.Flush %>x");
+  const std::string cookie = cookie_of(run_as("", "/count.asp"));
+  PageRequest off = tests::PageSite::request("/off.asp");
+  PageRequest on = tests::PageSite::request("/count.asp");
+  for (PageRequest* one : {&off, &on}) one->headers.emplace_back("Cookie", cookie);
+  class Sink final : public AnswerSink {
+   public:
+    explicit Sink(std::function<void()> begun) : begun_(std::move(begun)) {}
+    void wait_while(std::function<void()>) override {}
+    void begin(const PageAnswer&) override { begun_(); }
+    void write(std::string_view) override {}
+    bool connected() override { return true; }
+
+   private:
+    std::function<void()> begun_;
+  };
+  Sink sink([&] { site_.host().admit(on, [&](const SessionTurn&) { free = true; }); });
+  SessionTurn turn;
+  site_.host().admit(off, [&](SessionTurn given) { turn = std::move(given); });
+  site_.host().run(off, std::move(turn), &sink);
+  EXPECT_TRUE(free);
+  // Once it was read it does not wait for the session either.
+  std::vector<SessionTurn> held;
+  site_.host().admit(on, [&](SessionTurn given) { held.push_back(std::move(given)); });
+  bool admitted = false;
+  site_.host().admit(off, [&](const SessionTurn&) { admitted = true; });
+  EXPECT_TRUE(admitted);
 }
 
 TEST_F(PageSessions, WhatOneVisitorKeepsIsBounded) {
