@@ -157,6 +157,10 @@ std::size_t bytes_of(xmlDoc* document) {
 void add_declaration(xmlDoc* document, std::string_view text) {
   constexpr std::string_view kOpening = "<?xml";
   if (!text.starts_with(kOpening)) return;
+  // "<?xml-stylesheet" and its like are instructions of their own.
+  if (text.size() == kOpening.size() || static_cast<unsigned char>(text[kOpening.size()]) > ' ') {
+    return;
+  }
   const std::size_t end = text.find("?>");
   if (end == std::string_view::npos) return;
   std::string_view inside = text.substr(kOpening.size(), end - kOpening.size());

@@ -1,6 +1,7 @@
 // XPath over a tree, bounded in the expression's length and in the steps that it takes.
 
 #include <libxml/tree.h>
+#include <libxml/xmlerror.h>
 #include <libxml/xpath.h>
 #include <libxml/xpathInternals.h>
 
@@ -38,6 +39,8 @@ struct Complaint {
     }
   }
 };
+
+void say_nothing(void*, const char*, ...) {}
 
 std::string_view words_of(int code) {
   switch (code) {
@@ -91,6 +94,7 @@ std::vector<Tree::Node*> Tree::select(const Node* from, std::string_view xpath,
   }
   const Context context(xmlXPathNewContext(document_));
   if (!context) throw std::bad_alloc();
+  xmlSetGenericErrorFunc(nullptr, say_nothing);  // of this thread; else some go to standard error
   Complaint complaint;
   context->userData = &complaint;
   context->error = Complaint::take;

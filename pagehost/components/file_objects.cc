@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "pagehost/components/drive_object.h"
 #include "pagehost/components/file_operations.h"
 #include "pagehost/components/file_paths.h"
 #include "pagehost/pages/tabled_object.h"
@@ -113,6 +114,7 @@ class FolderObject final : public TabledObject<FolderObject> {
         {"SubFolders", &F::sub_folders},
         {"ParentFolder", &F::parent},
         {"IsRootFolder", &F::is_root},
+        {"Drive", &F::drive},
         {"Size", &F::size},
         {"Type", &F::type},
         {"Attributes", &F::attributes},
@@ -142,6 +144,9 @@ class FolderObject final : public TabledObject<FolderObject> {
     const std::string up(parent_folder_of(place_.path));
     if (!place_.files().is_folder(up)) return Value::nothing();
     return Value::object(folder_object(place_.system, *place_.clock, up));
+  }
+  Value drive(const Call&) {
+    return Value::object(drive_object({place_.system, place_.clock, place_.path}));
   }
   Value is_root(const Call&) {
     return Value::boolean(!place_.files().is_folder(parent_folder_of(place_.path)));
@@ -188,6 +193,7 @@ class FileObject final : public TabledObject<FileObject> {
         {"Size", &F::size},
         {"Type", &F::type},
         {"ParentFolder", &F::parent},
+        {"Drive", &F::drive},
         {"Attributes", &F::attributes, 0, 0, Access::Both},
         {"DateLastModified", &F::modified},
         {"DateCreated", &F::modified},
@@ -215,10 +221,20 @@ class FileObject final : public TabledObject<FileObject> {
     return stamp->size < 0x80000000u ? Value::long_integer(static_cast<std::int32_t>(stamp->size))
                                      : Value::real(static_cast<double>(stamp->size));
   }
-  Value type(const Call&) { return Value::text(std::string(extension_of(place_.path)) + " File"); }
+  Value type(const Call&) {
+    std::string type(extension_of(place_.path));
+    for (char& c : type) {
+      if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    }
+    return Value::text(type.empty() ? "File" : type + " File");
+  }
   Value parent(const Call&) {
     return Value::object(
         folder_object(place_.system, *place_.clock, std::string(parent_folder_of(place_.path))));
+  }
+  Value drive(const Call&) {
+    return Value::object(
+        drive_object({place_.system, place_.clock, std::string(parent_folder_of(place_.path))}));
   }
   // Kept by no file system here: an assignment is taken and has no effect.
   Value attributes(const Call& call) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "pagehost/components/drive_object.h"
 #include "pagehost/components/file_objects.h"
 #include "pagehost/components/file_operations.h"
 #include "pagehost/components/file_paths.h"
@@ -30,6 +31,9 @@ std::span<const Member<FileSystemObject>> FileSystemObject::members() {
       {"FileExists", &F::file_exists, 1, 1},
       {"FolderExists", &F::folder_exists, 1, 1},
       {"DriveExists", &F::drive_exists, 1, 1},
+      {"Drives", &F::drives},
+      {"GetDrive", &F::drive, 1, 1},
+      {"GetFileVersion", &F::file_version, 1, 1},
       {"GetFile", &F::file, 1, 1},
       {"GetFolder", &F::folder, 1, 1},
       {"GetFileName", &F::file_name, 1, 1},
@@ -86,9 +90,25 @@ Value FileSystemObject::folder_exists(const Call& call) {
   return Value::boolean(system_.files->is_folder(absolute(call.text(0))));
 }
 
-// One file system without drives.
-Value FileSystemObject::drive_exists(const Call&) {
-  return Value::boolean(false);
+// One disk without a letter.
+Value FileSystemObject::drive_exists(const Call& call) {
+  const std::string name = call.text(0);
+  return Value::boolean(name == "/" || name == "\\");
+}
+
+Value FileSystemObject::drives(const Call&) {
+  return Value::object(drives_object({system_, &clock_, site_root_}));
+}
+
+// Whichever is asked for: there is one.
+Value FileSystemObject::drive(const Call&) {
+  return Value::object(drive_object({system_, &clock_, site_root_}));
+}
+
+// Files have none here.
+Value FileSystemObject::file_version(const Call& call) {
+  if (!system_.files->find(absolute(call.text(0)))) raise(errors::kFileNotFound);
+  return Value::text("");
 }
 
 Value FileSystemObject::file(const Call& call) {
@@ -119,8 +139,9 @@ Value FileSystemObject::absolute_path_name(const Call& call) {
   return Value::text(absolute(call.text(0)));
 }
 
-Value FileSystemObject::drive_name(const Call&) {
-  return Value::text("");
+Value FileSystemObject::drive_name(const Call& call) {
+  const std::string path = call.text(0);
+  return Value::text(path.size() > 1 && path[1] == ':' ? path.substr(0, 2) : "");
 }
 
 Value FileSystemObject::build_path(const Call& call) {

@@ -32,6 +32,9 @@ class FileSystemObject final : public TabledObject<FileSystemObject> {
   Value file_exists(const Call& call);
   Value folder_exists(const Call& call);
   Value drive_exists(const Call& call);
+  Value drives(const Call& call);
+  Value drive(const Call& call);
+  Value file_version(const Call& call);
   Value file(const Call& call);
   Value folder(const Call& call);
   Value file_name(const Call& call);

@@ -14,6 +14,7 @@
 
 #include "pagehost/pages/application_store.h"
 #include "pagehost/pages/page_cache.h"
+#include "pagehost/pages/page_files.h"
 #include "pagehost/pages/page_host.h"
 #include "pagehost/pages/page_reader.h"
 #include "pagehost/pages/session_store.h"
@@ -32,7 +33,8 @@ struct HostState {
 
   const PageHostOptions options;
   const PageHostParts parts;
-  int code_page = platform::kUtf8;  // settled by start()
+  PageFiles page_files{*parts.files};  // for what pages do
+  int code_page = platform::kUtf8;     // settled by start()
   const PageReader reader;
   PageCache cache;
   ApplicationStore application;

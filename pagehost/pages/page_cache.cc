@@ -13,6 +13,7 @@ CompiledPage compiled_page(std::string path, PageSource source) {
   page.files = std::move(source.files);
   page.code_page = source.code_page;
   page.session_enabled = source.session_enabled;
+  page.in_transaction = source.in_transaction;
   page.has_type_library = source.has_type_library;
   page.objects = std::move(source.objects);
   page.left_out = std::move(source.left_out);

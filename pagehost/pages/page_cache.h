@@ -26,6 +26,7 @@ struct CompiledPage {
   std::vector<FileState> files;
   int code_page = 0;  // as the directive says; 0: the site's
   bool session_enabled = true;
+  bool in_transaction = false;
   bool has_type_library = false;
   std::vector<ObjectDeclaration> objects;
   std::vector<std::string> left_out;

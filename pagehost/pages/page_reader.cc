@@ -169,6 +169,11 @@ class Reading {
     if (equal_ignoring_case(attribute(part.attributes, "enablesessionstate"), "false")) {
       out_.session_enabled = false;
     }
+    const std::string_view transaction = attribute(part.attributes, "transaction");
+    if (equal_ignoring_case(transaction, "required") ||
+        equal_ignoring_case(transaction, "requires_new")) {
+      out_.in_transaction = true;
+    }
   }
 
   void include(const PagePart& part, const std::string& path, std::string_view folder) {

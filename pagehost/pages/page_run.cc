@@ -8,6 +8,7 @@
 #include "pagehost/pages/page_failure_text.h"
 #include "pagehost/pages/page_names.h"
 #include "pagehost/pages/scripting_context.h"
+#include "pagehost/pages/transaction_object.h"
 #include "pagehost/pages/virtual_path.h"
 #include "value/text.h"
 #include "vbscript/limits.h"
@@ -117,8 +118,12 @@ void PageRun::guarded(const std::function<void()>& work) {
 
 void PageRun::run(const std::shared_ptr<const CompiledPage>& page) {
   if (page->failure) return fail(*page->failure, vbscript::kCompilationSource);
-  in_script(*page, [](vbscript::Interpreter& script) {
+  in_script(*page, [&](vbscript::Interpreter& script) {
     script.run();
+    if (page->in_transaction) {
+      const std::string_view event = *aborted_ ? "OnTransactionAbort" : "OnTransactionCommit";
+      if (page->program->defines(event)) script.call(event, {});
+    }
     script.finish();
   });
 }
@@ -142,7 +147,10 @@ void PageRun::in_script(const CompiledPage& page,
     try {
       work(script);
     } catch (const vbscript::RuntimeError& error) {  // passed on: the page around may trap it
-      if (running_.size() > 1) inner_failure_ = failure_of(error);
+      if (running_.size() > 1) {
+        inner_failure_ = failure_of(error);
+        last_failure_ = inner_failure_;
+      }
       throw;
     } catch (...) {  // passed on; the script still knows where it stood
       if (failed_place_.empty()) failed_place_ = place();
@@ -230,6 +238,9 @@ std::optional<Value> PageRun::lookup(std::string_view name) {
   const Ref<platform::ScriptingContext> page = context();
   const MemberId id = page->member(name);
   if (id > kDefaultMember) return page->invoke(id, CallKind::Get, {});
+  if (equal_ignoring_case(name, "ObjectContext")) {
+    return Value::object(make_ref<TransactionObject>(aborted_));
+  }
   for (const Scope scope : {Scope::Page, Scope::Session, Scope::Application}) {
     Value object = declared_object(name, scope);
     if (!object.is_empty()) return object;

@@ -42,6 +42,8 @@ class PageRun final : public vbscript::Host, public PageServices, public Session
   void execute(std::string_view path);
   [[noreturn]] void transfer(std::string_view path);
   PageTime& time() { return *time_; }
+  // Of the page that Server.Execute ran last, where it failed.
+  const std::optional<PageFailure>& last_failure() const { return last_failure_; }
 
   // Objects of <object> declarations, by scope; Empty where none has this name.
   using Scope = ObjectDeclaration::Scope;
@@ -58,7 +60,7 @@ class PageRun final : public vbscript::Host, public PageServices, public Session
   std::shared_ptr<platform::Database> database() override;
   std::shared_ptr<const PageWatch> watch() override { return time_; }
   std::shared_ptr<HeldMemory> memory() override { return memory_; }
-  platform::Files& files() override { return *host_.parts.files; }
+  platform::Files& files() override { return host_.page_files; }
   const platform::CodePages& code_pages() override { return *host_.parts.code_pages; }
   const platform::Clock& clock() override { return *host_.parts.clock; }
   platform::Random& random() override { return *host_.parts.random; }
@@ -109,7 +111,9 @@ class PageRun final : public vbscript::Host, public PageServices, public Session
   Ref<platform::ScriptingContext> context_;
   vbscript::Services services_;
   std::vector<Running> running_;
-  std::string failed_place_;                   // where the page was when it was ended
+  std::string failed_place_;  // where the page was when it was ended
+  std::optional<PageFailure> last_failure_;
+  std::shared_ptr<bool> aborted_ = std::make_shared<bool>(false);  // by ObjectContext
   std::optional<PageFailure> inner_failure_;   // of the page that Server.Execute ran last
   std::map<std::string, Value> page_objects_;  // by lower-case id
   std::vector<Ref<Object>> to_end_;            // objects with OnEndPage

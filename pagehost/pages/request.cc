@@ -56,6 +56,7 @@ constexpr std::string_view kVariableNames[] = {"ALL_HTTP",
                                                "AUTH_PASSWORD",
                                                "AUTH_TYPE",
                                                "AUTH_USER",
+                                               "CACHE_URL",
                                                "CERT_COOKIE",
                                                "CERT_FLAGS",
                                                "CERT_ISSUER",
@@ -86,11 +87,13 @@ constexpr std::string_view kVariableNames[] = {"ALL_HTTP",
                                                "REMOTE_USER",
                                                "REQUEST_METHOD",
                                                "SCRIPT_NAME",
+                                               "SCRIPT_TRANSLATED",
                                                "SERVER_NAME",
                                                "SERVER_PORT",
                                                "SERVER_PORT_SECURE",
                                                "SERVER_PROTOCOL",
                                                "SERVER_SOFTWARE",
+                                               "UNMAPPED_REMOTE_USER",
                                                "URL"};
 
 }  // namespace
@@ -194,16 +197,35 @@ std::string RequestView::header_list(bool raw) const {
   return out;
 }
 
-std::optional<std::string> RequestView::variable(std::string_view name) const {
-  if (name.starts_with("HTTP_")) {
-    std::optional<std::string> found;
-    for (const auto& [header, value] : request_->headers) {
-      if (!names_header(name.substr(5), header)) continue;
-      found = found ? *found + ", " : std::string();
-      *found += decoded_text(value, code_page(), code_pages_);
-    }
-    return found;
+// What was asked for, as it came.
+std::string RequestView::address() const {
+  return request_->query.empty() ? request_->path : request_->path + "?" + request_->query;
+}
+
+std::optional<std::string> RequestView::sent_header(std::string_view variable) const {
+  std::optional<std::string> found;
+  for (const auto& [header, value] : request_->headers) {
+    if (!names_header(variable, header)) continue;
+    found = found ? *found + ", " : std::string();
+    *found += decoded_text(value, code_page(), code_pages_);
   }
+  return found;
+}
+
+std::optional<std::string> RequestView::variable(std::string_view name) const {
+  if (name.starts_with("HEADER_")) return sent_header(name.substr(7));
+  if (name.starts_with("HTTP_")) {
+    if (auto sent = sent_header(name.substr(5))) return sent;
+    if (name == "HTTP_METHOD") return request_->method;
+    if (name == "HTTP_VERSION") return request_->protocol;
+    if (name == "HTTP_URL") return address();
+    return std::nullopt;
+  }
+  if (name == "CACHE_URL") {
+    return (request_->secure ? "https://" : "http://") + std::string(request_->header("host")) +
+           address();
+  }
+  if (name == "SCRIPT_TRANSLATED") return physical_path(site_root_, request_->path);
   if (name == "SCRIPT_NAME" || name == "URL" || name == "PATH_INFO") return request_->path;
   if (name == "QUERY_STRING") return raw_query();
   if (name == "SERVER_NAME") return std::string(host_name(request_->header("host")));

@@ -68,6 +68,8 @@ class RequestView final : public platform::Request {
  private:
   std::optional<std::string> variable(std::string_view upper_case_name) const;
   std::string header_list(bool raw) const;
+  std::string address() const;
+  std::optional<std::string> sent_header(std::string_view variable) const;
   int code_page() const { return response_->code_page(); }
   void forget_other_code_page();
 

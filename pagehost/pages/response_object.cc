@@ -1,7 +1,11 @@
 #include "pagehost/pages/response_object.h"
 
+#include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
+#include "pagehost/pages/stored_variables.h"
 #include "value/array.h"
 
 namespace rk::pagehost {
@@ -75,8 +79,14 @@ class CookiesObject final : public TabledObject<CookiesObject> {
     static constexpr Member<CookiesObject> kMembers[] = {
         {"Item", &CookiesObject::item, 1, 1, Access::Both},
         {"Count", &CookiesObject::count},
+        {"Key", &CookiesObject::key, 1, 1},
     };
     return kMembers;
+  }
+  std::unique_ptr<Enumeration> enumerate() override {
+    std::vector<std::string> names;
+    for (const ResponseCookie& cookie : response_->cookies()) names.push_back(cookie.name);
+    return walk_over(std::move(names));
   }
 
  private:
@@ -89,6 +99,14 @@ class CookiesObject final : public TabledObject<CookiesObject> {
   }
   Value count(const Call&) {
     return Value::long_integer(static_cast<std::int32_t>(response_->cookies().size()));
+  }
+  Value key(const Call& call) {
+    const std::int32_t place = call.number(0);
+    const auto& cookies = response_->cookies();
+    if (place < 1 || static_cast<std::size_t>(place) > cookies.size()) {
+      raise(errors::kSubscriptOutOfRange);
+    }
+    return Value::text(cookies[static_cast<std::size_t>(place) - 1].name);
   }
 
   std::shared_ptr<PageResponse> response_;
@@ -126,7 +144,7 @@ std::span<const Member<ResponseObject>> ResponseObject::members() {
       {"AppendToLog", &R::append_to_log, 1, 1},
       {"Cookies", &R::cookies, 0, 1, Access::Both},
       {"IsClientConnected", &R::is_client_connected},
-      {"PICS", &R::pics, 1, 1},
+      {"PICS", &R::pics, 0, 1, Access::Both},
   };
   return kMembers;
 }
@@ -240,8 +258,11 @@ Value ResponseObject::is_client_connected(const Call&) {
   return Value::boolean(response_->connected());
 }
 
+// A method and a property at once, as Charset is.
 Value ResponseObject::pics(const Call& call) {
-  response_->add_header("PICS-Label", call.text(0));
+  if (!call.assigns() && !call.has(0)) return Value::text("");
+  response_->add_header("PICS-Label",
+                        call.assigns() ? to_text(call.assigned()).string() : call.text(0));
   return {};
 }
 

@@ -1,37 +1,52 @@
 #include "pagehost/pages/server_object.h"
 
+#include <optional>
 #include <utility>
 
 #include "pagehost/pages/page_run.h"
 #include "pagehost/pages/url_text.h"
 #include "value/script_error.h"
+#include "vbscript/runtime_error.h"
 
 namespace rk::pagehost {
 namespace {
 
-// Server.GetLastError, where no error led here: nothing happened.
+// Server.GetLastError: of the page that Server.Execute ran last; without an error its texts are
+// empty and its numbers 0.
 class LastErrorObject final : public TabledObject<LastErrorObject> {
  public:
+  explicit LastErrorObject(const std::optional<PageFailure>& failure) {
+    if (failure) failure_ = *failure;
+  }
   std::string_view type_name() const override { return "IASPError"; }
   static std::span<const Member<LastErrorObject>> members() {
     static constexpr Member<LastErrorObject> kMembers[] = {
         {"", nullptr},
-        {"ASPCode", &LastErrorObject::text},
+        {"ASPCode", &LastErrorObject::nothing},
         {"Number", &LastErrorObject::number},
-        {"Source", &LastErrorObject::text},
-        {"Category", &LastErrorObject::text},
-        {"File", &LastErrorObject::text},
-        {"Line", &LastErrorObject::number},
-        {"Column", &LastErrorObject::number},
-        {"Description", &LastErrorObject::text},
-        {"ASPDescription", &LastErrorObject::text},
+        {"Source", &LastErrorObject::nothing},
+        {"Category", &LastErrorObject::category},
+        {"File", &LastErrorObject::file},
+        {"Line", &LastErrorObject::line},
+        {"Column", &LastErrorObject::column},
+        {"Description", &LastErrorObject::description},
+        {"ASPDescription", &LastErrorObject::nothing},
     };
     return kMembers;
   }
 
  private:
-  Value text(const Call&) { return Value::text(""); }
-  Value number(const Call&) { return Value::long_integer(0); }
+  Value nothing(const Call&) { return Value::text(""); }
+  Value number(const Call&) { return Value::long_integer(failure_.number); }
+  Value category(const Call&) {
+    return Value::text(failure_.number == 0 ? std::string_view() : vbscript::kRuntimeSource);
+  }
+  Value file(const Call&) { return Value::text(failure_.path); }
+  Value line(const Call&) { return Value::long_integer(failure_.line); }
+  Value column(const Call&) { return Value::long_integer(0); }
+  Value description(const Call&) { return Value::text(failure_.text); }
+
+  PageFailure failure_;
 };
 
 }  // namespace
@@ -117,7 +132,7 @@ Value ServerObject::script_timeout(const Call& call) {
 }
 
 Value ServerObject::last_error(const Call&) {
-  return Value::object(make_ref<LastErrorObject>());
+  return Value::object(make_ref<LastErrorObject>(view_->page().last_failure()));
 }
 
 }  // namespace rk::pagehost

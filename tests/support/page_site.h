@@ -67,7 +67,7 @@ class PageSite {
     if (!host_) {
       pagehost::PageHostParts parts;
       parts.files = &files;
-      parts.code_pages = &code_pages;
+      parts.code_pages = real_code_pages == nullptr ? &code_pages : real_code_pages;
       parts.clock = &clock;
       parts.random = &random;
       parts.programs = &programs;
@@ -98,6 +98,7 @@ class PageSite {
 
   MemoryFiles files;
   ToyCodePages code_pages;
+  const platform::CodePages* real_code_pages = nullptr;  // in place of the toy ones, where given
   FixedClock clock;
   CountingRandom random;
   KeptLog log;

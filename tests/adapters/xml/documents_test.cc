@@ -67,6 +67,13 @@ TEST_F(XmlTest, TheDeclarationIsANode) {
   EXPECT_EQ(document->kind(children[1]), XmlKind::Comment);
 }
 
+TEST_F(XmlTest, AnInstructionWhoseNameBeginsLikeTheDeclarationIsItsOwn) {
+  const auto document = parsed("<?xml-stylesheet href='a.xsl'?><a/>");
+  const auto children = document->children(document->root());
+  ASSERT_EQ(children.size(), 2u);
+  EXPECT_EQ(document->name(children[0]), "xml-stylesheet");
+}
+
 TEST_F(XmlTest, AFaultTellsItsPlace) {
   const XmlFault mismatch = fault("<a>\n<b></a>");
   EXPECT_EQ(mismatch.kind, XmlFault::Kind::TagMismatch);

@@ -39,6 +39,18 @@ TEST_F(FileSystemTest, LinesAreReadToTheEnd) {
   EXPECT_EQ(error_number([&] { get(stream, "ReadLine"); }), 62);
 }
 
+TEST_F(FileSystemTest, ThereIsOneDrive) {
+  files_.put("/site/a/b.txt", "x");
+  EXPECT_EQ(text_of(get(get(fso_, "Drives"), "Count")), "1");
+  EXPECT_EQ(tests::walked(get(fso_, "Drives")), "/");
+  const Value drive = get(get(fso_, "GetFile", {t("/site/a/b.txt")}), "Drive");
+  EXPECT_TRUE(get(drive, "IsReady").as_boolean());
+  EXPECT_EQ(text_of(get(drive, "DriveType")), "2");
+  EXPECT_GE(get(drive, "FreeSpace").as_double(), 0);
+  EXPECT_FALSE(get(fso_, "DriveExists", {t("c:")}).as_boolean());
+  EXPECT_EQ(text_of(get(fso_, "GetDriveName", {t("c:\\x")})), "c:");
+}
+
 TEST_F(FileSystemTest, ARelativePathIsTakenFromTheSite) {
   files_.put("/site/a.txt", "x");
   EXPECT_TRUE(get(fso_, "FileExists", {t("a.txt")}).as_boolean());

@@ -1,5 +1,6 @@
 // Every tests/pages/site/**/NAME.asp that has a NAME.expected beside it is run, with the query
-// string of NAME.query where there is one, and must answer those bytes.
+// string of NAME.query where there is one, and must answer those bytes. With NAME.post it is a
+// POST: the first line is the media type, the rest the body.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -55,7 +56,15 @@ class SitePages : public ::testing::TestWithParam<std::string> {
 TEST_P(SitePages, AnswersAsExpected) {
   const fs::path page = folder() / GetParam().substr(1);
   const std::string query = bytes_of(fs::path(page).replace_extension(".query"));
-  const PageAnswer answer = site_.run(GetParam() + "?" + query);
+  PageRequest request = tests::PageSite::request(GetParam() + "?" + query);
+  const std::string post = bytes_of(fs::path(page).replace_extension(".post"));
+  if (!post.empty()) {
+    const std::size_t line = post.find('\n');
+    request.method = "POST";
+    request.headers.emplace_back("Content-Type", post.substr(0, line));
+    request.body = post.substr(line + 1);
+  }
+  const PageAnswer answer = site_.host().run(request);
   EXPECT_EQ(answer.body, bytes_of(fs::path(page).replace_extension(".expected")));
   EXPECT_EQ(answer.status, 200);
 }

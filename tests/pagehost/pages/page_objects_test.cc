@@ -167,6 +167,49 @@ TEST_F(PageObjects, AMemberThatIsNotThereIsAnError) {
             "450");
 }
 
+TEST_F(PageObjects, TheEventsOfATransactionAreCalledWhereThePageAsksForOne) {
+  const std::string page =
+      "<% Sub OnTransactionCommit\nResponse.Write \"held\"\nEnd Sub\n"
+      "Sub OnTransactionAbort\nResponse.Write \"undone\"\nEnd Sub\n"
+      "If Request(\"no\") <> \"\" Then ObjectContext.SetAbort Else ObjectContext.SetComplete %>";
+  site_.file("/a.asp", "<%@ Transaction=Required Language=VBScript %>" + page);
+  site_.file("/b.asp", page);
+  EXPECT_EQ(site_.body("/a.asp"), "held");
+  EXPECT_EQ(site_.body("/a.asp?no=1"), "undone");
+  EXPECT_EQ(site_.body("/b.asp?no=1"), "");
+}
+
+TEST_F(PageObjects, TheLastErrorIsOfThePageThatWasExecuted) {
+  site_.file("/inner.asp", "\n<% x = 1 / 0 %>");
+  EXPECT_EQ(written("Set e = Server.GetLastError\nResponse.Write e.Number & \"[\" & e.File & "
+                    "e.ASPCode & \"]\"\nOn Error Resume Next\nServer.Execute \"inner.asp\"\n"
+                    "Set e = Server.GetLastError()\nResponse.Write e.Number & e.Description & "
+                    "e.File & e.Line & e.ASPDescription"),
+            "0[]\n11Division by zero/inner.asp2");
+}
+
+TEST_F(PageObjects, PicsIsAMethodAndAProperty) {
+  site_.file("/a.asp", "<% Response.PICS \"a\"\nResponse.PICS = \"b\"\nResponse.Pics(\"c\") %>");
+  EXPECT_EQ(header_of(site_.run("/a.asp"), "PICS-Label"), "a|b|c|");
+}
+
+TEST_F(PageObjects, CookiesOfTheResponseAreWalked) {
+  EXPECT_EQ(written("Response.Cookies(\"a\") = 1\nResponse.Cookies(\"b\")(\"k\") = 2\n"
+                    "For Each c In Response.Cookies\nResponse.Write c & \";\"\nNext\n"
+                    "Response.Write Response.Cookies.Count & Response.Cookies.Key(2) & "
+                    "Response.Cookies(\"b\").HasKeys"),
+            "a;b;2bTrue");
+}
+
+TEST_F(PageObjects, TheRequestsLineIsAmongTheServerVariables) {
+  EXPECT_EQ(written("For Each n In Array(\"HTTP_METHOD\", \"HTTP_URL\", \"CACHE_URL\", "
+                    "\"SCRIPT_TRANSLATED\", \"HEADER_HOST\", \"UNMAPPED_REMOTE_USER\")\n"
+                    "Response.Write Request.ServerVariables(n) & \" \"\nNext",
+                    "x=%20"),
+            "GET /a.asp?x=%20 http://shop.example:8080/a.asp?x=%20 /site/a.asp "
+            "shop.example:8080  ");
+}
+
 TEST_F(PageObjects, ScriptTimeoutIsReadAndSet) {
   EXPECT_EQ(written("Response.Write Server.ScriptTimeout\nServer.ScriptTimeout = 7\n"
                     "Response.Write Server.ScriptTimeout"),
