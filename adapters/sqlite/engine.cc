@@ -61,4 +61,15 @@ std::shared_ptr<DatabaseFile> Engine::locate(const std::string& connection_strin
   return file;
 }
 
+void Engine::close(const std::string& path) {
+  const std::lock_guard lock(mutex_);
+  for (const std::string_view mode : {"r:", "w:"}) {
+    const auto known = by_path_.find(std::string(mode).append(path));
+    if (known == by_path_.end()) continue;
+    known->second->retire();
+    by_path_.erase(known);
+  }
+  by_string_.clear();
+}
+
 }  // namespace rk::sqlite

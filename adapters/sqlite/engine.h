@@ -51,6 +51,8 @@ class Engine {
 
   // The file that a connection string means. Raises -2147467259.
   std::shared_ptr<DatabaseFile> file(std::string_view connection_string);
+  // Closes what waits for work on the file at a path on the disk; whoever works with it goes on.
+  void close(const std::string& path);
   const platform::Clock& clock() const noexcept { return clock_; }
 
  private:

@@ -43,24 +43,11 @@ bool lies_inside(const std::string& path, const Places& places) {
   return false;
 }
 
-std::string ending_of(const std::string& path) {
-  return lowered_ascii(std::filesystem::path(path).extension().string());
-}
-
-bool is_access_ending(const std::string& path) {
-  const std::string ending = ending_of(path);
-  return ending == ".mdb" || ending == ".accdb";
-}
-
 bool is_access_file(const std::string& path) {
   std::array<char, kJetMark.size()> first{};
   std::ifstream file(path, std::ios::binary);
   file.read(first.data(), static_cast<std::streamsize>(first.size()));
   return begins_as_access({first.data(), static_cast<std::size_t>(file.gcount())});
-}
-
-std::string converted_name(const std::string& path) {
-  return std::filesystem::path(path).replace_extension(".db").string();
 }
 
 std::string converted_database(const std::string& path, const platform::Files& files) {
@@ -86,6 +73,15 @@ std::string new_database(const std::string& path, const platform::Files& files) 
 
 bool begins_as_access(std::string_view first_bytes) noexcept {
   return first_bytes.starts_with(kJetMark) || first_bytes.starts_with(kAceMark);
+}
+
+bool is_access_ending(std::string_view path) {
+  const std::string ending = lowered_ascii(std::filesystem::path(path).extension().string());
+  return ending == ".mdb" || ending == ".accdb";
+}
+
+std::string converted_name(std::string_view path) {
+  return std::filesystem::path(path).replace_extension(".db").string();
 }
 
 std::string locate_database(const ConnectionString& connection, const Places& places,

@@ -24,8 +24,11 @@ struct Places {
 std::string locate_database(const ConnectionString& connection, const Places& places,
                             const platform::Files& files);
 
-// Whether a file begins as an Access database does.
+// Whether a file begins as an Access database does; whether a path ends as one's name.
 bool begins_as_access(std::string_view first_bytes) noexcept;
+bool is_access_ending(std::string_view path);
+// The path of the database that an Access file was converted into.
+std::string converted_name(std::string_view path);
 
 }  // namespace rk::sqlite
 

@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -52,11 +53,28 @@ class DiskFolder final : public platform::Files {
     return std::filesystem::is_directory(path);
   }
   std::optional<platform::FileStamp> stamp(std::string_view) const override { return {}; }
-  std::vector<std::string> names(std::string_view) const override { return {}; }
-  std::string read(std::string_view) const override { return {}; }
-  std::string read_text(std::string_view) const override { return {}; }
-  void write(std::string_view, std::string_view) override {}
-  void append(std::string_view, std::string_view) override {}
+  std::vector<std::string> names(std::string_view folder) const override {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+      names.push_back(entry.path().filename().string());
+    }
+    return names;
+  }
+  std::string read(std::string_view path) const override {
+    std::ifstream file(std::string(path), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  std::string read_text(std::string_view path) const override { return read(path); }
+  void write(std::string_view path, std::string_view bytes) override {
+    std::ofstream(std::string(path), std::ios::binary) << bytes;
+  }
+  void append(std::string_view path, std::string_view bytes) override {
+    std::ofstream(std::string(path), std::ios::app | std::ios::binary) << bytes;
+  }
+  void remove(std::string_view path) override { std::filesystem::remove(path); }
+  void rename(std::string_view from, std::string_view to) override {
+    std::filesystem::rename(from, to);
+  }
 
  private:
   std::string path_;
