@@ -1,6 +1,7 @@
 <%@ Language="VBScript" CodePage="65001" %>
 <% Option Explicit %>
 <!--#include virtual="/include/storefront.inc"-->
+<!--#include virtual="/include/cart.inc"-->
 <%
 Dim Page_Title, City
 Page_Title = Say("订单已收到", "Your order")
@@ -21,5 +22,6 @@ End Function
 <dt><%= Say("方案编号", "Plan") %></dt><dd><%= Html(Session("Order_Plan")) %></dd>
 <dt><%= Say("地区", "Region") %></dt><dd><%= Html(Region(Left(City, 2) & "0000")) %> · <%= Html(Region(City)) %></dd>
 </dl>
+<% If UBound(CartLines()) >= 0 Then ShowCart False %>
 </section>
 <!--#include virtual="/include/footer.inc"-->

@@ -2,6 +2,7 @@
 <% Option Explicit %>
 <!--#include virtual="/include/storefront.inc"-->
 <!--#include virtual="/include/guard.inc"-->
+<!--#include virtual="/include/cart.inc"-->
 <%
 Dim Page_Title, Plan, Province
 Page_Title = Say("在线订购", "Order")
@@ -11,6 +12,10 @@ Province = "440000"
 <!--#include virtual="/include/header.inc"-->
 <section class="wrap narrow">
 <h1><%= Page_Title %></h1>
+<% If UBound(CartLines()) >= 0 Then
+    ShowCart False %>
+<p><a href="/order/cart.asp"><%= Say("修改购物车", "Change the cart") %></a></p>
+<% End If %>
 <form class="form" method="post" action="/order/save.asp">
 <input type="hidden" name="form_secret" value="<%= FormSecret() %>">
 <p><label for="name"><%= Say("姓名", "Name") %></label>

@@ -242,3 +242,37 @@ test("an agent's ways to pay are its own", () =>
   visit("green.localhost", "/pay/index.asp", async (page) => {
     assert.deepEqual(await texts(page.locator(".pay-types h2")), ["Bank transfer", "Cheque"]);
   }));
+
+test("articles go into the cart under the storefront's prices, and from there into the order", () =>
+  visit("localhost", "/shop/item.asp?Id=22", async (page) => {
+    const rows = () =>
+      page.locator(".cart tbody tr").evaluateAll((all) =>
+        all.map((row) => [...row.children].map((cell) => cell.querySelector("input")?.value ?? cell.textContent).join("|")),
+      );
+    await page.locator("[name=BuyType]").selectOption("月");
+    await page.locator("[name=BuyYear]").selectOption("3");
+    await follow(page, page.locator("form[name=myfrm] button"));
+    await page.goto(new URL("/shop/item.asp?Id=12", page.url()).href);
+    await page.fill("[name=BuyNo]", "2");
+    await follow(page, page.locator("form[name=myfrm] button"));
+    assert.deepEqual(await rows(), [
+      "文件备份 100 GB|3 月|45.50|1|136.50",
+      "活动页|-|380.00|2|760.00",
+      "合计（元）|896.50",
+    ]);
+    await page.fill("[name=count0]", "0");
+    await page.fill("[name=count1]", "3");
+    await follow(page, page.getByRole("button", { name: "更新数量" }));
+    assert.deepEqual(await rows(), ["活动页|-|380.00|3|1,140.00", "合计（元）|1,140.00"]);
+    await follow(page, page.getByRole("link", { name: "去下单" }));
+    assert.deepEqual(await rows(), ["活动页|-|380.00|3|1,140.00", "合计（元）|1,140.00"]);
+  }));
+
+test("what is no article of the storefront, or not sold by that period, stays out of the cart", () =>
+  visit("localhost", "/order/cart.asp", async (page) => {
+    const asked = ["Id=32", "Id=999", "Id=x", "Id=12&BuyType=%E6%9C%88", "Id=12&BuyNo=0", "Id=12&BuyType=%3Cb%3E", "Id=12 Or 1=1"];
+    for (const query of asked) {
+      await page.goto(new URL(`/order/cart.asp?${query}`, page.url()).href);
+      assert.equal(await page.locator(".cart").count(), 0, query);
+    }
+  }));

@@ -142,6 +142,18 @@ test("a customer signs in, sees their own movements alone, and signs out", () =>
     assert.equal(new URL(page.url()).pathname, "/user/login.asp");
   }));
 
+test("the owner's pages are the owner's alone", () =>
+  visit("localhost", "/user/login.asp", async (page) => {
+    await signIn(page, "chunfeng", "demo");
+    for (const path of pages().filter((name) => name.startsWith("/owner/"))) {
+      for (const method of ["GET", "POST"]) {
+        const answer = await page.request.fetch(address("localhost", path), { method, maxRedirects: 0 });
+        assert.equal(answer.status(), 302, `${method} ${path}`);
+        assert.match(answer.headers().location, /\/user\/login\.asp/, path);
+      }
+    }
+  }));
+
 test("the owner adds an agent and a price, and both are seen at once", () =>
   visit("localhost", "/user/login.asp", async (page) => {
     await signIn(page, "owner", "owner");
