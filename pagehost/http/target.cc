@@ -18,6 +18,7 @@ std::optional<std::string> percent_decoded(std::string_view text) {
   std::string decoded;
   decoded.reserve(text.size());
   for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '\0') return std::nullopt;
     if (text[i] != '%') {
       decoded.push_back(text[i] == '\\' ? '/' : text[i]);
       continue;

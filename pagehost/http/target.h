@@ -19,8 +19,8 @@ struct Target {
   std::string authority;  // of an absolute target (http://HOST/...), else empty
 };
 
-// Nothing for a target that names no place in the site: one that climbs above its root, holds an
-// encoded "/", "\" or NUL, a "%" without two hexadecimal digits, or has another form.
+// Nothing for a target that names no place in the site: one that climbs above its root, holds a
+// NUL, an encoded "/" or "\", a "%" without two hexadecimal digits, or has another form.
 // Path bytes that are not UTF-8 are read in `code_page`.
 std::optional<Target> parse_target(std::string_view target, int code_page,
                                    const platform::CodePages& code_pages);

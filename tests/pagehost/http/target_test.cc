@@ -93,6 +93,7 @@ TEST(Target, WhatLeavesTheSiteOrReadsTwoWaysIsRefused) {
       "/....//../../a",
   };
   for (const char* target : rows) EXPECT_EQ(path_of(target), "refused") << target;
+  EXPECT_EQ(path_of(std::string_view("/a\0.gif", 7)), "refused");
 }
 
 TEST(Target, TheQueryStringStaysAsSent) {
