@@ -74,11 +74,22 @@ PageAnswer PageRun::answer(const std::shared_ptr<const CompiledPage>& page) {
     run(page);
   });
   guarded([&] { end_objects(); });
+  if (turn_) weigh_session();
   if (turn_ && turn_->abandoned) {
     host_.sessions.remove(turn_);
     guarded([&] { run_procedure("Session_OnEnd"); });
   }
   return response_->take();
+}
+
+// Objects of a session grow behind its back; one that holds too much ends with the page.
+void PageRun::weigh_session() {
+  turn_->object_bytes = bytes_of_objects(*turn_);
+  if (turn_->object_bytes <= kMaxSessionBytes) return;
+  host_.parts.log->error(log_mark() + sent_.path + ": the session's objects hold " +
+                         std::to_string(turn_->object_bytes >> 20) + " MiB, more than " +
+                         std::to_string(kMaxSessionBytes >> 20) + ": the session ends");
+  turn_->abandoned = true;
 }
 
 void PageRun::run_event(std::string_view procedure) {

@@ -87,6 +87,7 @@ class PageRun final : public vbscript::Host, public PageServices, public Session
   void in_script(const CompiledPage& page, const std::function<void(vbscript::Interpreter&)>& work);
   std::shared_ptr<const CompiledPage> page_at(std::string_view path);
   void start_session();
+  void weigh_session();
   void end_objects();
   Ref<Object> made(std::string_view program_identifier, const KnownError& otherwise);
   const ObjectDeclaration* declaration(std::string_view id, Scope scope) const;

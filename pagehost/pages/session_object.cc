@@ -1,8 +1,10 @@
 #include "pagehost/pages/session_object.h"
 
+#include <unordered_set>
 #include <utility>
 
 #include "value/array.h"
+#include "value/object.h"
 #include "value/script_error.h"
 
 namespace rk::pagehost {
@@ -22,7 +24,38 @@ std::size_t bytes_of(std::string_view name, const Value& value) {
   return name.size() + bytes_of(value);
 }
 
+// What is alive through the objects in a list of values, each object, array and text once.
+std::size_t bytes_held(rk::HeldMemory held) {
+  std::unordered_set<const void*> seen;
+  std::size_t bytes = 0;
+  while (!held.values.empty()) {
+    const Value& value = *held.values.back();
+    held.values.pop_back();
+    bytes += sizeof(Value);
+    if (value.is_text()) {
+      if (seen.insert(value.as_view().data()).second) bytes += value.as_view().size();
+    } else if (value.is_array()) {
+      if (!seen.insert(&value.as_array()).second) continue;
+      bytes += value.as_array().bytes().size();
+      for (const Value& element : value.as_array().elements()) held.values.push_back(&element);
+    } else if (value.is_object() && value.as_object() != nullptr) {
+      if (seen.insert(value.as_object()).second) value.as_object()->add_held(held);
+    }
+  }
+  return bytes + held.bytes;
+}
+
 }  // namespace
+
+std::size_t bytes_of_objects(const Session& session) {
+  rk::HeldMemory held;
+  for (const VariableStore* store : {&session.contents, &session.objects}) {
+    for (std::size_t i = 0; i < store->size(); ++i) {
+      if (store->at(i).value.is_object()) held.values.push_back(&store->at(i).value);
+    }
+  }
+  return held.values.empty() ? 0 : bytes_held(std::move(held));
+}
 
 SessionHolder& SessionView::holder() {
   if (holder_ == nullptr) raise(errors::kObjectNotSet);

@@ -20,6 +20,9 @@ namespace rk::pagehost {
 // What one visitor may have a session keep; texts count by their bytes.
 inline constexpr std::size_t kMaxSessionBytes = std::size_t{8} << 20;
 
+// What the objects that a session keeps hold at this moment; they grow without the session's doing.
+std::size_t bytes_of_objects(const Session& session);
+
 // Who knows the page's session.
 class SessionHolder {
  public:

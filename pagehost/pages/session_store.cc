@@ -131,8 +131,9 @@ bool SessionStore::drop_oldest() {
 
 void SessionStore::count_bytes(Entry& entry) {
   if (entry.gone) return;
-  bytes_ += entry.session.bytes - entry.counted_bytes;
-  entry.counted_bytes = entry.session.bytes;
+  const std::size_t now = entry.session.bytes + entry.session.object_bytes;
+  bytes_ += now - entry.counted_bytes;
+  entry.counted_bytes = now;
   // The entry's own session is not in use here; the one of a visitor who keeps little would not
   // help, but it is the oldest that goes, whatever it keeps.
   while (bytes_ > most_bytes_ && drop_oldest()) {

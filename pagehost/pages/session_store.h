@@ -32,8 +32,9 @@ struct Session {
   std::string id;
   std::int32_t number = 0;  // Session.SessionID
   VariableStore contents;
-  std::size_t bytes = 0;  // of the contents
-  VariableStore objects;  // of <object> declarations
+  std::size_t bytes = 0;         // of the contents
+  std::size_t object_bytes = 0;  // of what objects among them held when the last page ended
+  VariableStore objects;         // of <object> declarations
   std::chrono::minutes timeout{20};
   bool abandoned = false;
   int code_page = 0;  // 0: the site's

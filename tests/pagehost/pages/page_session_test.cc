@@ -153,6 +153,42 @@ TEST_F(PageSessions, WhatOneVisitorKeepsIsBounded) {
   EXPECT_EQ(run_as("", "/much.asp").body, "84 7");
 }
 
+// Holds more with every call.
+class Bag final : public Object {
+ public:
+  std::string_view type_name() const override { return "Bag"; }
+  MemberId member(std::string_view name) const override { return name == "Grow" ? 1 : kNoMember; }
+  Value invoke(MemberId, CallKind, Arguments) override {
+    bytes_ += std::size_t{5} << 20;
+    return {};
+  }
+  void add_held(rk::HeldMemory& held) const override {
+    held.bytes += bytes_;
+    held.values.push_back(&own_);
+  }
+
+ private:
+  std::size_t bytes_ = 0;
+  Value own_ = Value::text("own");
+};
+
+TEST_F(PageSessions, ASessionWhoseObjectsGrowTooLargeEndsWithThePage) {
+  site_.programs.add("Toy.Bag", [](PageServices&) { return make_ref<Bag>(); });
+  site_.file("/start.asp",
+             "<% Set Session(\"bag\") = Server.CreateObject(\"Toy.Bag\")\n"
+             "Session(\"n\") = 1 %>");
+  site_.file("/grow.asp",
+             "<% If IsObject(Session(\"bag\")) Then Session(\"bag\").Grow %>"
+             "<%= Session(\"n\") %>.");
+  const std::string cookie = cookie_of(run_as("", "/start.asp"));
+  EXPECT_EQ(run_as(cookie, "/grow.asp").body, "1.");
+  EXPECT_EQ(run_as(cookie, "/grow.asp").body, "1.") << "5 MiB were not too many";
+  EXPECT_EQ(run_as(cookie, "/grow.asp").body, ".") << "10 MiB were";
+  ASSERT_EQ(site_.log.lines().size(), 1u);
+  EXPECT_EQ(site_.log.lines()[0],
+            "E /grow.asp: the session's objects hold 10 MiB, more than 8: the session ends");
+}
+
 TEST_F(PageSessions, ContentsAreWalkedAndRemoved) {
   site_.file("/a.asp",
              "<% Session(\"a\") = 1\nSession(\"B\") = 2\nFor Each k In Session.Contents\n"
