@@ -25,6 +25,7 @@ namespace {
 
 constexpr std::string_view kStartUpScript = "/global.asa";
 constexpr std::string_view kConnectionName = "Rk_ConnStr";
+constexpr std::string_view kStorefrontClass = "Rkclient.SiteMain";
 constexpr std::string_view kTemplates = "/Template";
 // Folders inside one another; a link that leads round in the site ends here.
 constexpr int kMaxFolderDepth = 32;
@@ -82,10 +83,13 @@ class PagesCheck {
       return;
     }
     for (const std::string& fault : features_.faults(source)) findings_.add(fault);
+    uses_library_ = uses_library_ || features_.creates(source, kStorefrontClass);
     for (RendererCall& call : PageFeatures::renderer_calls(source)) {
       calls_[lowered_ascii(call.operation)].push_back(std::move(call));
     }
   }
+  // Sites that have a database of their own and none of the library's classes are whole too.
+  bool use_the_library() const { return uses_library_; }
   // The calls of a renderer, in any letter case.
   std::span<const RendererCall> calls(std::string_view operation) const {
     const auto at = calls_.find(lowered_ascii(operation));
@@ -98,6 +102,7 @@ class PagesCheck {
   pagehost::PageReader reader_;
   PageFeatures features_;
   Findings& findings_;
+  bool uses_library_ = false;
   std::map<std::string, std::vector<RendererCall>> calls_;  // by lower-case name
 };
 
@@ -210,9 +215,9 @@ void check_site(const std::string& folder, const Settings& settings, Findings& f
     PagesCheck pages(site, page, findings);
     for (const std::string& path : paths) pages.check(path);
     check_templates(site, pages, findings);
+    if (pages.use_the_library()) check_database(site, findings);
   });
-  check_database(site, findings);
-  site.pages().stop();
+  site.pages().leave();
 }
 
 }  // namespace

@@ -207,6 +207,19 @@ std::vector<std::string> PageFeatures::faults(const pagehost::PageSource& page) 
   return found;
 }
 
+bool PageFeatures::creates(const pagehost::PageSource& page, std::string_view program_identifier) {
+  const auto means_it = [&](std::string_view name) {
+    return equal_ignoring_case(name, program_identifier);
+  };
+  const std::unique_ptr<SyntaxTree> tree = vbscript::Parser(page.source).script();
+  for (const Expression& e : tree->expressions) {
+    const auto created = created_class(*tree, e);
+    if (created && means_it(*created)) return true;
+  }
+  return std::any_of(page.objects.begin(), page.objects.end(),
+                     [&](const auto& each) { return means_it(each.program_identifier); });
+}
+
 std::vector<RendererCall> PageFeatures::renderer_calls(const pagehost::PageSource& page) {
   const std::unique_ptr<SyntaxTree> tree = vbscript::Parser(page.source).script();
   std::vector<RendererCall> calls;

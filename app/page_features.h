@@ -33,6 +33,8 @@ class PageFeatures {
 
   // "PATH:LINE: message" for each fault, in the order of the source. The source must compile.
   std::vector<std::string> faults(const pagehost::PageSource& page);
+  // Whether the page makes an object of a class by its name, written as a text.
+  static bool creates(const pagehost::PageSource& page, std::string_view program_identifier);
   // Calls of members whose name begins with "Show_"; so that renderers can be asked what they need.
   static std::vector<RendererCall> renderer_calls(const pagehost::PageSource& page);
 

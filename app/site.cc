@@ -13,6 +13,7 @@
 #include "adapters/posix/profile_strings.h"
 #include "adapters/posix/random.h"
 #include "adapters/posix/sockets.h"
+#include "adapters/sqlite/database_files.h"
 #include "adapters/sqlite/engine.h"
 #include "adapters/xml/documents.h"
 #include "app/program.h"
@@ -156,6 +157,7 @@ struct Site::Parts {
         files(roots_of(options), code_pages, decoding_of(options, log)),
         site_files(files),
         engine(engine_settings(options), files, clock),
+        database_files(files, engine, std::chrono::milliseconds(options.settings.data.busy_ms)),
         profile_strings(files, options.folder, lead_bytes(options, code_pages)),
         deployment(deployment_of(options)),
         owners(log) {
@@ -182,6 +184,7 @@ struct Site::Parts {
   posix::PosixFiles files;
   PosixSiteFiles site_files;
   sqlite::Engine engine;
+  sqlite::DatabaseFiles database_files;
   posix::ProfileStrings profile_strings;
   classes::Deployment deployment;
   std::function<classes::LogFolder()> log_folder = [this] { return found_log_folder(); };
@@ -266,6 +269,7 @@ std::shared_ptr<platform::Database> Site::Parts::make_database(
 pagehost::PageHostParts Site::Parts::host_parts() {
   pagehost::PageHostParts parts;
   parts.files = &files;
+  parts.page_files = &database_files;
   parts.code_pages = &code_pages;
   parts.clock = &clock;
   parts.random = &random;

@@ -175,7 +175,7 @@ Value Dictionary::exists(const Call& call) {
 Value Dictionary::remove(const Call& call) {
   Entry* const found = find(plain_key(call.at(0)));
   if (found == nullptr) raise(errors::kElementNotFound);
-  const Entry gone = std::exchange(*found, Entry{.removed = true});
+  const Entry gone = std::exchange(*found, Entry{.key = {}, .item = {}, .removed = true});
   --count_;
   return {};
 }

@@ -33,8 +33,9 @@ struct HostState {
 
   const PageHostOptions options;
   const PageHostParts parts;
-  PageFiles page_files{*parts.files};  // for what pages do
-  int code_page = platform::kUtf8;     // settled by start()
+  // For what pages do.
+  PageFiles page_files{parts.page_files != nullptr ? *parts.page_files : *parts.files};
+  int code_page = platform::kUtf8;  // settled by start()
   const PageReader reader;
   PageCache cache;
   ApplicationStore application;

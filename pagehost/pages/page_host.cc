@@ -139,6 +139,10 @@ void PageHost::start() {
   parts_->run_event("Application_OnStart", nullptr);
 }
 
+void PageHost::leave() {
+  parts_->started = false;
+}
+
 void PageHost::stop() {
   if (!std::exchange(parts_->started, false)) return;
   *parts_->state().stopping = false;  // the events below may run

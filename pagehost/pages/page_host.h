@@ -51,6 +51,7 @@ struct PageHostOptions {
 // Referred to, not owned; all outlive the host.
 struct PageHostParts {
   platform::Files* files = nullptr;
+  platform::Files* page_files = nullptr;  // what pages handle files by; null: the same
   const platform::CodePages* code_pages = nullptr;
   const platform::Clock* clock = nullptr;
   platform::Random* random = nullptr;
@@ -83,6 +84,8 @@ class PageHost {
 
   // Settles the code page and runs Application_OnStart. An error there is logged, and pages run.
   void start();
+  // Stops without the events of the start-up script, for whoever only looked.
+  void leave();
   // Ends the sessions (Session_OnEnd) and the application (Application_OnEnd). No page may run.
   void stop();
   // Every running page ends as by "Script timed out", with an answer, and so does a later one.
