@@ -56,7 +56,10 @@ std::shared_ptr<const CompiledPage> PageCache::page(std::string_view path) {
 }
 
 std::shared_ptr<const CompiledPage> PageCache::kept_page(std::string_view path) const {
-  const auto found = files_.find(reader_.site_root() + std::string(path));
+  const std::string asked = reader_.site_root() + std::string(path);
+  // OPTIMIZATION: as for page(): the search prefers the very path that is asked for.
+  if (auto exact = kept_at(asked)) return exact;
+  const auto found = files_.find(asked);
   return found ? kept_at(*found) : nullptr;
 }
 
