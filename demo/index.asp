@@ -3,10 +3,13 @@
 <!--#include virtual="/include/storefront.inc"-->
 <!--#include virtual="/include/strips.inc"-->
 <%
-Dim Page_Title, Notice, Firms
+Dim Page_Title, Notice, Firms, Offers, Cases
 Page_Title = Say("首页", "Home")
 Notice = Setting("notice", "")
 Firms = Companies(5)
+Offers = Slides(1112, 300)
+Cases = Site.Show_SuccessList("6", Say("12", "24"), "240", "32", "· ", Agent_User)
+If Cases <> "" Then Cases = "<ul class=""boxes"">" & Cases & "</ul>"
 %>
 <!--#include virtual="/include/header.inc"-->
 <section class="hero">
@@ -34,9 +37,10 @@ Firms = Companies(5)
 </fieldset>
 </form>
 </section>
+<% If Offers <> "" Then %>
 <section class="wrap" aria-label="<%= Say("优惠", "Offers") %>">
-<% Slides 1112, 300 %>
-</section>
+<%= Offers %></section>
+<% End If %>
 <section class="wrap">
 <h2><%= Say("推荐方案", "Good places to start") %></h2>
 <%= Site.Show_HostList("", "6", "3", "</div><div class=""row"">", "Id", "26", "24", "6", Agent_User) %>
@@ -46,12 +50,8 @@ Firms = Companies(5)
 <div class="news"><h2><%= Say("最新消息", "Latest") %></h2>
 <% Site.getnews 1, 5, 1, Say(18, 26), Agent_User %>
 </div>
-<div class="news"><h2><%= Say("客户案例", "Customers") %></h2>
-<ul class="boxes"><%= Site.Show_SuccessList("6", Say("12", "24"), "240", "32", "· ", Agent_User) %></ul>
-</div>
-<div><h2><%= Say("下载", "Downloads") %></h2>
-<%= Site.Show_DownLoad(4, 300, Say(24, 32), Agent_User) %>
-</div>
+<% Part Say("客户案例", "Customers"), Cases
+Part Say("下载", "Downloads"), Downloads(4, 300) %>
 </div>
 </section>
 <section class="wrap reasons">
@@ -65,12 +65,8 @@ Firms = Companies(5)
 <script src="/js/marquee.js"></script>
 <section class="wrap">
 <div class="columns strips">
-<div><h2><%= Say("友情链接", "Partners") %></h2>
-<% PartnerLinks 500, 2 %>
-</div>
-<div><h2><%= Say("他们在这里安家", "At home on our servers") %></h2>
-<% HostedSites 500, 2 %>
-</div>
+<% Part Say("友情链接", "Partners"), PartnerLinks(500, 2)
+Part Say("他们在这里安家", "At home on our servers"), HostedSites(500, 2) %>
 </div>
 </section>
 <% If Firms <> "" Then %>

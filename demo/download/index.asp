@@ -1,6 +1,7 @@
 <%@ Language="VBScript" CodePage="65001" %>
 <% Option Explicit %>
 <!--#include virtual="/include/storefront.inc"-->
+<!--#include virtual="/include/strips.inc"-->
 <%
 Dim Page_Title
 Page_Title = Say("下载", "Downloads")
@@ -8,6 +9,10 @@ Page_Title = Say("下载", "Downloads")
 <!--#include virtual="/include/header.inc"-->
 <section class="wrap narrow downloads">
 <h1><%= Page_Title %></h1>
-<%= Site.Show_DownLoad(50, 300, 40, Agent_User) %>
+<% If Downloads(50, 300) = "" Then %>
+<p class="note"><%= Say("还没有可下载的文件。", "Nothing to download so far.") %></p>
+<% Else %>
+<%= Downloads(50, 300) %>
+<% End If %>
 </section>
 <!--#include virtual="/include/footer.inc"-->

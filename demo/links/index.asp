@@ -21,10 +21,8 @@ If Firms <> "" Then Page_Title = Say("各地服务点", "Near you")
 <script src="/js/marquee.js"></script>
 <section class="wrap strips">
 <h1><%= Page_Title %></h1>
-<h2><%= Say("合作伙伴", "Partners") %></h2>
-<% PartnerLinks 1000, 3 %>
-<h2><%= Say("他们在这里安家", "At home on our servers") %></h2>
-<% HostedSites 1000, 2 %>
+<% Part Say("合作伙伴", "Partners"), PartnerLinks(1000, 3)
+Part Say("他们在这里安家", "At home on our servers"), HostedSites(1000, 2) %>
 <p class="note"><%= Say("想交换链接？", "Shall we link to each other?") %> <a href="/contact.asp"><%= Say("联系我们", "Contact") %></a></p>
 </section>
 <% End If %>

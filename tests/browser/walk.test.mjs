@@ -172,6 +172,11 @@ test("the owner adds an agent and a price, and both are seen at once", () =>
     assert.equal(await page.locator(".plan h3").first().innerText(), "红色一号");
     assert.equal(await page.locator(".plan .sum").first().innerText(), "¥71.5");
     assert.equal(await page.locator(".brand").innerText(), "red");
+    // Nothing of its own yet: no page fails for that.
+    for (const path of pages().filter((name) => !/owner|ncompany|shownews|item\.asp/.test(name))) {
+      const answer = await page.goto(address("red.localhost", addressOf("red.localhost", path)));
+      assert.equal(answer.status(), 200, path);
+    }
   }));
 
 test("the owner changes a template, and the next page shows it", () =>
