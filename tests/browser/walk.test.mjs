@@ -142,6 +142,20 @@ test("a customer signs in, sees their own movements alone, and signs out", () =>
     assert.equal(new URL(page.url()).pathname, "/user/login.asp");
   }));
 
+test("every download is there, and marked as UTF-8 for browsers that guess", async () => {
+  for (const host of ["localhost", "blue.localhost", "green.localhost"]) {
+    await visit(host, "/download/index.asp", async (page) => {
+      const files = await page.locator(".DL_CSS a").evaluateAll((links) => links.map((link) => link.href));
+      assert.ok(files.length > 0, host);
+      for (const file of files) {
+        const answer = await page.request.get(file);
+        assert.equal(answer.status(), 200, file);
+        assert.deepEqual([...(await answer.body()).subarray(0, 3)], [0xef, 0xbb, 0xbf], file);
+      }
+    });
+  }
+});
+
 test("the owner's pages are the owner's alone", () =>
   visit("localhost", "/user/login.asp", async (page) => {
     await signIn(page, "chunfeng", "demo");
