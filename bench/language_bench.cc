@@ -122,41 +122,71 @@ BENCHMARK(language_appends_400000)->Unit(benchmark::kMillisecond);
 // --- long texts -------------------------------------------------------------------------------
 
 constexpr std::size_t kLongText = 10'000'000;
+// Bytes that a part takes in an array beside its letters: the value and the head of its text.
+constexpr std::size_t kPartBytes = 56;
 
-// Lines of 100 letters, as long pages and mails have them.
-constexpr const char* kLongLines =
-    "line = String(99, \"x\") & \"|\"\ntext = \"\"\n"
-    "For i = 1 To 100000\ntext = text & line\nNext\nparts = Split(text, \"|\")\n";
+// `text`, 10 MB of lines that "|" ends, and `parts`, its lines.
+std::string lines_of(std::size_t letters) {
+  return "x = 0\ntext = \"\"\nline = String(" + std::to_string(letters - 1) +
+         ", \"x\") & \"|\"\nFor i = 1 To " + std::to_string(kLongText / letters) +
+         "\ntext = text & line\nNext\nparts = Split(text, \"|\")\n";
+}
+constexpr std::size_t kParagraph = 1000;
+constexpr std::size_t kShortLine = 100;
 
-// What reading and writing so many bytes costs at least.
+// What reading half and writing half of so many bytes costs at least.
 void copy(benchmark::State& state, std::size_t bytes) {
-  const std::string from(bytes, 'x');
-  std::string to(bytes, 'y');
+  const std::string from(bytes / 2, 'x');
+  std::string to(bytes / 2, 'y');
   for (auto _ : state) {
     std::memcpy(to.data(), from.data(), from.size());
     benchmark::DoNotOptimize(to.data());
     benchmark::ClobberMemory();
   }
 }
-void language_copy_10_mb(benchmark::State& state) {
-  copy(state, kLongText);
+void language_replace_10_mb_floor(benchmark::State& state) {
+  copy(state, 2 * kLongText + 3 * kLongText / kParagraph);
 }
-BENCHMARK(language_copy_10_mb)->Unit(benchmark::kMillisecond);
+BENCHMARK(language_replace_10_mb_floor)->Unit(benchmark::kMillisecond);
+void language_split_10_mb_floor(benchmark::State& state) {
+  copy(state, 2 * kLongText + kPartBytes * kLongText / kParagraph);
+}
+BENCHMARK(language_split_10_mb_floor)->Unit(benchmark::kMillisecond);
+void language_split_10_mb_short_lines_floor(benchmark::State& state) {
+  copy(state, 2 * kLongText + kPartBytes * kLongText / kShortLine);
+}
+BENCHMARK(language_split_10_mb_short_lines_floor)->Unit(benchmark::kMillisecond);
 
 void language_replace_10_mb(benchmark::State& state) {
-  run(state, std::string("x = 0\n") + kLongLines, "x = Replace(text, \"|\", \"<br>\")");
+  run(state, lines_of(kParagraph), "x = Replace(text, \"|\", \"<br>\")");
 }
 BENCHMARK(language_replace_10_mb)->Unit(benchmark::kMillisecond);
 
 void language_split_10_mb(benchmark::State& state) {
-  run(state, std::string("x = 0\n") + kLongLines, "x = Split(text, \"|\")");
+  run(state, lines_of(kParagraph), "x = Split(text, \"|\")");
 }
 BENCHMARK(language_split_10_mb)->Unit(benchmark::kMillisecond);
 
 void language_join_10_mb(benchmark::State& state) {
-  run(state, std::string("x = 0\n") + kLongLines, "x = Join(parts, \"|\")");
+  run(state, lines_of(kParagraph), "x = Join(parts, \"|\")");
 }
 BENCHMARK(language_join_10_mb)->Unit(benchmark::kMillisecond);
+
+// The same with a hundred thousand short lines, where making the parts takes the most.
+void language_replace_10_mb_short_lines(benchmark::State& state) {
+  run(state, lines_of(kShortLine), "x = Replace(text, \"|\", \"<br>\")");
+}
+BENCHMARK(language_replace_10_mb_short_lines)->Unit(benchmark::kMillisecond);
+
+void language_split_10_mb_short_lines(benchmark::State& state) {
+  run(state, lines_of(kShortLine), "x = Split(text, \"|\")");
+}
+BENCHMARK(language_split_10_mb_short_lines)->Unit(benchmark::kMillisecond);
+
+void language_join_10_mb_short_lines(benchmark::State& state) {
+  run(state, lines_of(kShortLine), "x = Join(parts, \"|\")");
+}
+BENCHMARK(language_join_10_mb_short_lines)->Unit(benchmark::kMillisecond);
 
 // --- walks ------------------------------------------------------------------------------------
 

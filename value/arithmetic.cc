@@ -314,11 +314,13 @@ Value logical_not(const Value& a) {
   return from_bits(x.kind, ~x.bits);
 }
 
-// Null is "unknown": where the other operand alone decides, its answer stands.
+// Null is "unknown": where the other operand alone decides, its bits stand.
 Value logical_and(const Value& a, const Value& b) {
   if (any_null(a, b)) {
     const Value& known = a.is_null() ? b : a;
-    return !known.is_null() && bits_of(known).bits == 0 ? known : Value::null();
+    if (known.is_null()) return known;
+    const Bits x = bits_of(known);
+    return x.bits == 0 ? from_bits(x.kind, 0) : Value::null();
   }
   return bitwise(a, b, [](std::int32_t x, std::int32_t y) { return x & y; });
 }
@@ -326,7 +328,9 @@ Value logical_and(const Value& a, const Value& b) {
 Value logical_or(const Value& a, const Value& b) {
   if (any_null(a, b)) {
     const Value& known = a.is_null() ? b : a;
-    return !known.is_null() && bits_of(known).bits != 0 ? known : Value::null();
+    if (known.is_null()) return known;
+    const Bits x = bits_of(known);
+    return x.bits != 0 ? from_bits(x.kind, x.bits) : Value::null();
   }
   return bitwise(a, b, [](std::int32_t x, std::int32_t y) { return x | y; });
 }
@@ -342,7 +346,11 @@ Value logical_eqv(const Value& a, const Value& b) {
 }
 
 Value logical_imp(const Value& a, const Value& b) {
-  if (a.is_null()) return !b.is_null() && bits_of(b).bits != 0 ? b : Value::null();
+  if (a.is_null() && b.is_null()) return a;
+  if (a.is_null()) {
+    const Bits y = bits_of(b);
+    return y.bits != 0 ? from_bits(y.kind, y.bits) : Value::null();
+  }
   if (b.is_null()) {
     const Bits x = bits_of(a);
     return x.bits == 0 ? from_bits(x.kind, -1) : Value::null();

@@ -257,8 +257,8 @@ double to_date(const Value& value) {
     if (const auto date = parse_date(value.as_view())) return *date;
   }
   const double days = to_double(value);
-  if (!(days >= kFirstDate && days < kPastLastDate)) raise(errors::kOverflow);
-  return days;
+  if (days >= kFirstDate && days < kPastLastDate) return days;
+  raise(value.is_text() ? errors::kTypeMismatch : errors::kOverflow);
 }
 
 Value to_number(const Value& value) {

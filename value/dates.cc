@@ -64,6 +64,14 @@ bool is_letter(char c) {
 constexpr std::size_t kMaxTokens = 16;
 constexpr std::size_t kMaxDigits = 4;
 
+// Year, month and day of a Chinese date read as the signs between its numbers.
+constexpr std::size_t kChineseBytes = 3;
+std::optional<char> chinese_sign(std::string_view text) {
+  if (text.starts_with("年") || text.starts_with("月")) return '-';
+  if (text.starts_with("日")) return ' ';
+  return std::nullopt;
+}
+
 std::optional<std::vector<Token>> tokens_of(std::string_view text) {
   std::vector<Token> tokens;
   bool blank = false;
@@ -75,6 +83,12 @@ std::optional<std::vector<Token>> tokens_of(std::string_view text) {
       continue;
     }
     if (tokens.size() == kMaxTokens) return std::nullopt;
+    if (const auto sign = chinese_sign(text.substr(at))) {
+      if (*sign != ' ') tokens.push_back({Token::Kind::Sign, 0, 0, std::string(1, *sign), blank});
+      blank = *sign == ' ';
+      at += kChineseBytes;
+      continue;
+    }
     std::size_t end = at + 1;
     Token token{Token::Kind::Sign, 0, 0, std::string(1, c), blank};
     if (is_digit(c)) {
@@ -107,6 +121,13 @@ int month_of_name(std::string_view word) {
     }
   }
   return 0;
+}
+
+bool is_weekday_name(std::string_view word) {
+  constexpr std::array<std::string_view, 7> kDays = {"sunday",   "monday", "tuesday", "wednesday",
+                                                     "thursday", "friday", "saturday"};
+  return std::any_of(kDays.begin(), kDays.end(),
+                     [&](std::string_view day) { return word == day || word == day.substr(0, 3); });
 }
 
 class DateReader {
@@ -187,7 +208,11 @@ class DateReader {
     int named_month = 0;
     std::size_t name_at = 0;
     bool last_was_sign = true;
-    for (const Token& token : date_) {
+    // The day of the week in front, as long dates have it, says nothing more.
+    std::size_t first = date_.front().kind == Token::Kind::Word && is_weekday_name(date_[0].word);
+    if (first == 1 && date_.size() > 1 && date_[1].word == ",") ++first;
+    for (std::size_t i = first; i < date_.size(); ++i) {
+      const Token& token = date_[i];
       if (token.kind == Token::Kind::Sign) {
         if (last_was_sign || token.word == ":") return false;
         last_was_sign = true;
@@ -215,6 +240,9 @@ class DateReader {
 
   static bool by_name(const std::vector<Token>& numbers, int month, std::size_t name_at,
                       CalendarTime& time) {
+    if (numbers.size() == 1 && numbers[0].digits > 2) {
+      return settle(numbers[0].number, month, 1, time);
+    }
     if (numbers.size() != 2 || name_at > 1) return false;
     const bool year_first = numbers[0].digits > 2;
     return settle(full_year(numbers[year_first ? 0 : 1]), month, numbers[year_first ? 1 : 0].number,
@@ -222,6 +250,13 @@ class DateReader {
   }
 
   static bool by_numbers(const std::vector<Token>& numbers, CalendarTime& time) {
+    // A year and a month mean its first day.
+    if (numbers.size() == 2 && numbers[0].digits > 2) {
+      return settle(numbers[0].number, numbers[1].number, 1, time);
+    }
+    if (numbers.size() == 2 && numbers[1].digits > 2) {
+      return settle(numbers[1].number, numbers[0].number, 1, time);
+    }
     if (numbers.size() != 3) return false;
     const Token& first = numbers[0];
     if (first.digits > 2) return settle(first.number, numbers[1].number, numbers[2].number, time);

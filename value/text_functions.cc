@@ -153,7 +153,8 @@ std::vector<std::size_t> places_of(std::string_view text, std::string_view sough
   std::vector<std::size_t> places;
   std::size_t from = 0;
   while (places.size() < limit) {
-    const std::size_t at = text.find(sought, from);
+    const std::size_t at =
+        sought.size() == 1 ? text.find(sought.front(), from) : text.find(sought, from);
     if (at == text.npos) break;
     places.push_back(at);
     from = at + sought.size();

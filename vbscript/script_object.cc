@@ -47,6 +47,10 @@ Value ScriptObject::invoke(MemberId id, CallKind kind, Arguments arguments) {
   return machine_->invoke_member(*this, id, kind, arguments);
 }
 
+std::unique_ptr<Enumeration> ScriptObject::enumerate() {
+  raise(errors::kNoSuchMember);
+}
+
 void ScriptObject::last_reference_gone() noexcept {
   if (machine_ == nullptr) {
     delete this;

@@ -23,6 +23,8 @@ class ScriptObject final : public Object {
   MemberId member(std::string_view name) const override;
   const void* member_table() const override { return code_; }
   Value invoke(MemberId id, CallKind kind, Arguments arguments) override;
+  // Classes of scripts have no way to be walked: 438.
+  std::unique_ptr<Enumeration> enumerate() override;
 
   const ClassCode& code() const { return *code_; }
   LoadedUnit& unit() { return *unit_; }

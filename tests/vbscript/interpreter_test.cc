@@ -167,6 +167,37 @@ TEST(Interpreter, APageThatGathersObjectsEndsWithoutItsTrap) {
             "out of memory");
 }
 
+// A component that keeps what it is called with.
+class Keeper final : public Object {
+ public:
+  std::string_view type_name() const override { return "Keeper"; }
+  MemberId member(std::string_view) const override { return 0; }
+  Value invoke(MemberId, CallKind, Arguments arguments) override {
+    kept_.push_back(*arguments[0]);
+    return Value();
+  }
+  void add_held(HeldMemory& held) const override {
+    for (const Value& value : kept_) held.values.push_back(&value);
+  }
+
+ private:
+  std::vector<Value> kept_;
+};
+
+TEST(Interpreter, APageWhoseComponentGathersTextsEndsToo) {
+  class Host final : public ScriptHost {
+   public:
+    Value create_object(std::string_view) override { return Value::object(make_ref<Keeper>()); }
+  };
+  Host host;
+  Interpreter interpreter(
+      compile_script("a.vbs",
+                     "Set k = CreateObject(\"Keeper\")\ns = String(16000000, \"x\")\n"
+                     "For i = 0 To 2000\nk.Add s & i\nNext"),
+      host);
+  EXPECT_THROW(interpreter.run(), platform::PageEnd);
+}
+
 TEST(Interpreter, AnEndlessRecursionOfEmptyProceduresEnds) {
   ScriptHost host;
   Interpreter interpreter(compile_script("a.vbs", "Sub S\nS\nEnd Sub\nS"), host);

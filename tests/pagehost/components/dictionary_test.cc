@@ -69,5 +69,40 @@ TEST_F(DictionaryTest, RemovingWhatIsNotThereIsAnError) {
   EXPECT_EQ(error_number([&] { get(d_, "Remove", {t("x")}); }), 32811);
 }
 
+TEST_F(DictionaryTest, KeysWithoutLetterCaseCompareAsTextsDo) {
+  let(d_, "CompareMode", {Value::integer(1)});
+  let(d_, "", {t("\u00C9"), t("1")});
+  let(d_, "", {t("\u042F"), t("2")});
+  EXPECT_EQ(text_of(get(d_, "", {t("\u00E9")})), "1");
+  EXPECT_EQ(text_of(get(d_, "", {t("\u044F")})), "2");
+}
+
+TEST_F(DictionaryTest, KeepsOrderAndItemsThroughManyComingsAndGoings) {
+  for (std::int16_t i = 0; i < 1000; ++i) {
+    let(d_, "", {Value::integer(i), Value::integer(i)});
+    if (i >= 10) get(d_, "Remove", {Value::integer(static_cast<std::int16_t>(i - 10))});
+  }
+  EXPECT_EQ(walked(d_), "990,991,992,993,994,995,996,997,998,999");
+  EXPECT_EQ(text_of(get(d_, "", {Value::integer(995)})), "995");
+  EXPECT_FALSE(get(d_, "Exists", {Value::integer(989)}).as_boolean());
+}
+
+TEST_F(DictionaryTest, AnEmptyKeyAndNullAreKeysOfTheirOwn) {
+  let(d_, "", {Value(), t("empty")});
+  let(d_, "", {Value::null(), t("null")});
+  let(d_, "", {t(""), t("text")});
+  let(d_, "", {Value::integer(0), t("zero")});
+  EXPECT_EQ(text_of(get(d_, "Count")), "4");
+  EXPECT_EQ(text_of(get(d_, "", {Value::null()})), "null");
+}
+
+TEST_F(DictionaryTest, TellsWhatItHolds) {
+  let(d_, "", {t("a"), t("1")});
+  rk::HeldMemory held;
+  d_.as_object()->add_held(held);
+  EXPECT_EQ(held.values.size(), 2U);
+  EXPECT_GT(held.bytes, 0U);
+}
+
 }  // namespace
 }  // namespace rk::pagehost

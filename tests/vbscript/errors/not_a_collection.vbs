@@ -1,4 +1,4 @@
 Class C
 End Class
-For Each x In New C ' error: 451
+For Each x In New C ' error: 438
 Next

@@ -1,0 +1,2 @@
+For Each x In "abc" ' error: 451
+Next

@@ -1,0 +1,2 @@
+Class C
+End Sub ' syntax error: 1047 line 2 column 5

@@ -1,0 +1,1 @@
+ReDim a ' syntax error: 1005 line 1 column 8
