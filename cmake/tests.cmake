@@ -71,5 +71,6 @@ endif()
 # The pages of tests/pages/ and the DOM objects are run on the real XML engine, sites in two code
 # pages on the real ones.
 if(TARGET pagehost_components_tests)
-  target_link_libraries(pagehost_components_tests PRIVATE rk_adapters_xml rk_adapters_codepage)
+  target_link_libraries(pagehost_components_tests PRIVATE
+    rk_adapters_xml rk_adapters_codepage rk_adapters_pcre2)
 endif()

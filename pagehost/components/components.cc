@@ -21,7 +21,8 @@ Ref<Object> file_system(PageServices& page) {
 }
 
 XmlServices xml_services(PageServices& page, const ComponentParts& parts) {
-  return {parts.xml, system_of(page), page.site_root(), parts.http ? parts.http(page) : nullptr};
+  return {parts.xml, system_of(page), page.site_root(), parts.http ? parts.http(page) : nullptr,
+          [parts](PageServices& other) { return xml_services(other, parts); }};
 }
 
 void add_xml(Programs& programs, const ComponentParts& parts) {

@@ -44,6 +44,7 @@ std::span<const Member<StreamObject>> StreamObject::members() {
       {"LoadFromFile", &S::load_from_file, 1, 1},
       {"SaveToFile", &S::save_to_file, 1, 2},
       {"Flush", &S::flush},
+      {"Cancel", &S::flush},
   };
   return kMembers;
 }

@@ -86,6 +86,25 @@ platform::XmlPrefixes prefixes_of(std::string_view text) {
   }
 }
 
+class KeptDocument final : public KeptObject {
+ public:
+  KeptDocument(std::string text, bool keep_white_space,
+               std::function<XmlServices(PageServices&)> of_page)
+      : text_(std::move(text)), keep_white_space_(keep_white_space), of_page_(std::move(of_page)) {}
+  std::string_view type_name() const override { return "DOMDocument"; }
+  Ref<Object> made_for(PageServices& page) const override {
+    auto tree = std::make_shared<XmlTree>(of_page_(page));
+    tree->keep_white_space = keep_white_space_;
+    if (!text_.empty()) tree->read(text_);
+    return make_ref<XmlDocumentObject>(tree);
+  }
+
+ private:
+  std::string text_;
+  bool keep_white_space_;
+  std::function<XmlServices(PageServices&)> of_page_;
+};
+
 Value flag(const Call& call, bool& kept) {
   if (!call.assigns()) return Value::boolean(kept);
   kept = to_boolean(call.assigned());
@@ -133,6 +152,11 @@ std::span<const Member<XmlDocumentObject>> XmlDocumentObject::members() {
       {"ontransformnode", &D::ignored, 0, 0, Access::Write},
   });
   return kMembers;
+}
+
+Ref<KeptObject> XmlDocumentObject::kept() const {
+  if (!tree_->services.of_page) raise(errors::kInvalidCall);
+  return make_ref<KeptDocument>(tree_->text(), tree_->keep_white_space, tree_->services.of_page);
 }
 
 // Set: takes the place of the top element.

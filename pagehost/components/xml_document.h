@@ -13,13 +13,16 @@
 
 namespace rk::pagehost {
 
-class XmlDocumentObject final : public TabledObject<XmlDocumentObject, XmlNodeBase> {
+class XmlDocumentObject final : public TabledObject<XmlDocumentObject, XmlNodeBase>,
+                                public KeepableObject {
  public:
   explicit XmlDocumentObject(const XmlServices& services);
   // Of a document that is there already.
   explicit XmlDocumentObject(const XmlTreeRef& tree);
   std::string_view type_name() const override { return "DOMDocument"; }
   static std::span<const Member<XmlDocumentObject>> members();
+  // In the application: each page that reads it has a copy of the document as it was stored.
+  Ref<KeptObject> kept() const override;
 
   // As load() of bytes.
   void load_bytes(std::string_view bytes);

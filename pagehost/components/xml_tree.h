@@ -4,6 +4,7 @@
 #define RK_PAGEHOST_COMPONENTS_XML_TREE_H_
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,6 +13,7 @@
 
 #include "pagehost/components/text_stream.h"
 #include "pagehost/pages/held_memory.h"
+#include "pagehost/pages/programs.h"
 #include "platform/http.h"
 #include "platform/xml.h"
 #include "value/object.h"
@@ -24,6 +26,8 @@ struct XmlServices {
   FileSystem system;
   std::string site_root;
   std::shared_ptr<platform::HttpClient> http;  // null: addresses cannot be loaded
+  // The same for another page; empty: a document cannot be kept in the application.
+  std::function<XmlServices(PageServices& page)> of_page = nullptr;
 };
 
 // Why the last load failed; number 0 where it did not.

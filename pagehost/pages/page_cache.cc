@@ -13,6 +13,7 @@ CompiledPage compiled_page(std::string path, PageSource source) {
   page.files = std::move(source.files);
   page.code_page = source.code_page;
   page.session_enabled = source.session_enabled;
+  page.lcid = source.lcid;
   page.in_transaction = source.in_transaction;
   page.has_type_library = source.has_type_library;
   page.objects = std::move(source.objects);

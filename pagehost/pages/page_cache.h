@@ -26,6 +26,7 @@ struct CompiledPage {
   std::vector<FileState> files;
   int code_page = 0;  // as the directive says; 0: the site's
   bool session_enabled = true;
+  std::int32_t lcid = 0;  // as the directive says, or 0
   bool in_transaction = false;
   bool has_type_library = false;
   std::vector<ObjectDeclaration> objects;

@@ -1,6 +1,7 @@
 #include "pagehost/pages/page_reader.h"
 
 #include <algorithm>
+#include <charconv>
 #include <utility>
 
 #include "pagehost/pages/page_splitter.h"
@@ -169,6 +170,8 @@ class Reading {
     if (equal_ignoring_case(attribute(part.attributes, "enablesessionstate"), "false")) {
       out_.session_enabled = false;
     }
+    const std::string_view lcid = attribute(part.attributes, "lcid");
+    std::from_chars(lcid.data(), lcid.data() + lcid.size(), out_.lcid);
     const std::string_view transaction = attribute(part.attributes, "transaction");
     if (equal_ignoring_case(transaction, "required") ||
         equal_ignoring_case(transaction, "requires_new")) {

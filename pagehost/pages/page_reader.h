@@ -51,6 +51,7 @@ struct PageSource {
   std::vector<FileState> files;
   int code_page = 0;  // as the page's directive says; 0: the site's
   bool session_enabled = true;
+  std::int32_t lcid = 0;          // 0: none is asked for
   bool in_transaction = false;    // its events are called
   bool has_type_library = false;  // the constants of a type library are asked for
   std::vector<ObjectDeclaration> objects;

@@ -12,12 +12,15 @@
 #include "pagehost/pages/virtual_path.h"
 #include "value/text.h"
 #include "vbscript/limits.h"
+#include "vbscript/regexp_object.h"
 #include "vbscript/runtime_error.h"
 
 namespace rk::pagehost {
 namespace {
 
 constexpr std::string_view kHostSource = "Page host";
+// The language's own class, by the name that pages create it by.
+constexpr std::string_view kRegExpClass = "VBScript.RegExp";
 constexpr std::int32_t kHostError = errors::kSqlFailure;  // 80004005
 
 std::uintptr_t stack_floor() {
@@ -102,6 +105,7 @@ void PageRun::begin(const CompiledPage& page) {
   int code_page = page.code_page;
   if (code_page == 0 && turn_ && session_enabled_) code_page = turn_->code_page;
   if (code_page != 0) response_->set_code_page(code_page);
+  if (page.lcid != 0) response_->set_lcid(page.lcid);
   const bool has_start = host_.start_up && host_.start_up->program->defines("Session_OnStart");
   if (session_enabled_ && !turn_ && has_start) start_session();
 }
@@ -277,6 +281,9 @@ Value PageRun::create_object(std::string_view program_identifier) {
 }
 
 Ref<Object> PageRun::made(std::string_view program_identifier, const KnownError& otherwise) {
+  if (equal_ignoring_case(program_identifier, kRegExpClass)) {
+    return Ref<Object>(vbscript::regexp_object(services_).as_object());
+  }
   const ObjectFactory* factory = host_.parts.programs->find(program_identifier);
   if (factory == nullptr) {
     if (host_.is_new_unknown_program(program_identifier)) {

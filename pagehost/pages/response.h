@@ -7,6 +7,7 @@
 #define RK_PAGEHOST_PAGES_RESPONSE_H_
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -57,6 +58,8 @@ class PageResponse final : public platform::Response {
   bool connected() const { return sink_ == nullptr || sink_->connected(); }
   bool begun() const { return begun_; }
 
+  std::int32_t lcid() const { return lcid_; }
+  void set_lcid(std::int32_t lcid) { lcid_ = lcid; }
   int code_page() const { return code_page_; }
   void set_code_page(int code_page);  // 5 for one that is not known
   std::string status() const { return std::to_string(status_) + " " + reason_; }
@@ -96,6 +99,7 @@ class PageResponse final : public platform::Response {
   const platform::CodePages& code_pages_;
   const platform::Clock& clock_;
   int code_page_;
+  std::int32_t lcid_ = 2052;  // kept and answered; changes no text
   bool buffered_ = true;
   bool begun_ = false;
   std::string body_;

@@ -213,8 +213,8 @@ Value ResponseObject::code_page(const Call& call) {
 }
 
 Value ResponseObject::lcid(const Call& call) {
-  if (!call.assigns()) return Value::long_integer(lcid_);
-  lcid_ = to_long(call.assigned());
+  if (!call.assigns()) return Value::long_integer(response_->lcid());
+  response_->set_lcid(to_long(call.assigned()));
   return {};
 }
 

@@ -45,7 +45,6 @@ class ResponseObject final : public TabledObject<ResponseObject> {
 
   std::shared_ptr<PageResponse> response_;
   const platform::Clock& clock_;
-  std::int32_t lcid_ = 2052;
   std::int32_t expires_minutes_ = 0;
 };
 

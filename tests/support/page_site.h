@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "pagehost/pages/page_host.h"
+#include "platform/regexp.h"
 #include "tests/support/fixed_clock.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/recording_database.h"
@@ -70,6 +71,7 @@ class PageSite {
       parts.code_pages = real_code_pages == nullptr ? &code_pages : real_code_pages;
       parts.clock = &clock;
       parts.random = &random;
+      parts.regexps = regexps;
       parts.programs = &programs;
       parts.log = &log;
       parts.make_database = [this](std::shared_ptr<const pagehost::PageWatch>) { return database; };
@@ -102,6 +104,7 @@ class PageSite {
   FixedClock clock;
   CountingRandom random;
   KeptLog log;
+  const platform::Regexps* regexps = nullptr;  // none where not given
   pagehost::Programs programs;
   pagehost::PageHostOptions options;
   std::shared_ptr<RecordingDatabase> database = std::make_shared<RecordingDatabase>();

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "adapters/pcre2/regexps.h"
 #include "adapters/xml/documents.h"
 #include "pagehost/components/components.h"
 #include "tests/support/page_site.h"
@@ -43,6 +44,7 @@ class SitePages : public ::testing::TestWithParam<std::string> {
     ComponentParts parts;
     parts.xml = &xml_;
     add_components(site_.programs, parts);
+    site_.regexps = &regexps_;
     for (const auto& entry : fs::recursive_directory_iterator(folder())) {
       if (entry.is_regular_file() && entry.path().extension() != ".expected") {
         site_.file("/" + fs::relative(entry.path(), folder()).string(), bytes_of(entry.path()));
@@ -50,6 +52,7 @@ class SitePages : public ::testing::TestWithParam<std::string> {
     }
   }
   xml::Documents xml_;
+  pcre2::Regexps regexps_;
   tests::PageSite site_;
 };
 

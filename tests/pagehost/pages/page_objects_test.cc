@@ -188,6 +188,13 @@ TEST_F(PageObjects, TheLastErrorIsOfThePageThatWasExecuted) {
             "0[]\n11Division by zero/inner.asp2");
 }
 
+TEST_F(PageObjects, TheDirectivesLocaleIsAnswered) {
+  site_.file("/a.asp",
+             "<%@ LCID = 1033 %><%= Response.LCID %><% Response.LCID = 1028 %><%= "
+             "Response.LCID %>");
+  EXPECT_EQ(site_.body("/a.asp"), "10331028");
+}
+
 TEST_F(PageObjects, PicsIsAMethodAndAProperty) {
   site_.file("/a.asp", "<% Response.PICS \"a\"\nResponse.PICS = \"b\"\nResponse.Pics(\"c\") %>");
   EXPECT_EQ(header_of(site_.run("/a.asp"), "PICS-Label"), "a|b|c|");
