@@ -1,5 +1,7 @@
--- The last movements of three customers: what was bought, and what each had left after it.
+-- The last movements of four customers: what was bought, and what each had left after it.
 Insert Into MoneyLog (user, type, money, buymoney, logmoney, info, now) Values
+  ('coffee', '充值', 200, 0, 200, '银行转账', '2026-11-17 14:20:00'),
+  ('coffee', '消费', -66, 66, 134, '入门 1 号 一年', '2026-11-17 14:25:12'),
   ('chunfeng', '充值', 500, 0, 500, '银行转账', '2026-11-18 09:12:00'),
   ('chunfeng', '消费', -98, 98, 402, '经济型 A2 一年', '2026-11-18 09:20:31'),
   ('lighthouse', '充值', 1200, 0, 1200, '汇款', '2026-11-19 16:03:44'),

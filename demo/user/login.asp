@@ -12,6 +12,16 @@ If Request.QueryString("leave") = "1" Then SignOut
 Refused = ""
 If Request.ServerVariables("REQUEST_METHOD") = "POST" Then TrySignIn
 
+' The demo's customer of this storefront; none on an agent's that was added later.
+Function DemoCustomer()
+    Select Case Agent_User
+    Case "" : DemoCustomer = "chunfeng"
+    Case "blue" : DemoCustomer = "coffee"
+    Case "green" : DemoCustomer = "harbour"
+    Case Else : DemoCustomer = ""
+    End Select
+End Function
+
 Sub TrySignIn()
     Dim name, password
     GuardForm
@@ -41,6 +51,8 @@ End Sub
 <input id="password" name="password" type="password" maxlength="60" autocomplete="current-password"></p>
 <% Send Say("登录", "Sign in") %>
 </form>
-<p class="note"><%= Say("演示账户：客户 chunfeng，密码 demo；店主 owner，密码 owner（仅限本机）。", "Demo accounts: customer harbour, password demo; owner, password owner (on this computer only).") %></p>
+<% If DemoCustomer() <> "" Then %>
+<p class="note"><%= Say("演示账户：客户 " & DemoCustomer() & "，密码 demo；店主 owner，密码 owner（仅限本机）。", "Demo accounts: customer " & DemoCustomer() & ", password demo; owner, password owner (on this computer only).") %></p>
+<% End If %>
 </section>
 <!--#include virtual="/include/footer.inc"-->

@@ -142,6 +142,17 @@ test("a customer signs in, sees their own movements alone, and signs out", () =>
     assert.equal(new URL(page.url()).pathname, "/user/login.asp");
   }));
 
+test("the account that a storefront tells of is good there", async () => {
+  for (const host of ["localhost", "blue.localhost", "green.localhost"]) {
+    await visit(host, "/user/login.asp", async (page) => {
+      const [name] = (await page.locator(".note").innerText()).match(/chunfeng|coffee|harbour/);
+      await signIn(page, name, "demo");
+      assert.equal(new URL(page.url()).pathname, "/user/index.asp", host);
+      assert.ok((await page.locator("tbody th").count()) >= 2, host);
+    });
+  }
+});
+
 test("every download is there, and marked as UTF-8 for browsers that guess", async () => {
   for (const host of ["localhost", "blue.localhost", "green.localhost"]) {
     await visit(host, "/download/index.asp", async (page) => {
