@@ -29,6 +29,9 @@ struct ColumnTraits {
   bool required = false;  // takes no Null
   bool counter = false;   // numbered by the database
   bool writable = false;  // by AddNew and Update
+  bool key = false;       // tells its table's rows apart by itself
+  // The column of the database behind it; both empty where there is none.
+  std::string base_table, base_column;
 };
 
 // The lists that a connection can give of its database.

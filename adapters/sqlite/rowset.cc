@@ -84,6 +84,9 @@ platform::ColumnTraits Rowset::traits(std::size_t ordinal) const {
   traits.size = base->size;
   traits.required = base->required;
   traits.counter = base->row_id;
+  traits.key = base->unique;
+  traits.base_table = shown.origin_table;
+  traits.base_column = shown.origin_column;
   return traits;
 }
 

@@ -77,7 +77,7 @@ std::unique_ptr<MemoryRows> MemoryRows::of(platform::Recordset& from) {
   std::vector<MemoryColumn> columns;
   for (std::size_t i = 0; i < from.field_count(); ++i) {
     const platform::ColumnTraits traits = from.traits(i);
-    MemoryColumn column{from.field_name(i), ado_type_of(traits), traits.size};
+    MemoryColumn column{from.field_name(i), ado_type_of(traits), traits.size, traits};
     if (traits.type == ColumnType::Unknown && !rows.empty()) column.type = ado_type_of(rows[0][i]);
     columns.push_back(std::move(column));
   }
@@ -135,6 +135,7 @@ void MemoryRows::add_new() {
 }
 
 void MemoryRows::set_field(std::size_t ordinal, const Value& value) {
+  if (is_batch() && !column(ordinal).origin.writable) raise(errors::kFeatureNotAvailable);
   Value made = suited(value, column(ordinal));
   if (!edit_) {
     current();
@@ -150,17 +151,21 @@ void MemoryRows::update() {
   if (edit.adding) {
     if ((rows_.size() + 1) * columns_.size() > kMaxArrayElements) raise(errors::kOutOfMemory);
     rows_.emplace_back(columns_.size(), Value::null());
+    if (changes_) changes_->note_added();
     at_ = row_count() - 1;
     removed_ = false;
   }
   std::vector<Value>& row = rows_[current()];
   for (std::size_t i = 0; i < row.size(); ++i) {
-    if (edit.values[i]) row[i] = *std::move(edit.values[i]);
+    if (!edit.values[i]) continue;
+    if (changes_) changes_->note_set(current(), i, row[i]);
+    row[i] = *std::move(edit.values[i]);
   }
 }
 
 void MemoryRows::remove() {
   edit_.reset();
+  if (changes_) changes_->note_removed(current(), rows_[current()]);
   rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(current()));
   removed_ = true;
 }

@@ -1,5 +1,6 @@
 // MemoryRows: a record set without a database: rows of columns that a page appended, the rows of a
-// set that was parted from its connection, and the lists of OpenSchema. The page's thread.
+// set that was parted from its connection, and the lists of OpenSchema; and the rows of a batch,
+// whose changes wait until they are stored together. The page's thread.
 #ifndef RK_PAGEHOST_COMPONENTS_MEMORY_ROWS_H_
 #define RK_PAGEHOST_COMPONENTS_MEMORY_ROWS_H_
 
@@ -11,6 +12,7 @@
 
 #include "pagehost/components/ado_values.h"
 #include "pagehost/components/placed_rows.h"
+#include "pagehost/components/row_changes.h"
 
 namespace rk::pagehost {
 
@@ -18,6 +20,8 @@ struct MemoryColumn {
   std::string name;
   AdoType type = AdoType::VarWChar;
   std::int32_t size = 0;  // characters of a text, 0: as many as it likes
+  // Of a column that was read out of a database: where a batch stores it.
+  platform::ColumnTraits origin = {};
 };
 
 // What was set on the current row, or on a new one, and not stored yet.
@@ -33,6 +37,19 @@ class MemoryRows final : public PlacedRows {
 
   // The rows of `from` from its first one on, with its columns. Raises 7 past the limit of arrays.
   static std::unique_ptr<MemoryRows> of(platform::Recordset& from);
+
+  // From now on changes are pending until they are stored or cancelled, and only columns that can
+  // be stored may be set (3251).
+  void begin_batch() { changes_.emplace(rows_.size()); }
+  bool is_batch() const { return changes_.has_value(); }
+  // Of the current row, as scripts number it: 0 where there is no batch; raises 3021.
+  std::int32_t status() const;
+  std::vector<std::int64_t> changed_positions() const;
+  // All pending changes in one transaction, or none: raises -2147217864 where a row that was
+  // changed or removed is no longer as it was read, and the database's errors.
+  void store_batch(platform::Connection& connection);
+  // The rows are those of the last store again; goes to the first one.
+  void cancel_batch();
 
   const MemoryColumn& column(std::size_t ordinal) const;  // raises 3265
 
@@ -59,8 +76,13 @@ class MemoryRows final : public PlacedRows {
 
  private:
   std::vector<MemoryColumn> columns_;
+  static void store_new_row(platform::Connection& connection, RowValues& row,
+                            const RowChange& change,
+                            const std::vector<platform::ColumnTraits>& origins);
+
   std::vector<std::vector<Value>> rows_;
   std::optional<MemoryEdit> edit_;
+  std::optional<RowChanges> changes_;  // of a batch
 };
 
 }  // namespace rk::pagehost

@@ -13,6 +13,8 @@
 namespace rk::pagehost {
 namespace {
 
+using platform::CursorType;
+
 constexpr std::int32_t kUseClient = 3;
 constexpr std::int32_t kCommandTable = 2;
 constexpr std::int32_t kCommandTableDirect = 512;
@@ -65,7 +67,7 @@ std::span<const Member<RecordsetObject>> RecordsetObject::members() {
       {"Update", &R::update, 0, 2},
       {"UpdateBatch", &R::update_batch, 0, 1},
       {"CancelUpdate", &R::cancel_update},
-      {"CancelBatch", &R::cancel_update, 0, 1},
+      {"CancelBatch", &R::cancel_batch, 0, 1},
       {"Delete", &R::remove, 0, 1},
       {"Requery", &R::requery, 0, 1},
       {"Resync", &R::nothing_to_do, 0, 2},
@@ -113,6 +115,7 @@ Value RecordsetObject::field_object(std::size_t ordinal) {
 }
 
 void RecordsetObject::set_field(std::size_t ordinal, const Value& value) {
+  hold_batch();
   rows().set_field(ordinal, value.is_empty() ? Value::null() : value);
   if (editing_ == Editing::None) editing_ = Editing::Row;
 }
@@ -172,10 +175,12 @@ void RecordsetObject::run() {
     raise(errors::kInvalidArgument);
   }
   opened_ = connection_->opened();
-  // Records held by the client are always a static set.
-  if (held_by_client()) cursor_type_ = static_cast<std::int32_t>(platform::CursorType::Static);
+  // Records held by the client are always a static set, and so are those of a batch.
+  const bool forward_only = cursor_type_ == static_cast<std::int32_t>(CursorType::ForwardOnly);
+  if (held_by_client() || (forward_only && lock_type_ == kLockBatch))
+    cursor_type_ = static_cast<std::int32_t>(CursorType::Static);
   connection_->remembering([&] {
-    rows_ = opened_->open_recordset(source_, static_cast<platform::CursorType>(cursor_type_),
+    rows_ = opened_->open_recordset(source_, static_cast<CursorType>(cursor_type_),
                                     static_cast<platform::LockType>(lock_type_));
     return Value();
   });
@@ -327,10 +332,6 @@ Value RecordsetObject::state(const Call&) {
   return Value::long_integer(rows_ ? 1 : 0);
 }
 
-Value RecordsetObject::status(const Call&) {
-  return Value::long_integer(0);
-}
-
 Value RecordsetObject::edit_mode(const Call&) {
   rows();
   return Value::long_integer(static_cast<std::int32_t>(editing_));
@@ -351,6 +352,7 @@ void RecordsetObject::set_fields(const Value& names, const Value& values) {
 }
 
 Value RecordsetObject::add_new(const Call& call) {
+  hold_batch();
   rows().add_new();
   editing_ = Editing::NewRow;
   if (!call.has(0)) return {};
@@ -376,14 +378,6 @@ Value RecordsetObject::update(const Call& call) {
   return {};
 }
 
-// Each Update is stored at once, so nothing is left to store; rows that were parted from their
-// connection have no way back into it.
-Value RecordsetObject::update_batch(const Call& call) {
-  rows();
-  if (memory_ && connection_) raise(errors::kFeatureNotAvailable);
-  return update(call);
-}
-
 Value RecordsetObject::cancel_update(const Call&) {
   rows().cancel_update();
   editing_ = Editing::None;
@@ -391,6 +385,7 @@ Value RecordsetObject::cancel_update(const Call&) {
 }
 
 Value RecordsetObject::remove(const Call&) {
+  hold_batch();
   rows().remove();
   editing_ = Editing::None;
   return {};
@@ -398,8 +393,9 @@ Value RecordsetObject::remove(const Call&) {
 
 Value RecordsetObject::requery(const Call&) {
   rows();
-  if (memory_) raise(errors::kFeatureNotAvailable);
+  if (memory_ && (!connection_ || source_.text().empty())) raise(errors::kFeatureNotAvailable);
   std::exchange(rows_, nullptr)->close();
+  view_ = nullptr;
   run();
   show_again();
   return {};
@@ -410,11 +406,13 @@ Value RecordsetObject::supports(const Call& call) {
   constexpr std::int32_t kMovePrevious = 0x200;
   constexpr std::int32_t kBookmarks = 0x2000 | 0x4000;  // and absolute positions
   constexpr std::int32_t kChanges = 0x1000400 | 0x1000800 | 0x1008000;
+  constexpr std::int32_t kBatch = 0x10000;
   constexpr std::int32_t kFind = 0x80000;
   rows();
   std::int32_t can = kFind;
   if (cursor_type_ != 0) can |= kMovePrevious | kBookmarks;
   if (lock_type_ != 1) can |= kChanges;
+  if (lock_type_ == kLockBatch) can |= kBatch;
   const std::int32_t asked = call.number(0);
   return Value::boolean((can & asked) == asked);
 }

@@ -18,6 +18,8 @@
 
 namespace rk::pagehost {
 
+inline constexpr std::int32_t kLockBatch = 4;
+
 // Whether a Move or Find begins at a bookmark: those are Doubles, and the places 0 to 2 are not.
 inline bool is_bookmark(const Value& start) {
   return plain_value(start).kind() == Value::Kind::Double;
@@ -86,6 +88,7 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   Value add_new(const Call& call);
   Value update(const Call& call);
   Value update_batch(const Call& call);
+  Value cancel_batch(const Call& call);
   Value cancel_update(const Call& call);
   Value remove(const Call& call);
   Value requery(const Call& call);
@@ -103,6 +106,7 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   void show_again();
   void go_to(const Value& start);
   void part_from_connection();
+  void hold_batch();
   bool held_by_client() const;
   void set_fields(const Value& names, const Value& values);
   void connect(const Value& connection);
@@ -112,9 +116,9 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   std::shared_ptr<platform::Connection> opened_;  // outlives the rows
   std::unique_ptr<platform::Recordset> rows_;
   RowView* view_ = nullptr;             // rows_, where it is one
-  const MemoryRows* memory_ = nullptr;  // beneath rows_, where there is no database
+  MemoryRows* memory_ = nullptr;        // beneath rows_, where they are held in memory
   std::vector<MemoryColumn> appended_;  // columns of a set that is not open yet
-  Value filter_ = Value::text("");
+  Value filter_ = Value::text("");      // or an array of bookmarks, or the number of pending rows
   std::string sort_;
   platform::SqlText source_;
   std::int32_t cursor_type_ = 0;

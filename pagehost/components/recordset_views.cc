@@ -1,4 +1,4 @@
-// Filter, Sort, Clone and Bookmark of a record set, and sets without a connection.
+// Filter, Sort, Clone and Bookmark of a record set, sets without a connection, and batches.
 #include <utility>
 
 #include "pagehost/components/recordset_object.h"
@@ -9,9 +9,16 @@ namespace rk::pagehost {
 namespace {
 
 constexpr std::int32_t kFilterNone = 0;
+constexpr std::int32_t kFilterPending = 1;
 
 std::int64_t bookmark_of(const Value& value) {
   return static_cast<std::int64_t>(to_double(value));
+}
+
+// UpdateBatch and CancelBatch take all rows; the current one or a filter's alone are not offered.
+void check_whole_batch(const Call& call) {
+  constexpr std::int32_t kAllRows = 3;
+  if (call.number_or(0, kAllRows) != kAllRows) raise(errors::kFeatureNotAvailable);
 }
 
 }  // namespace
@@ -49,15 +56,73 @@ const MemoryColumn* RecordsetObject::memory_column(std::size_t ordinal) const {
 
 void RecordsetObject::part_from_connection() {
   auto parted = MemoryRows::of(rows());
+  if (lock_type_ == kLockBatch) parted->begin_batch();
   std::exchange(rows_, nullptr)->close();
   take(std::move(parted));
   opened_ = nullptr;
+}
+
+// The rows of a batch are held in memory from its first change on: until then a large set is read
+// as far as the page looks at it.
+void RecordsetObject::hold_batch() {
+  if (lock_type_ != kLockBatch || memory_ != nullptr) return;
+  const std::int64_t position = rows().absolute_position();
+  const bool past = rows_->eof();
+  const bool empty = past && rows_->bof();
+  auto held = MemoryRows::of(*rows_);
+  held->begin_batch();
+  if (position > 0) {
+    held->set_absolute_position(position);
+  } else if (!empty) {
+    held->move(past ? 1 : -1,
+               past ? platform::Recordset::Origin::Last : platform::Recordset::Origin::First);
+  }
+  std::exchange(rows_, nullptr)->close();
+  take(std::move(held));
+}
+
+// UpdateBatch: what is pending goes to the connection that the set has now. Without a batch each
+// Update was stored at once, and nothing is left.
+Value RecordsetObject::update_batch(const Call& call) {
+  rows();
+  const bool batch = memory_ != nullptr && memory_->is_batch();
+  if (!batch && memory_ && connection_) raise(errors::kFeatureNotAvailable);
+  if (!batch) return update(call);
+  check_whole_batch(call);
+  if (!connection_) raise(errors::kNotAllowedInContext);
+  rows_->update();
+  editing_ = Editing::None;
+  opened_ = connection_->opened();
+  connection_->remembering([&] {
+    memory_->store_batch(*opened_);
+    return Value();
+  });
+  return {};
+}
+
+Value RecordsetObject::cancel_batch(const Call& call) {
+  rows().cancel_update();
+  editing_ = Editing::None;
+  if (memory_ == nullptr || !memory_->is_batch()) return {};
+  check_whole_batch(call);
+  memory_->cancel_batch();
+  if (view_ != nullptr) view_->forget_all();
+  show_again();
+  return {};
+}
+
+// What became of the current row since it was read.
+Value RecordsetObject::status(const Call&) {
+  if (memory_ == nullptr || !memory_->is_batch()) return Value::long_integer(0);
+  if (editing_ == Editing::None && rows().field_count() > 0) rows().field(std::size_t{0});
+  return Value::long_integer(memory_->status());
 }
 
 // The rows as a view, which they become at the first use of one. Raises 3251 where they are not
 // known by number.
 RowView& RecordsetObject::view() {
   if (view_ != nullptr) return *view_;
+  hold_batch();
   if (rows().record_count() < 0) raise(errors::kFeatureNotAvailable);
   const std::int32_t page = rows_->page_size();
   auto shared = std::make_shared<SharedRows>();
@@ -81,6 +146,12 @@ RowView& RecordsetObject::view_of_all_rows() {
 
 void RecordsetObject::show_again() {
   const Value filter = plain_value(filter_);
+  if (!filter.is_text() && !filter.is_array()) {
+    if (memory_ == nullptr) hold_batch();
+    std::vector<std::int64_t> changed;
+    if (memory_ != nullptr) changed = memory_->changed_positions();
+    return view_of_all_rows().show_positions(std::move(changed));
+  }
   if (filter.is_array()) {
     std::vector<std::int64_t> bookmarks;
     for (const Value& each : filter.as_array().elements()) bookmarks.push_back(bookmark_of(each));
@@ -95,14 +166,16 @@ void RecordsetObject::show_again() {
   editing_ = Editing::None;
 }
 
-// Filter: a condition, an array of bookmarks, or 0 or "" for all rows.
+// Filter: a condition, an array of bookmarks, 1 for the rows whose changes are pending, or 0 or ""
+// for all rows.
 Value RecordsetObject::filter(const Call& call) {
   if (!call.assigns()) return filter_;
   rows();
   Value given = plain_value(call.assigned());
   if (!given.is_text() && !given.is_array()) {
-    if (to_long(given) != kFilterNone) raise(errors::kInvalidArgument);
-    given = Value::text("");
+    const std::int32_t number = to_long(given);
+    if (number != kFilterNone && number != kFilterPending) raise(errors::kInvalidArgument);
+    given = number == kFilterNone ? Value::text("") : Value::long_integer(number);
   }
   const Value before = std::exchange(filter_, given);
   try {

@@ -58,14 +58,27 @@ void RowView::show(const RowFilter* filter, const RowOrder* order) {
 }
 
 void RowView::show_bookmarked(const std::vector<std::int64_t>& bookmarks) {
-  leave_row();
   std::vector<std::int64_t> found;
   for (const std::int64_t bookmark : bookmarks) {
     if (const auto position = position_of_bookmark(bookmark)) found.push_back(*position);
   }
+  show_positions(std::move(found));
+}
+
+void RowView::show_positions(std::vector<std::int64_t> positions) {
+  leave_row();
   removed_ = false;
   at_ = 0;
-  shown_ = std::move(found);
+  shown_ = std::move(positions);
+}
+
+void RowView::forget_all() {
+  shared_->removed.clear();
+  for (RowView* view : shared_->views) {
+    view->shown_.reset();
+    view->removed_ = view->adding_ = view->editing_ = false;
+    view->at_ = 0;
+  }
 }
 
 std::int64_t RowView::bookmark() {

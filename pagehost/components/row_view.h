@@ -41,6 +41,10 @@ class RowView final : public PlacedRows {
   void show(const RowFilter* filter, const RowOrder* order);
   // Shows the rows of these bookmarks; those that are gone are left out.
   void show_bookmarked(const std::vector<std::int64_t>& bookmarks);
+  // Shows the rows of these places in the set, from 1.
+  void show_positions(std::vector<std::int64_t> positions);
+  // The rows beneath are others now: all views of them show all, from the first one on.
+  void forget_all();
   std::int64_t bookmark();                     // raises 3021
   void go_to_bookmark(std::int64_t bookmark);  // raises 3001 where that row is gone or not shown
 
