@@ -7,6 +7,7 @@
 #include "jetsql/days.h"
 #include "jetsql/letters.h"
 #include "jetsql/numbers.h"
+#include "jetsql/text_format.h"
 #include "jetsql/translate.h"
 
 namespace rk::jetsql {
@@ -32,6 +33,7 @@ constexpr NamedFormat kNamed[] = {
     {"standard", "#,##0.00"},
     {"currency", "#,##0.00"},
     {"percent", "0.00%"},
+    {"scientific", "0.00E+00"},
     {"yes/no", "\"Yes\";\"Yes\";\"No\""},
     {"true/false", "\"True\";\"True\";\"False\""},
     {"on/off", "\"On\";\"On\";\"Off\""},
@@ -235,26 +237,56 @@ std::string_view section_of(std::string_view pattern, double value, bool& signs)
 // What a section asks for: places before and behind the point, groups of thousands, percent.
 struct Places {
   int whole = 0, least = 0, most = 0;
+  int digits = 0;     // places before the point, optional ones too
+  int thousands = 0;  // commas behind the last of them: the number is divided by 1000 for each
+  int exponent = 0;   // places of the exponent; 0: none is asked for
+  char exponent_mark = 0;
+  bool exponent_plus = false;  // a "+" stands before one that is not negative
   bool point = false, groups = false, percent = false;
 };
+
+bool at_exponent(std::string_view section, std::size_t at) {
+  return at + 2 < section.size() && lower(section[at]) == 'e' &&
+         (section[at + 1] == '+' || section[at + 1] == '-') &&
+         (section[at + 2] == '0' || section[at + 2] == '#');
+}
+
+std::size_t exponent_end(std::string_view section, std::size_t at) {
+  at += 2;
+  while (at < section.size() && (section[at] == '0' || section[at] == '#')) ++at;
+  return at;
+}
 
 Places places_of(std::string_view section) {
   Places places;
   std::string ignored;
+  int commas = 0;
   for (std::size_t at = 0; at < section.size();) {
     if (take_quoted(section, at, ignored)) continue;
+    if (at_exponent(section, at)) {
+      const std::size_t end = exponent_end(section, at);
+      places.exponent = static_cast<int>(end - at) - 2;
+      places.exponent_mark = section[at];
+      places.exponent_plus = section[at + 1] == '+';
+      at = end;
+      continue;
+    }
     const char c = section[at++];
     if (c == '.') places.point = true;
     if (c == '%') places.percent = true;
-    if (c == ',') places.groups = true;
+    if (c == ',' && !places.point && places.digits > 0) ++commas;
     if (c != '0' && c != '#') continue;
     if (!places.point) {
+      places.groups = places.groups || commas > 0;
+      commas = 0;
+      ++places.digits;
       if (c == '0' || places.whole > 0) ++places.whole;
       continue;
     }
     ++places.most;
     if (c == '0') places.least = places.most;
   }
+  places.thousands = commas;
   return places;
 }
 
@@ -282,6 +314,28 @@ std::string number_in(double value, const Places& places) {
   return made;
 }
 
+// With so many digits before the point as there are places for.
+std::string number_with_exponent(double value, const Places& places) {
+  const double size = std::fabs(value);
+  const int before = places.digits > 0 ? places.digits : 1;
+  int exponent = size > 0 ? static_cast<int>(std::floor(std::log10(size))) + 1 - before : 0;
+  std::string text = number_in(size / std::pow(10.0, exponent), places);
+  const std::size_t point = text.find('.');
+  if (size > 0 && static_cast<int>(point == std::string::npos ? text.size() : point) > before) {
+    text = number_in(size / std::pow(10.0, ++exponent), places);  // rounded up to one digit more
+  }
+  text += places.exponent_mark;
+  if (exponent < 0) text += '-';
+  if (exponent >= 0 && places.exponent_plus) text += '+';
+  return text + digits(std::abs(exponent), places.exponent);
+}
+
+std::string number_as(double value, const Places& places) {
+  if (places.percent) value *= 100;
+  if (places.exponent > 0) return number_with_exponent(value, places);
+  return number_in(value / std::pow(1000.0, places.thousands), places);
+}
+
 // The number takes the place of the first run of places; what else stands there goes around it.
 std::string formatted_number(double value, std::string_view pattern) {
   bool signs = false;
@@ -291,12 +345,16 @@ std::string formatted_number(double value, std::string_view pattern) {
   bool written = false;
   for (std::size_t at = 0; at < section.size();) {
     if (take_quoted(section, at, out)) continue;
+    if (at_exponent(section, at)) {
+      at = exponent_end(section, at);
+      continue;
+    }
     const char c = section[at++];
     if (c != '0' && c != '#' && c != '.' && c != ',') {
       out += c;
       continue;
     }
-    if (!written) out += number_in(places.percent ? value * 100 : value, places);
+    if (!written) out += number_as(value, places);
     written = true;
   }
   return signs ? "-" + out : out;
@@ -324,15 +382,15 @@ std::string formatted(const Argument& value, std::string_view pattern) {
       break;
     }
   }
-  if (pattern == ">" || pattern == "<") {
-    std::string text = text_argument(value);
-    for (char& c : text) c = pattern == ">" ? upper(c) : lower(c);
-    return text;
+  if (is_text_format(pattern)) return formatted_text(text_argument(value), pattern);
+  if (same_letters(pattern, "general number")) {
+    const std::optional<double> number = number_value(value);
+    return number ? number_text(*number) : text_argument(value);
   }
   const PatternKind kind = kind_of(pattern);
   if (kind.date && !kind.number) {
     if (const std::optional<double> days = date_in(value)) return DateFormat(*days, pattern).text();
-  } else if (!pattern.empty() && pattern.find('@') == std::string_view::npos) {
+  } else if (!pattern.empty()) {
     if (const std::optional<double> number = number_value(value))
       return formatted_number(*number, pattern);
   }

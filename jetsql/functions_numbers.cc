@@ -1,4 +1,5 @@
 // Arithmetic, conversions and chance.
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -92,6 +93,17 @@ void flag(Arguments a, Answer& answer) {
 
 void integer(Arguments a, Answer& answer) {
   if (!any_null(a)) answer_whole(answer, whole_argument(a[0]));
+}
+
+// A whole number of a type that holds so much and no more.
+template <std::int64_t Least, std::int64_t Most>
+void whole_within(Arguments a, Answer& answer) {
+  if (any_null(a)) return;
+  const std::int64_t value = whole_argument(a[0]);
+  if (value < Least || value > Most) {
+    throw SqlError(kOverflow, "Overflow.", SqlError::kNowhere);
+  }
+  answer_whole(answer, value);
 }
 
 void real(Arguments a, Answer& answer) {
@@ -209,6 +221,18 @@ void is_numeric(Arguments a, Answer& answer) {
   answer_flag(answer, text_number || a[0].kind == Kind::Integer || a[0].kind == Kind::Real);
 }
 
+// Of a text that begins with &H or &O: the digits of that base behind it.
+double marked_number(std::string_view text) {
+  const int base = lower(text[1]) == 'h' ? 16 : lower(text[1]) == 'o' ? 8 : 0;
+  std::int32_t value = 0;
+  std::uint32_t bits = 0;
+  if (base != 0) std::from_chars(text.data() + 2, text.data() + text.size(), bits, base);
+  // Four digits are an Integer's 16 bits, as VB reads them.
+  const bool is_short = base == 16 && text.size() <= 6 && bits <= 0xFFFF;
+  value = is_short ? static_cast<std::int16_t>(bits) : static_cast<std::int32_t>(bits);
+  return value;
+}
+
 // The number that a text begins with, blanks left out; 0 where it begins with none.
 void val(Arguments a, Answer& answer) {
   if (any_null(a)) return;
@@ -218,6 +242,7 @@ void val(Arguments a, Answer& answer) {
     if (digits.size() == kMaxDigits) break;
     if (!is_blank(c)) digits += c;
   }
+  if (digits.size() > 1 && digits[0] == '&') return answer_number(answer, marked_number(digits));
   while (!digits.empty() && !parse_number(digits)) digits.pop_back();
   answer_number(answer, digits.empty() ? 0 : *parse_number(digits));
 }
@@ -225,7 +250,10 @@ void val(Arguments a, Answer& answer) {
 void str(Arguments a, Answer& answer) {
   if (any_null(a)) return;
   const double value = number_argument(a[0]);
-  answer_text(answer, (value < 0 ? "" : " ") + number_text(value));
+  std::string text = (value < 0 ? "" : " ") + number_text(value);
+  // Without the zero before the point, which CStr keeps.
+  if (text.size() > 2 && text[1] == '0' && text[2] == '.') text.erase(1, 1);
+  answer_text(answer, std::move(text));
 }
 
 std::string in_base(std::int64_t value, unsigned bits) {
@@ -256,6 +284,9 @@ constexpr Function kFunctions[] = {
     {"jet_text", 1, true, text},
     {"jet_flag", 1, true, flag},
     {"jet_integer", 1, true, integer},
+    {"jet_byte", 1, true, whole_within<0, 255>},
+    {"jet_short", 1, true, whole_within<-32768, 32767>},
+    {"jet_long", 1, true, whole_within<-2147483648LL, 2147483647>},
     {"jet_double", 1, true, real},
     {"jet_currency", 1, true, currency},
     {"jet_divide", 2, true, divide},

@@ -192,22 +192,22 @@ bool Grammar::join_word(Source::Kind& kind) {
   return true;
 }
 
-// A chain of joins binds from the left; its height counts as nesting, as that of operators does.
+// One join: a table that is joined to a join stands beside brackets.
 Source* Grammar::joined(Source* left) {
   Source::Kind kind = Source::Kind::Inner;
-  int height = depth_;
-  while (join_word(kind)) {
-    if (++height > kMaxNesting) tokens_.fail("Expression too complex in FROM clause");
-    Source* made = tree_.source();
-    made->kind = kind;
-    made->begin = left->begin;
-    made->left = left;
-    made->right = plain_source();
-    tokens_.expect_word("on", kJoinComplaint);
-    made->on = expression();
-    left = made;
-  }
-  return left;
+  if (!join_word(kind)) return left;
+  Source* made = tree_.source();
+  made->kind = kind;
+  made->begin = left->begin;
+  made->left = left;
+  made->right = plain_source();
+  tokens_.expect_word("on", kJoinComplaint);
+  made->on = expression();
+  const bool another =
+      (tokens_.at_word("inner") || tokens_.at_word("left") || tokens_.at_word("right")) &&
+      (tokens_.at_word("join", 1) || tokens_.at_word("outer", 1));
+  if (another) tokens_.fail(kMissingOperator);
+  return made;
 }
 
 std::vector<Ordering> Grammar::orderings() {

@@ -179,13 +179,15 @@ void Resolver::open_star(const Expression& star, Scope& scope) {
   missing_value(star.qualifier + ".*", star.begin);
 }
 
-// A column that two tables have is named with its table; what has no name is Expr1000 and on.
+// A column that two tables have is named with its table; what has no name is
+// Expr1000 in the first place, Expr1001 in the second.
 void Resolver::name_outputs(Scope& scope) {
-  int unnamed = 1000;
-  for (ResolvedOutput& output : scope.outputs) {
+  constexpr std::size_t kFirstUnnamed = 1000;
+  for (std::size_t place = 0; place < scope.outputs.size(); ++place) {
+    ResolvedOutput& output = scope.outputs[place];
     if (!output.name.empty()) continue;
     if (output.column == nullptr) {
-      output.name.assign("Expr").append(std::to_string(unnamed++));
+      output.name.assign("Expr").append(std::to_string(kFirstUnnamed + place));
       continue;
     }
     output.name = output.column->name;

@@ -215,24 +215,35 @@ Type Resolver::resolve_call(Expression& e, Scope& scope) {
   return call_type(e);
 }
 
+namespace {
+
+// The type of what may come out of several expressions, of which a Null says nothing.
+Type type_of_any(const std::vector<Expression*>& operands, std::size_t first, std::size_t step) {
+  const Expression* typed = nullptr;
+  Type common = Type::Unknown;
+  for (std::size_t i = first; i < operands.size(); i += step) {
+    const Expression& each = *operands[i];
+    if (each.kind == Expression::Kind::Constant && same_letters(each.name, "null")) continue;
+    common = typed == nullptr ? each.type : common_type(common, each.type);
+    typed = &each;
+  }
+  return common;
+}
+
+}  // namespace
+
 Type Resolver::call_type(const Expression& e) const {
   const BuiltIn& called = *e.built_in;
   if (called.type != Type::Unknown || e.operands.empty()) return called.type;
   const Type first = e.operands[0]->type;
   switch (called.form) {
     case BuiltIn::Form::IIf:
-      return common_type(e.operands[1]->type, e.operands[2]->type);
+      return type_of_any(e.operands, 1, 1);
     case BuiltIn::Form::Nz:
       return e.operands.size() > 1 ? common_type(first, e.operands[1]->type) : first;
     case BuiltIn::Form::Switch:
-    case BuiltIn::Form::Choose: {
-      const std::size_t step = called.form == BuiltIn::Form::Switch ? 2 : 1;
-      Type common = e.operands[1]->type;
-      for (std::size_t i = 1; i < e.operands.size(); i += step) {
-        common = common_type(common, e.operands[i]->type);
-      }
-      return common;
-    }
+    case BuiltIn::Form::Choose:
+      return type_of_any(e.operands, 1, called.form == BuiltIn::Form::Switch ? 2 : 1);
     default:
       break;
   }

@@ -105,10 +105,16 @@ void Writer::between(const Expression& e, std::string& out) {
   const Expression& middle = *e.operands[0];
   side(middle, *e.operands[1], out);
   if (needs_no_case(middle)) out += kNoCase;
-  out += e.negated ? " NOT BETWEEN " : " BETWEEN ";
-  side(*e.operands[1], middle, out);
-  out += " AND ";
-  side(*e.operands[2], middle, out);
+  // The two ends come in either order.
+  std::string first;
+  std::string second;
+  side(*e.operands[1], middle, first);
+  side(*e.operands[2], middle, second);
+  const bool textual = middle.type == Type::Text || middle.type == Type::Unknown;
+  if (textual) first += kNoCase;
+  out += e.negated ? " NOT BETWEEN min(" : " BETWEEN min(";
+  out.append(first).append(",").append(second).append(") AND max(");
+  out.append(first).append(",").append(second).append(")");
 }
 
 void Writer::in(const Expression& e, std::string& out) {

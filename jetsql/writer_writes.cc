@@ -12,6 +12,18 @@ namespace {
                  position);
 }
 
+// A column is stored once.
+template <class Name>
+void check_names(std::size_t count, Name name_of, std::size_t position) {
+  for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t j = i + 1; j < count; ++j) {
+      if (name_of(i) != name_of(j)) continue;
+      throw SqlError(kSyntaxError, "Duplicate output destination '" + name_of(i)->name + "'.",
+                     position);
+    }
+  }
+}
+
 [[noreturn]] void not_updatable(std::size_t position) {
   throw SqlError(kUnspecified, "Operation must use an updateable query.", position);
 }
@@ -30,6 +42,8 @@ void Writer::insert(Statement& statement) {
   if (statement.columns.empty()) {
     for (const Column& column : table.columns) columns.push_back(&column);
   }
+  check_names(
+      columns.size(), [&](std::size_t i) { return columns[i]; }, statement.target_begin);
   std::string out = "INSERT INTO ";
   name(table.name, out);
   for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -121,6 +135,10 @@ void Writer::update(Statement& statement) {
     const Binding* target = statement.assignments.front().column->binding;
     if (made.column->binding != target || target->derived) not_updatable(made.column->begin);
   }
+  check_names(
+      statement.assignments.size(),
+      [&](std::size_t i) { return statement.assignments[i].column->column; },
+      statement.target_begin);
   if (statement.where != nullptr) resolver_.resolve(*statement.where, scope);
   scope_ = &scope;
   if (scope.bindings.size() == 1) {

@@ -43,13 +43,13 @@ Condition number_condition(Dice& dice) {
     return column == "n" ? row.n : std::optional<int>(row.id);
   };
   const std::optional<int> a = dice.roll(8) - 2;
-  const std::optional<int> b = *a + dice.roll(4);
+  const std::optional<int> b = *a + dice.roll(7) - 3;
   const auto written = [](const std::optional<int>& number) { return std::to_string(*number); };
   switch (dice.roll(4)) {
     case 0:
       return {column + " Between " + written(a) + " And " + written(b), [=](const JetRow& row) {
-                return conjunction(compared(order_of(value(row), a), ">="),
-                                   compared(order_of(value(row), b), "<="));
+                return conjunction(compared(order_of(value(row), std::min(a, b)), ">="),
+                                   compared(order_of(value(row), std::max(a, b)), "<="));
               }};
     case 1:
       return {column + " In (" + written(a) + "," + written(b) + ")", [=](const JetRow& row) {
