@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "jetsql/arguments.h"
+#include "jetsql/sql_error.h"
 
 namespace rk::jetsql {
 
@@ -40,6 +41,14 @@ void last_step(Aggregation& state, Arguments a) {
   if (state.rows++ == 0 || place_of(a) >= state.place) keep(state, a);
 }
 
+void only_step(Aggregation& state, Arguments a) {
+  if (state.rows++ > 0) {
+    throw SqlError(kUnspecified, "At most one record can be returned by this subquery.",
+                   SqlError::kNowhere);
+  }
+  answer_same(state.kept, a[0]);
+}
+
 void kept(const Aggregation& state, Answer& answer) {
   answer = state.kept;
 }
@@ -64,6 +73,7 @@ void spread(const Aggregation& state, Answer& answer) {
 
 constexpr Aggregate kAggregates[] = {
     {"jet_first", 2, first_step, kept},
+    {"jet_only", 1, only_step, kept},
     {"jet_last", 2, last_step, kept},
     {"jet_stdev", 1, spread_step, spread<false, true>},
     {"jet_stdevp", 1, spread_step, spread<true, true>},

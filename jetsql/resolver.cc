@@ -57,7 +57,9 @@ void Resolver::resolve_query(Select& select, const Scope* outer) {
     }
     for (std::size_t i = 0; i < select.scope->outputs.size(); ++i) {
       ResolvedOutput& output = select.scope->outputs[i];
-      output.type = common_type(output.type, joined.select->scope->outputs[i].type);
+      const ResolvedOutput& other = joined.select->scope->outputs[i];
+      if (is_null(other.value)) continue;
+      output.type = is_null(output.value) ? other.type : common_type(output.type, other.type);
     }
   }
   if (!select.unions.empty()) resolve_union_order(select);

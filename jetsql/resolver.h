@@ -91,6 +91,8 @@ class Resolver {
 };
 
 bool is_number(Type type);
+// Whether it is the word Null, of no type of its own; `e` may be null.
+bool is_null(const Expression* e);
 // The type of a column that holds now the one, now the other.
 Type common_type(Type a, Type b);
 bool same_expression(const Expression& a, const Expression& b);

@@ -223,7 +223,7 @@ Type type_of_any(const std::vector<Expression*>& operands, std::size_t first, st
   Type common = Type::Unknown;
   for (std::size_t i = first; i < operands.size(); i += step) {
     const Expression& each = *operands[i];
-    if (each.kind == Expression::Kind::Constant && same_letters(each.name, "null")) continue;
+    if (is_null(&each)) continue;
     common = typed == nullptr ? each.type : common_type(common, each.type);
     typed = &each;
   }
@@ -249,10 +249,16 @@ Type Resolver::call_type(const Expression& e) const {
   }
   // Abs, Int, Fix, Round, Sum, Min, Max, First, Last: the type of what they are given, but that a
   // True that is counted with is a number.
+  const bool cuts_time = called.target == "jet_int" || called.target == "jet_fix";
+  if (first == Type::Date && cuts_time) return Type::Date;
   const bool number = called.form == BuiltIn::Form::Plain || called.target == "sum";
   if (first == Type::Boolean) return Type::Integer;
   if (number && !is_number(first)) return first == Type::Unknown ? Type::Unknown : Type::Double;
   return first;
+}
+
+bool is_null(const Expression* e) {
+  return e != nullptr && e->kind == Expression::Kind::Constant && same_letters(e->name, "null");
 }
 
 bool is_number(Type type) {

@@ -31,6 +31,7 @@ struct Column {
 struct Table {
   std::string name;  // in the table's own spelling
   std::vector<Column> columns;
+  std::vector<std::string> indexes;  // their names in the file
   bool row_ids = true;  // false for views and tables WITHOUT ROWID: no stored order to fall back on
 
   // Without regard to letter case; null where the table has no such column.

@@ -50,6 +50,7 @@ class Writer {
   void literal(const Expression& e, Conversion conversion, bool negate, std::string& out);
   void inlined(const Literal& given, std::string& out);
   void unary(const Expression& e, std::string& out);
+  void subselect(const Select& select, std::string& out);
   void binary(const Expression& e, std::string& out);
   void sum(const Expression& e, std::string& out);
   void join(const Expression& e, std::string& out);
@@ -115,6 +116,7 @@ class Writer {
 
   // writer_writes.cc
   void insert(Statement& statement);
+  static std::vector<const Column*> unnamed_columns(const Statement& statement, const Table& table);
   void insert_values(Statement& statement, const std::vector<const Column*>& columns,
                      std::string& out);
   void insert_select(Statement& statement, const std::vector<const Column*>& columns,

@@ -51,6 +51,9 @@ void Writer::call(const Expression& e, std::string& out) {
 }
 
 void Writer::plain_call(const Expression& e, std::string& out) {
+  // Int and Fix of a date are the date without its time.
+  const bool dated = e.built_in->type == Type::Unknown && e.type == Type::Date;
+  if (dated) out += "jet_date(";
   out += e.built_in->target;
   out += '(';
   for (std::size_t i = 0; i < e.operands.size(); ++i) {
@@ -58,6 +61,7 @@ void Writer::plain_call(const Expression& e, std::string& out) {
     argument(*e.operands[i], out);
   }
   out += ')';
+  if (dated) out += ')';
 }
 
 void Writer::aggregate(const Expression& e, std::string& out) {

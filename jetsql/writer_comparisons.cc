@@ -80,7 +80,11 @@ void Writer::side(const Expression& e, const Expression& other, std::string& out
     out += ')';
     return;
   }
+  // Amounts that were worked out have four decimals, as those that are stored.
+  const bool worked_out = e.type == Type::Currency && !is_plain_column(e);
+  if (worked_out) out += "round(";
   natural(e, out);
+  if (worked_out) out += ",4)";
 }
 
 void Writer::compare(const Expression& e, std::string_view symbol, std::string& out) {

@@ -81,6 +81,17 @@ std::string index_name(const std::string& table, const std::string& index) {
   return table + "." + index;
 }
 
+// The name in the file of an index that the table has, whether it was named by Jet's rule or the
+// file's own; empty where it has none of that name.
+std::string index_in_file(const Table& table, const std::string& index) {
+  for (const std::string& name : {index_name(table.name, index), index}) {
+    for (const std::string& each : table.indexes) {
+      if (same_letters(each, name)) return each;
+    }
+  }
+  return "";
+}
+
 [[noreturn]] void no_such_column(const std::string& name, std::size_t position) {
   throw SqlError(kNoValueGiven, "The table has no field '" + name + "'.", position);
 }
@@ -122,6 +133,12 @@ void Writer::define(Statement& statement) {
   switch (statement.kind) {
     case Statement::Kind::CreateIndex:
       check_columns(statement.keys.front(), table, statement.target_begin);
+      if (!index_in_file(table, statement.index).empty()) {
+        throw SqlError(
+            kSyntaxError,
+            "Table '" + table.name + "' already has an index named '" + statement.index + "'.",
+            statement.target_begin);
+      }
       return create_index(statement);
     case Statement::Kind::AddColumn:
       return add_columns(statement);
@@ -138,8 +155,14 @@ void Writer::define(Statement& statement) {
       return;
     }
     default: {  // DropIndex, DropKey
+      const std::string found = index_in_file(table, statement.index);
+      if (found.empty()) {
+        throw SqlError(kSyntaxError,
+                       "No such index '" + statement.index + "' on table '" + table.name + "'.",
+                       statement.target_begin);
+      }
       std::string out = "DROP INDEX ";
-      name(index_name(table.name, statement.index), out);
+      name(found, out);
       translation_.statements.push_back(std::move(out));
     }
   }

@@ -66,14 +66,28 @@ void Writer::bare(const Expression& e, std::string& out) {
       out.append("EXISTS(").append(whole(*e.select, e.select->top >= 0)).append(")");
       return;
     case Expression::Kind::Subselect:
-      out.append("(").append(whole(*e.select, true)).append(")");
-      return;
+      return subselect(*e.select, out);
     case Expression::Kind::Call:
       return call(e, out);
     case Expression::Kind::Star:
       out += '*';
       return;
   }
+}
+
+// A value: where more than one row may come, the second one is an error, as the engine would take
+// the first.
+void Writer::subselect(const Select& select, std::string& out) {
+  const ResolvedOutput& only = select.scope->outputs.front();
+  const bool single = select.from.empty() || (select.scope->grouped && select.group.empty()) ||
+                      (select.top >= 0 && select.top <= 1 && !select.top_percent);
+  if ((single && select.unions.empty()) || only.type == Type::Blob) {
+    out.append("(").append(whole(select, true)).append(")");
+    return;
+  }
+  out += "(SELECT jet_only(";
+  name(only.name, out);
+  out.append(") FROM (").append(whole(select, true)).append("))");
 }
 
 void Writer::value(const Expression& e, std::string& out) {

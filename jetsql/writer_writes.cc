@@ -1,4 +1,6 @@
 // Insert, Update, Delete.
+#include <algorithm>
+
 #include "jetsql/letters.h"
 #include "jetsql/writer.h"
 
@@ -30,6 +32,21 @@ void check_names(std::size_t count, Name name_of, std::size_t position) {
 
 }  // namespace
 
+// Without a list of columns the values of a Select go by its names where the table has them all,
+// else, as Values do, by their places.
+std::vector<const Column*> Writer::unnamed_columns(const Statement& statement, const Table& table) {
+  std::vector<const Column*> columns;
+  if (statement.select != nullptr) {
+    for (const ResolvedOutput& output : statement.select->scope->outputs) {
+      columns.push_back(table.column(output.name));
+    }
+    if (std::find(columns.begin(), columns.end(), nullptr) == columns.end()) return columns;
+    columns.clear();
+  }
+  for (const Column& column : table.columns) columns.push_back(&column);
+  return columns;
+}
+
 void Writer::insert(Statement& statement) {
   translation_.kind = Translation::Kind::Insert;
   const Table& table = resolver_.table(statement.target, statement.target_begin);
@@ -39,9 +56,8 @@ void Writer::insert(Statement& statement) {
     columns.push_back(table.column(statement.columns[i]));
     if (columns.back() == nullptr) unknown_column(statement.columns[i], statement.column_begins[i]);
   }
-  if (statement.columns.empty()) {
-    for (const Column& column : table.columns) columns.push_back(&column);
-  }
+  if (statement.select != nullptr) resolver_.resolve_query(*statement.select, nullptr);
+  if (statement.columns.empty()) columns = unnamed_columns(statement, table);
   check_names(
       columns.size(), [&](std::size_t i) { return columns[i]; }, statement.target_begin);
   std::string out = "INSERT INTO ";
@@ -80,8 +96,7 @@ void Writer::check_count(std::size_t values, std::size_t columns, std::size_t po
 // Rows out of a select go in as the columns have them where their types differ.
 void Writer::insert_select(Statement& statement, const std::vector<const Column*>& columns,
                            std::string& out) {
-  Select& select = *statement.select;
-  resolver_.resolve_query(select, nullptr);
+  const Select& select = *statement.select;
   const std::vector<ResolvedOutput>& outputs = select.scope->outputs;
   check_count(outputs.size(), columns.size(), statement.target_begin);
   bool same = true;

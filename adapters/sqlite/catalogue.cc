@@ -91,6 +91,7 @@ std::unique_ptr<jetsql::Table> Catalogue::read_table(std::string_view name) cons
   read_columns(*table);
   read_column_traits(*table);
   read_unique_columns(*table);
+  read_indexes(*table);
   return table;
 }
 
@@ -128,6 +129,11 @@ void Catalogue::read_column_traits(jetsql::Table& table) const {
     column.no_case = collation != nullptr && equal_ignoring_case(collation, "nocase");
     if (!table.row_ids) column.row_id = false;
   }
+}
+
+void Catalogue::read_indexes(jetsql::Table& table) const {
+  Query query(database_, path_, "select name from pragma_index_list(?1)", table.name);
+  while (query.next()) table.indexes.push_back(query.text(0));
 }
 
 void Catalogue::read_unique_columns(jetsql::Table& table) const {

@@ -30,6 +30,7 @@ class Catalogue final : public jetsql::Schema {
   void read_columns(jetsql::Table& table) const;
   void read_column_traits(jetsql::Table& table) const;
   void read_unique_columns(jetsql::Table& table) const;
+  void read_indexes(jetsql::Table& table) const;
 
   sqlite3* database_;
   std::string path_;

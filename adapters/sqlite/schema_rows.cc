@@ -58,21 +58,29 @@ ListText columns_list() {
 }
 
 ListText indexes_list() {
-  return {{{"TABLE_CATALOG", Type::Text, "null"},
-           {"TABLE_SCHEMA", Type::Text, "null"},
-           // The file has one index of a name, a table of the page its own: kept as table.index.
-           {"INDEX_NAME", Type::Text,
-            "case when i.name like t.name || '.%' then substr(i.name, length(t.name) + 2) else "
-            "i.name end"},
-           {"TYPE", Type::Integer, "1"},
-           {"TABLE_NAME", Type::Text, "t.name"},
-           {"PRIMARY_KEY", Type::Boolean, "i.origin = 'pk'"},
-           {"UNIQUE", Type::Boolean, "i.\"unique\""},
-           {"ORDINAL_POSITION", Type::Integer, "c.seqno + 1"},
-           {"COLUMN_NAME", Type::Text, "c.name"}},
-          " from sqlite_schema t join pragma_index_list(t.name) i join pragma_index_info(i.name) c "
-          "where t.type = 'table' and t.name not like 'sqlite\\_%' escape '\\' order by t.name "
-          "collate nocase, i.name collate nocase, c.seqno"};
+  return {
+      {{"TABLE_CATALOG", Type::Text, "null"},
+       {"TABLE_SCHEMA", Type::Text, "null"},
+       // The file has one index of a name, a table of the page its own: kept as table.index.
+       {"INDEX_NAME", Type::Text,
+        "case when i.origin = 'pk' then 'PrimaryKey' when i.name like t.name || '.%' then "
+        "substr(i.name, length(t.name) + 2) else i.name end"},
+       {"TYPE", Type::Integer, "1"},
+       {"TABLE_NAME", Type::Text, "t.name"},
+       {"PRIMARY_KEY", Type::Boolean, "i.origin = 'pk'"},
+       {"UNIQUE", Type::Boolean, "i.\"unique\""},
+       {"ORDINAL_POSITION", Type::Integer, "i.seqno + 1"},
+       {"COLUMN_NAME", Type::Text, "i.column_name"}},
+      // A key that is the number of the rows has no index of its own in the file.
+      " from sqlite_schema t join (select t.name as owner, i.name as name, i.origin as "
+      "origin, i.\"unique\" as \"unique\", c.seqno as seqno, c.name as column_name from "
+      "sqlite_schema t join pragma_index_list(t.name) i "
+      "join pragma_index_info(i.name) c where t.type = 'table' union all select t.name, "
+      "'PrimaryKey', 'pk', 1, 0, c.name from sqlite_schema t join pragma_table_xinfo(t.name) c "
+      "where t.type = 'table' and c.pk = 1 and not exists (select 1 from "
+      "pragma_index_list(t.name) k where k.origin = 'pk')) i on i.owner = t.name where t.type = "
+      "'table' and t.name not like 'sqlite\\_%' escape '\\' order by t.name collate nocase, "
+      "i.name collate nocase, i.seqno"};
 }
 
 ListText primary_keys_list() {

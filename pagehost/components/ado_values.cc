@@ -1,6 +1,10 @@
 #include "pagehost/components/ado_values.h"
 
+#include <cmath>
+#include <limits>
+
 #include "value/array.h"
+#include "value/conversions.h"
 
 namespace rk::pagehost {
 
@@ -50,6 +54,47 @@ AdoType ado_type_of(const platform::ColumnTraits& traits) {
       break;
   }
   return AdoType::VarWChar;
+}
+
+namespace {
+
+constexpr KnownError kFieldMismatch{-2147352571, "Type mismatch."};
+
+Value whole(double number) {
+  const double rounded = std::nearbyint(number);  // halves to the even neighbour
+  const bool fits = rounded >= std::numeric_limits<std::int32_t>::min() &&
+                    rounded <= std::numeric_limits<std::int32_t>::max();
+  return fits ? Value::long_integer(static_cast<std::int32_t>(rounded)) : Value::real(rounded);
+}
+
+Value converted(const Value& value, platform::ColumnType type) {
+  using platform::ColumnType;
+  switch (type) {
+    case ColumnType::Integer:
+      return whole(to_double(value));
+    case ColumnType::Double:
+      return Value::real(to_double(value));
+    case ColumnType::Currency:
+      return Value::currency(to_currency(value));
+    case ColumnType::Date:
+      return Value::date(to_date(value));
+    case ColumnType::Boolean:
+      return Value::boolean(to_boolean(value));
+    default:
+      return value;
+  }
+}
+
+}  // namespace
+
+Value suited(const Value& value, platform::ColumnType type) {
+  if (value.is_null() || value.is_empty()) return Value::null();
+  try {
+    return converted(value, type);
+  } catch (const ScriptError& error) {
+    if (error.number() == errors::kOverflow.number) throw;
+    raise(kFieldMismatch);
+  }
 }
 
 std::int32_t actual_size_of(const Value& value) {

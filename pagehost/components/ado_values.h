@@ -40,6 +40,10 @@ enum class AdoType : std::int32_t {
 AdoType ado_type_of(const Value& value);
 // The type of a column that was declared; Unknown counts as text.
 AdoType ado_type_of(const platform::ColumnTraits& traits);
+// The value as a column of this type holds it: Empty and Null are Null, whole numbers that no Long
+// holds stay Doubles, and what a text or an unknown column gets stays as it is. Raises
+// -2147352571 where it is no such value.
+Value suited(const Value& value, platform::ColumnType type);
 // In bytes, 2 a character of a text; 0 for Null.
 std::int32_t actual_size_of(const Value& value);
 

@@ -154,8 +154,7 @@ platform::SqlText with_parameters(std::string_view statement, const ParameterLis
     } else if (c == '\'' || c == '"' || c == '[') {
       closing = c == '[' ? ']' : c;
     } else if (c == '?') {
-      if (used >= parameters.size()) raise(errors::kInvalidArgument);
-      out.bind(parameters[used++]->value);
+      if (used < parameters.size()) out.bind(parameters[used++]->value);
     } else if (c == '@') {
       std::size_t end = i + 1;
       while (end < statement.size() && is_name_character(statement[end])) ++end;
@@ -231,7 +230,7 @@ Value CommandObject::execute(const Call& call) {
   return connection_->remembering([&] {
     const auto opened = connection_->opened();
     std::int64_t affected = 0;
-    auto rows = opened->execute(sql, &affected);
+    auto rows = connection_->executed(sql, &affected);
     if (call.count() > 0) {
       call.at(0) = Value::long_integer(static_cast<std::int32_t>(affected));
     }

@@ -40,7 +40,8 @@ using ParameterList = std::vector<Ref<ParameterObject>>;
 
 // The statement with the values of its "?" outside of quotes and brackets, in order; "@name" of a
 // parameter is a "?" for that one. A statement that has neither names its parameters in a
-// Parameters clause: all are bound, in order. Raises 3001 where parameters are missing.
+// Parameters clause: all are bound, in order. A "?" without
+// one is left to the database, which raises.
 platform::SqlText with_parameters(std::string_view statement, const ParameterList& parameters);
 
 class CommandObject final : public TabledObject<CommandObject> {

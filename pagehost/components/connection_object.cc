@@ -129,6 +129,26 @@ std::unique_ptr<MemoryRows> memory_rows(platform::SchemaRows list) {
   return std::make_unique<MemoryRows>(std::move(columns), std::move(list.rows));
 }
 
+std::string_view without_blanks(std::string_view text) {
+  while (text.starts_with(' ')) text.remove_prefix(1);
+  while (text.ends_with(' ')) text.remove_suffix(1);
+  return text;
+}
+
+// What a connection string names behind "Provider="; empty where it names none.
+std::string provider_in(std::string_view connection_string) {
+  while (!connection_string.empty()) {
+    const std::string_view part = connection_string.substr(0, connection_string.find(';'));
+    connection_string.remove_prefix(std::min(part.size() + 1, connection_string.size()));
+    const std::size_t sign = part.find('=');
+    if (sign == std::string_view::npos) continue;
+    if (equal_ignoring_case(without_blanks(part.substr(0, sign)), "provider")) {
+      return std::string(without_blanks(part.substr(sign + 1)));
+    }
+  }
+  return "";
+}
+
 class KeptConnection final : public KeptObject {
  public:
   KeptConnection(std::string connection_string, bool open)
@@ -198,6 +218,8 @@ void ConnectionObject::open_with(const std::string& connection_string) {
   fresh->open(connection_string);
   connection_ = std::move(fresh);
   connection_string_ = connection_string;
+  const std::string named = provider_in(connection_string);
+  if (!named.empty()) provider_ = named;
 }
 
 Value ConnectionObject::connection_string(const Call& call) {
@@ -214,8 +236,21 @@ Value ConnectionObject::open(const Call& call) {
 Value ConnectionObject::close(const Call&) {
   if (!connection_) raise(rk::errors::kObjectClosed);
   const auto closing = std::exchange(connection_, nullptr);
+  transactions_ = 0;
   closing->close();
   return {};
+}
+
+// As the connection keeps its records: with the client they are a static set.
+std::unique_ptr<platform::Recordset> ConnectionObject::executed(const platform::SqlText& sql,
+                                                                std::int64_t* affected) {
+  constexpr std::int32_t kUseClient = 3;
+  const auto connection = opened();
+  auto rows = connection->execute(sql, affected);
+  if (rows == nullptr || cursor_location_ != kUseClient) return rows;
+  rows->close();
+  return connection->open_recordset(sql, platform::CursorType::Static,
+                                    platform::LockType::ReadOnly);
 }
 
 // Execute(text, affected, options): a record set, closed where the statement gives no rows.
@@ -223,8 +258,9 @@ Value ConnectionObject::execute(const Call& call) {
   return remembering([&] {
     if (!connection_) raise(rk::errors::kObjectClosed);
     std::int64_t affected = 0;
-    const platform::SqlText sql(call.text(0));
-    auto rows = connection_->execute(sql, &affected);
+    const platform::SqlText sql =
+        statement_of(platform::SqlText(call.text(0)), call.number_or(2, 0));
+    auto rows = executed(sql, &affected);
     if (call.has(1) || call.count() > 1) {
       call.at(1) = Value::long_integer(static_cast<std::int32_t>(affected));
     }
@@ -238,7 +274,7 @@ Value ConnectionObject::begin_trans(const Call&) {
   return remembering([&] {
     if (!connection_) raise(rk::errors::kObjectClosed);
     connection_->begin_transaction();
-    return Value::long_integer(1);
+    return Value::long_integer(++transactions_);
   });
 }
 
@@ -246,6 +282,7 @@ Value ConnectionObject::commit_trans(const Call&) {
   return remembering([&] {
     if (!connection_) raise(rk::errors::kObjectClosed);
     connection_->commit_transaction();
+    --transactions_;
     return Value();
   });
 }
@@ -254,6 +291,7 @@ Value ConnectionObject::rollback_trans(const Call&) {
   return remembering([&] {
     if (!connection_) raise(rk::errors::kObjectClosed);
     connection_->roll_back_transaction();
+    --transactions_;
     return Value();
   });
 }

@@ -31,6 +31,9 @@ class ConnectionObject final : public TabledObject<ConnectionObject>, public Kee
   // The open connection; raises 3709 where it is closed.
   std::shared_ptr<platform::Connection> opened() const;
   void open_with(const std::string& connection_string);
+  // Of a statement; null where it gives none. Raises 3709 where the connection is closed.
+  std::unique_ptr<platform::Recordset> executed(const platform::SqlText& sql,
+                                                std::int64_t* affected);
   // Runs a step and keeps its failure for the Errors collection.
   Value remembering(const std::function<Value()>& step);
   const std::optional<ScriptError>& last_failure() const { return failure_; }
@@ -65,12 +68,13 @@ class ConnectionObject final : public TabledObject<ConnectionObject>, public Kee
   std::shared_ptr<platform::Connection> connection_;
   std::optional<ScriptError> failure_;
   std::string connection_string_;
-  std::string provider_;
+  std::string provider_ = "MSDASQL";  // as scripts know it before another one is named
   std::string default_database_;
   std::int32_t cursor_location_ = 2;
   std::int32_t command_timeout_ = 30;
   std::int32_t connection_timeout_ = 15;
   std::int32_t mode_ = 0;
+  std::int32_t transactions_ = 0;  // begun and not ended
   std::int32_t isolation_level_ = 4096;
 };
 

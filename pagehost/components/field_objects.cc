@@ -123,10 +123,15 @@ class FieldObject final : public TabledObject<FieldObject> {
   Value attributes(const Call&) { return Value::long_integer(attributes_of(traits())); }
   Value append_chunk(const Call& call) {
     Value more = plain_value(call.at(0));
+    // A text of bytes, as MidB cuts uploads into, may have an odd number of them.
+    if (more.is_text() && traits().type == ColumnType::Bytes) {
+      more = Value::array(Array::of_bytes(more.as_text().bytes()));
+    }
     const bool bytes = more.is_array() && more.as_array().holds_bytes();
     if (!bytes && !more.is_text()) raise(errors::kTypeMismatch);
-    const Value now = appended_ ? current_or_null() : Value::null();
-    appended_ = true;
+    bool& appended = recordset_->chunks(ordinal_).appended;
+    const Value now = appended ? recordset_->rows().field(ordinal_) : Value::null();
+    appended = true;
     if (bytes && now.is_array()) {
       more = Value::array(Array::of_bytes(now.as_array().bytes() + more.as_array().bytes()));
     } else if (!bytes && now.is_text()) {
@@ -141,20 +146,19 @@ class FieldObject final : public TabledObject<FieldObject> {
     if (most < 1) raise(errors::kInvalidCall);
     const auto count = static_cast<std::size_t>(most);
     const Value now = current();
+    std::size_t& read = recordset_->chunks(ordinal_).read;
     Value out = Value::null();
-    if (now.is_array() && chunk_at_ < now.as_array().bytes().size()) {
-      out = Value::array(Array::of_bytes(now.as_array().bytes().substr(chunk_at_, count)));
-    } else if (now.is_text() && chunk_at_ < now.as_text().length()) {
-      out = Value::text(now.as_text().mid(chunk_at_, count));
+    if (now.is_array() && read < now.as_array().bytes().size()) {
+      out = Value::array(Array::of_bytes(now.as_array().bytes().substr(read, count)));
+    } else if (now.is_text() && read < now.as_text().length()) {
+      out = Value::text(now.as_text().mid(read, count));
     }
-    chunk_at_ += count;
+    read += count;
     return out;
   }
 
   Ref<RecordsetObject> recordset_;
   std::size_t ordinal_;
-  std::size_t chunk_at_ = 0;
-  bool appended_ = false;
 };
 
 class FieldWalk final : public Enumeration {

@@ -40,24 +40,10 @@ ColumnType column_type_of(AdoType type) {
 
 // The value as a field of this column holds it.
 Value suited(const Value& value, const MemoryColumn& column) {
+  const ColumnType type = column_type_of(column.type);
   if (value.is_null() || value.is_empty()) return Value::null();
-  switch (column_type_of(column.type)) {
-    case ColumnType::Integer:
-      return Value::long_integer(to_long(value));
-    case ColumnType::Double:
-      return Value::real(to_double(value));
-    case ColumnType::Currency:
-      return Value::currency(to_currency(value));
-    case ColumnType::Date:
-      return Value::date(to_date(value));
-    case ColumnType::Boolean:
-      return Value::boolean(to_boolean(value));
-    case ColumnType::Bytes:
-      if (!value.is_array()) raise(errors::kTypeMismatch);
-      return value;
-    default:
-      break;
-  }
+  if (type == ColumnType::Bytes && !value.is_array()) raise(errors::kTypeMismatch);
+  if (type != ColumnType::Text) return pagehost::suited(value, type);
   Value text = Value::text(to_text(value));
   const auto length = static_cast<std::int64_t>(text.as_text().length());
   if (column.size > 0 && length > column.size) raise(kTooLong);

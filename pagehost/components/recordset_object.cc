@@ -18,23 +18,25 @@ using platform::CursorType;
 constexpr std::int32_t kUseClient = 3;
 constexpr std::int32_t kCommandTable = 2;
 constexpr std::int32_t kCommandTableDirect = 512;
-
-// "Select * From [name]" where a table is named instead of a statement.
-platform::SqlText statement_of(const platform::SqlText& statement, std::int32_t options) {
-  const std::string& source = statement.text();
-  const bool named = options == kCommandTable || options == kCommandTableDirect;
-  const bool one_word = source.find_first_of(" \t\r\n") == std::string::npos && !source.empty();
-  if (!named && !one_word) return statement;
-  const bool bracketed = source.front() == '[';
-  return platform::SqlText("Select * From " + (bracketed ? source : "[" + source + "]"));
-}
+constexpr std::int32_t kStatic = static_cast<std::int32_t>(CursorType::Static);
 
 }  // namespace
+
+platform::SqlText statement_of(const platform::SqlText& source, std::int32_t options) {
+  const std::string& text = source.text();
+  if (text.empty()) return source;
+  const bool named = options == kCommandTable || options == kCommandTableDirect;
+  const bool bracketed = text.front() == '[' && text.find(']') == text.size() - 1;
+  const bool one_word = text.find_first_of(" \t\r\n;(") == std::string::npos;
+  if (!named && !one_word && !bracketed) return source;
+  return platform::SqlText("Select * From " + (bracketed ? text : "[" + text + "]"));
+}
 
 std::span<const Member<RecordsetObject>> RecordsetObject::members() {
   using R = RecordsetObject;
   static constexpr Member<R> kMembers[] = {
       {"Fields", &R::fields, 0, 1, Access::Both},
+      {"Collect", &R::collect, 1, 1, Access::Both},
       {"EOF", &R::eof},
       {"BOF", &R::bof},
       {"MoveNext", &R::move_next},
@@ -89,12 +91,41 @@ void RecordsetObject::take(std::unique_ptr<platform::Recordset> rows,
                            Ref<ConnectionObject> connection,
                            std::shared_ptr<platform::Connection> opened, platform::SqlText source) {
   rows_ = std::move(rows);
+  column_types_.clear();
   connection_ = std::move(connection);
   opened_ = std::move(opened);
   source_ = std::move(source);
+  if (!held_by_client()) return;
+  cursor_location_ = kUseClient;
+  cursor_type_ = kStatic;
+}
+
+// Asked for once: a page that fills rows sets the same columns again and again.
+platform::ColumnType RecordsetObject::column_type(std::size_t ordinal) {
+  if (column_types_.empty()) {
+    for (std::size_t i = 0; i < rows().field_count(); ++i) {
+      column_types_.push_back(rows().traits(i).type);
+    }
+  }
+  return column_types_.at(ordinal);
+}
+
+void RecordsetObject::end_editing() {
+  editing_ = Editing::None;
+  chunks_.clear();
+}
+
+// A connection takes its record sets along.
+void RecordsetObject::drop_rows_of_closed_connection() {
+  if (!rows_ || !opened_ || opened_->is_open()) return;
+  view_ = nullptr;
+  memory_ = nullptr;
+  rows_ = nullptr;
+  end_editing();
 }
 
 platform::Recordset& RecordsetObject::rows() {
+  drop_rows_of_closed_connection();
   if (!rows_) raise(errors::kObjectClosed);
   return *rows_;
 }
@@ -116,7 +147,7 @@ Value RecordsetObject::field_object(std::size_t ordinal) {
 
 void RecordsetObject::set_field(std::size_t ordinal, const Value& value) {
   hold_batch();
-  rows().set_field(ordinal, value.is_empty() ? Value::null() : value);
+  rows().set_field(ordinal, suited(value, column_type(ordinal)));
   if (editing_ == Editing::None) editing_ = Editing::Row;
 }
 
@@ -128,6 +159,14 @@ Value RecordsetObject::fields(const Call& call) {
   }
   const std::size_t ordinal = ordinal_of(call.at(0));
   if (!call.assigns()) return field_object(ordinal);
+  set_field(ordinal, plain_value(call.assigned()));
+  return {};
+}
+
+// Collect(name): a field's value without the field around it.
+Value RecordsetObject::collect(const Call& call) {
+  const std::size_t ordinal = ordinal_of(call.at(0));
+  if (!call.assigns()) return rows().field(ordinal);
   set_field(ordinal, plain_value(call.assigned()));
   return {};
 }
@@ -145,6 +184,7 @@ void RecordsetObject::connect(const Value& connection) {
 
 // Open(source, connection, cursor type, lock type, options)
 Value RecordsetObject::open(const Call& call) {
+  drop_rows_of_closed_connection();
   if (rows_) raise(errors::kObjectOpen);
   if (!call.has(0) && source_.text().empty() && !appended_.empty()) {
     take(std::make_unique<MemoryRows>(appended_, std::vector<std::vector<Value>>()));
@@ -177,8 +217,8 @@ void RecordsetObject::run() {
   opened_ = connection_->opened();
   // Records held by the client are always a static set, and so are those of a batch.
   const bool forward_only = cursor_type_ == static_cast<std::int32_t>(CursorType::ForwardOnly);
-  if (held_by_client() || (forward_only && lock_type_ == kLockBatch))
-    cursor_type_ = static_cast<std::int32_t>(CursorType::Static);
+  if (held_by_client()) cursor_location_ = kUseClient;
+  if (held_by_client() || (forward_only && lock_type_ == kLockBatch)) cursor_type_ = kStatic;
   connection_->remembering([&] {
     rows_ = opened_->open_recordset(source_, static_cast<CursorType>(cursor_type_),
                                     static_cast<platform::LockType>(lock_type_));
@@ -186,8 +226,9 @@ void RecordsetObject::run() {
   });
   view_ = nullptr;
   memory_ = nullptr;
+  column_types_.clear();
   if (rows_ && page_size_ != rows_->page_size()) rows_->set_page_size(page_size_);
-  editing_ = Editing::None;
+  end_editing();
 }
 
 bool RecordsetObject::held_by_client() const {
@@ -198,7 +239,8 @@ bool RecordsetObject::held_by_client() const {
 Value RecordsetObject::close(const Call&) {
   rows();
   const auto closing = std::exchange(rows_, nullptr);
-  editing_ = Editing::None;
+  column_types_.clear();
+  end_editing();
   view_ = nullptr;
   memory_ = nullptr;
   filter_ = Value::text("");
@@ -217,25 +259,25 @@ Value RecordsetObject::bof(const Call&) {
 
 Value RecordsetObject::move_next(const Call&) {
   rows().move_next();
-  editing_ = Editing::None;
+  end_editing();
   return {};
 }
 
 Value RecordsetObject::move_previous(const Call&) {
   rows().move_previous();
-  editing_ = Editing::None;
+  end_editing();
   return {};
 }
 
 Value RecordsetObject::move_first(const Call&) {
   rows().move_first();
-  editing_ = Editing::None;
+  end_editing();
   return {};
 }
 
 Value RecordsetObject::move_last(const Call&) {
   rows().move_last();
-  editing_ = Editing::None;
+  end_editing();
   return {};
 }
 
@@ -251,7 +293,7 @@ Value RecordsetObject::move(const Call& call) {
     origin = static_cast<Origin>(start);
   }
   rows().move(call.number(0), origin);
-  editing_ = Editing::None;
+  end_editing();
   return {};
 }
 
@@ -329,6 +371,7 @@ Value RecordsetObject::source(const Call& call) {
 }
 
 Value RecordsetObject::state(const Call&) {
+  drop_rows_of_closed_connection();
   return Value::long_integer(rows_ ? 1 : 0);
 }
 
@@ -359,7 +402,7 @@ Value RecordsetObject::add_new(const Call& call) {
   if (!call.has(1)) raise(errors::kInvalidArgument);
   set_fields(call.at(0), call.at(1));
   rows().update();
-  editing_ = Editing::None;
+  end_editing();
   return {};
 }
 
@@ -374,20 +417,20 @@ Value RecordsetObject::update(const Call& call) {
   } else {
     step();
   }
-  editing_ = Editing::None;
+  end_editing();
   return {};
 }
 
 Value RecordsetObject::cancel_update(const Call&) {
   rows().cancel_update();
-  editing_ = Editing::None;
+  end_editing();
   return {};
 }
 
 Value RecordsetObject::remove(const Call&) {
   hold_batch();
   rows().remove();
-  editing_ = Editing::None;
+  end_editing();
   return {};
 }
 
@@ -424,7 +467,7 @@ Value RecordsetObject::find(const Call& call) {
   rows();
   if (call.has(3)) go_to(call.at(3));
   platform::Recordset& all = rows();
-  if (all.eof() && all.bof()) return {};
+  if (all.eof() || all.bof()) raise(errors::kNoCurrentRecord);
   for (std::int32_t skip = call.number_or(1, 0); skip > 0 && !all.eof() && !all.bof(); --skip) {
     forward ? all.move_next() : all.move_previous();
   }
@@ -468,6 +511,7 @@ Value RecordsetObject::rows_array(const Call& call) {
 // GetString(format, rows, column delimiter, row delimiter, text of Null)
 Value RecordsetObject::rows_text(const Call& call) {
   platform::Recordset& all = rows();
+  if (all.eof() || all.bof()) raise(errors::kNoCurrentRecord);
   const std::int32_t most = call.number_or(1, -1);
   const std::string between = call.text_or(2, "\t");
   const std::string behind = call.text_or(3, "\r");

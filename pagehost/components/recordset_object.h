@@ -5,10 +5,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "pagehost/components/connection_object.h"
 #include "pagehost/components/memory_rows.h"
@@ -19,6 +21,10 @@
 namespace rk::pagehost {
 
 inline constexpr std::int32_t kLockBatch = 4;
+
+// The statement that `source` means: "Select * From [name]" where the options or a single word name
+// a table.
+platform::SqlText statement_of(const platform::SqlText& source, std::int32_t options);
 
 // Whether a Move or Find begins at a bookmark: those are Doubles, and the places 0 to 2 are not.
 inline bool is_bookmark(const Value& start) {
@@ -33,14 +39,22 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   static std::span<const Member<RecordsetObject>> members();
   std::unique_ptr<Enumeration> enumerate() override;  // the fields
 
-  // What a statement gave; no rows: a closed record set.
+  // What a statement gave; no rows: a closed record set. Where the connection keeps its records
+  // with the client, `rows` are a static set.
   void take(std::unique_ptr<platform::Recordset> rows, Ref<ConnectionObject> connection,
             std::shared_ptr<platform::Connection> opened, platform::SqlText source);
 
   // Rows without a connection.
   void take(std::unique_ptr<MemoryRows> rows);
 
-  // The open rows; raises 3704 where there are none.
+  // How far AppendChunk and GetChunk came in a column of the current row.
+  struct Chunks {
+    bool appended = false;
+    std::size_t read = 0;
+  };
+  Chunks& chunks(std::size_t ordinal) { return chunks_[ordinal]; }
+
+  // The open rows; raises 3704 where there are none, also once their connection was closed.
   platform::Recordset& rows();
   // The place of a column by its name or number; raises 3265.
   std::size_t ordinal_of(const Value& index);
@@ -57,6 +71,7 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
 
  private:
   Value fields(const Call& call);
+  Value collect(const Call& call);
   Value open(const Call& call);
   Value close(const Call& call);
   Value bof(const Call& call);
@@ -101,6 +116,9 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   Value number_property(const Call& call, std::int32_t& kept);
 
   void run();
+  void end_editing();
+  platform::ColumnType column_type(std::size_t ordinal);
+  void drop_rows_of_closed_connection();
   RowView& view();
   RowView& view_of_all_rows();
   void show_again();
@@ -115,10 +133,11 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   Ref<ConnectionObject> connection_;
   std::shared_ptr<platform::Connection> opened_;  // outlives the rows
   std::unique_ptr<platform::Recordset> rows_;
-  RowView* view_ = nullptr;             // rows_, where it is one
-  MemoryRows* memory_ = nullptr;        // beneath rows_, where they are held in memory
-  std::vector<MemoryColumn> appended_;  // columns of a set that is not open yet
-  Value filter_ = Value::text("");      // or an array of bookmarks, or the number of pending rows
+  RowView* view_ = nullptr;                         // rows_, where it is one
+  MemoryRows* memory_ = nullptr;                    // beneath rows_, where they are held in memory
+  std::vector<MemoryColumn> appended_;              // columns of a set that is not open yet
+  std::vector<platform::ColumnType> column_types_;  // of rows_, once they were asked for
+  Value filter_ = Value::text("");  // or an array of bookmarks, or the number of pending rows
   std::string sort_;
   platform::SqlText source_;
   std::int32_t cursor_type_ = 0;
@@ -129,6 +148,7 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   std::int32_t max_records_ = 0;
   enum class Editing : std::uint8_t { None = 0, Row = 1, NewRow = 2 };
   Editing editing_ = Editing::None;
+  std::map<std::size_t, Chunks> chunks_;  // by ordinal
 };
 
 }  // namespace rk::pagehost

@@ -26,6 +26,7 @@ void check_whole_batch(const Call& call) {
 void RecordsetObject::take(std::unique_ptr<MemoryRows> rows) {
   memory_ = rows.get();
   rows_ = std::move(rows);
+  column_types_.clear();
   rows_->set_page_size(page_size_);
   view_ = nullptr;
   cursor_type_ = static_cast<std::int32_t>(platform::CursorType::Static);
@@ -91,7 +92,7 @@ Value RecordsetObject::update_batch(const Call& call) {
   check_whole_batch(call);
   if (!connection_) raise(errors::kNotAllowedInContext);
   rows_->update();
-  editing_ = Editing::None;
+  end_editing();
   opened_ = connection_->opened();
   connection_->remembering([&] {
     memory_->store_batch(*opened_);
@@ -102,7 +103,7 @@ Value RecordsetObject::update_batch(const Call& call) {
 
 Value RecordsetObject::cancel_batch(const Call& call) {
   rows().cancel_update();
-  editing_ = Editing::None;
+  end_editing();
   if (memory_ == nullptr || !memory_->is_batch()) return {};
   check_whole_batch(call);
   memory_->cancel_batch();
@@ -163,7 +164,7 @@ void RecordsetObject::show_again() {
   if (!sort_.empty()) order.emplace(sort_);
   if (!chosen && !order && view_ == nullptr) return;
   view_of_all_rows().show(chosen ? &*chosen : nullptr, order ? &*order : nullptr);
-  editing_ = Editing::None;
+  end_editing();
 }
 
 // Filter: a condition, an array of bookmarks, 1 for the rows whose changes are pending, or 0 or ""
@@ -222,7 +223,7 @@ Value RecordsetObject::clone(const Call&) {
 Value RecordsetObject::bookmark(const Call& call) {
   if (!call.assigns()) return Value::real(static_cast<double>(view().bookmark()));
   view().go_to_bookmark(bookmark_of(plain_value(call.assigned())));
-  editing_ = Editing::None;
+  end_editing();
   return {};
 }
 

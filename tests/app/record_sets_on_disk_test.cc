@@ -263,5 +263,119 @@ TEST_F(Batch, WhatCannotBeStoredCannotBeSet) {
             3251);
 }
 
+// ---- Other record sets of pages
+
+class RecordSets : public Batch {
+ protected:
+  Value plain(const std::string& sql, std::int32_t cursor = kKeyset, std::int32_t lock = 3) {
+    Value rows = Value::object(make_ref<pagehost::RecordsetObject>(database_));
+    get(rows, "Open", {t(sql), connection_, n(cursor), n(lock)});
+    return rows;
+  }
+};
+
+TEST_F(RecordSets, AConnectionThatKeepsItsRecordsWithTheClientCountsThem) {
+  let(connection_, "CursorLocation", {n(kClient)});
+  const Value rows = get(connection_, "Execute", {t("Select * From goods Order By id")});
+  EXPECT_EQ(text_of(get(rows, "RecordCount")), "4");
+  EXPECT_EQ(text_of(get(rows, "CursorLocation")), "3");
+  EXPECT_EQ(text_of(get(rows, "CursorType")), "3");
+  get(rows, "MoveLast");
+  EXPECT_EQ(text_of(get(rows, "", {t("name")})), "fig");
+  const Value opened = plain("Select * From goods", 0, 1);
+  EXPECT_EQ(text_of(get(opened, "RecordCount")), "4");
+  EXPECT_EQ(text_of(get(opened, "CursorLocation")), "3");
+}
+
+TEST_F(RecordSets, ExecuteTakesATablesName) {
+  EXPECT_EQ(text_of(get(get(connection_, "Execute", {t("goods")}), "", {t("name")})), "apple");
+  EXPECT_EQ(text_of(get(get(connection_, "Execute", {t("goods"), Value(), n(2)}), "", {n(0)})),
+            "1");
+  run("Create Table [my tab] (a Long)");
+  EXPECT_TRUE(get(plain("[my tab]"), "EOF").as_boolean());
+}
+
+TEST_F(RecordSets, TransactionsTellHowDeepTheyAre) {
+  EXPECT_EQ(text_of(get(connection_, "BeginTrans")), "1");
+  EXPECT_EQ(text_of(get(connection_, "BeginTrans")), "2");
+  get(connection_, "RollbackTrans");
+  EXPECT_EQ(text_of(get(connection_, "BeginTrans")), "2");
+  get(connection_, "CommitTrans");
+  get(connection_, "CommitTrans");
+  EXPECT_EQ(text_of(get(connection_, "BeginTrans")), "1");
+}
+
+TEST_F(RecordSets, AClosedConnectionTakesItsRecordSetsAlong) {
+  const Value rows = plain("Select * From goods");
+  get(connection_, "Close");
+  EXPECT_EQ(text_of(get(rows, "State")), "0");
+  EXPECT_EQ(error_number([&] { get(rows, "EOF"); }), 3704);
+  get(connection_, "Open");
+  get(rows, "Open", {t("Select * From goods"), connection_});
+  EXPECT_EQ(text_of(get(rows, "State")), "1");
+}
+
+TEST_F(RecordSets, CollectIsAFieldsValue) {
+  const Value rows = plain("Select * From goods");
+  EXPECT_EQ(text_of(get(rows, "Collect", {t("name")})), "apple");
+  let(rows, "Collect", {n(1), t("orange")});
+  get(rows, "Update");
+  EXPECT_EQ(stored(), "orange pear plum fig ");
+}
+
+TEST_F(RecordSets, ChunksAreAppendedAndReadOneAfterTheOther) {
+  run("Create Table file (id Counter primary key, body Memo, raw Image)");
+  const Value rows = plain("Select * From file");
+  get(rows, "AddNew");
+  const auto field = [&](const char* name) { return get(rows, "Fields", {t(name)}); };
+  get(field("body"), "AppendChunk", {t("abc")});
+  get(field("body"), "AppendChunk", {t("def")});
+  get(field("raw"), "AppendChunk", {Value::text(Text::from_bytes("\x01\x02\xFF"))});
+  get(field("raw"), "AppendChunk", {Value::text(Text::from_bytes("\x03"))});
+  get(rows, "Update");
+  EXPECT_EQ(text_of(get(field("body"), "GetChunk", {n(4)})), "abcd");
+  EXPECT_EQ(text_of(get(field("body"), "GetChunk", {n(4)})), "ef");
+  EXPECT_TRUE(get(field("body"), "GetChunk", {n(4)}).is_null());
+  EXPECT_EQ(text_of(get(field("raw"), "ActualSize")), "4");
+  get(field("body"), "AppendChunk", {t("new")});
+  EXPECT_EQ(text_of(get(rows, "", {t("body")})), "new");
+}
+
+TEST_F(RecordSets, FindAndGetStringNeedARow) {
+  const Value rows = plain("Select * From goods Where id>99");
+  EXPECT_EQ(error_number([&] { get(rows, "Find", {t("id=1")}); }), 3021);
+  EXPECT_EQ(error_number([&] { get(rows, "GetString"); }), 3021);
+}
+
+TEST_F(RecordSets, AValueThatIsNoneOfItsColumnIsRefusedAsItIsSet) {
+  const Value rows = plain("Select * From goods");
+  constexpr std::int32_t kMismatch = -2147352571;
+  EXPECT_EQ(error_number([&] { set(rows, "class", t("many")); }), kMismatch);
+  EXPECT_EQ(error_number([&] { set(rows, "class", t("")); }), kMismatch);
+  EXPECT_EQ(error_number([&] { set(rows, "added", t("some day")); }), kMismatch);
+  EXPECT_EQ(error_number([&] { set(rows, "hot", t("maybe")); }), kMismatch);
+  set(rows, "class", Value::real(2.5));
+  EXPECT_EQ(text_of(get(rows, "", {t("class")})), "2");
+  set(rows, "name", t("kept"));
+  get(rows, "Update");
+  EXPECT_EQ(text_of(get(get(connection_, "Execute", {t("Select name,class From goods")}),
+                        "GetString", {n(2), n(1), t(","), t("")})),
+            "kept,2");
+}
+
+TEST_F(RecordSets, AWholeNumberPastALongIsKept) {
+  const Value rows = plain("Select * From goods");
+  set(rows, "class", Value::real(3e9));
+  get(rows, "Update");
+  EXPECT_EQ(text_of(get(rows, "", {t("class")})), "3000000000");
+}
+
+TEST_F(RecordSets, TheProviderIsTheOneNamed) {
+  EXPECT_EQ(text_of(get(connection_, "Provider")), "MSDASQL");
+  const Value other = Value::object(make_ref<pagehost::ConnectionObject>(database_));
+  get(other, "Open", {t("Provider=Microsoft.Jet.OLEDB.4.0; Data Source=shop.db")});
+  EXPECT_EQ(text_of(get(other, "Provider")), "Microsoft.Jet.OLEDB.4.0");
+}
+
 }  // namespace
 }  // namespace rk::app

@@ -185,6 +185,7 @@ class Engine : public Schema {
         table.columns.push_back(column);
       }
       sqlite3_finalize(statement);
+      table.indexes = rows("SELECT name FROM pragma_index_list('" + name + "')", {});
     }
   }
 

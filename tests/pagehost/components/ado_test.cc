@@ -171,7 +171,7 @@ TEST_F(Ado, ParametersAreBoundAsValues) {
   EXPECT_EQ(with_parameters("Where a=@name And b=@n", list).text(), "Where a=? And b=?");
   EXPECT_EQ(values_of("Where b=@n And a=@name"), "7;O'Neil? @Name;");
   EXPECT_EQ(values_of("Parameters a Text; Select a"), "O'Neil? @Name;7;2023-03-15;");
-  EXPECT_EQ(error_number([&] { with_parameters("????", list); }), 3001);
+  EXPECT_EQ(with_parameters("????", list).values().size(), 3U) << "the database misses the fourth";
 }
 
 TEST_F(Ado, ACommandRunsWithItsParameters) {

@@ -68,7 +68,7 @@ TEST(MemoryRows, AFieldKeepsItsValueUntilTheUpdate) {
 
 TEST(MemoryRows, AValueMustSuitItsColumn) {
   MemoryRows rows = two_rows();
-  EXPECT_EQ(error_number([&] { rows.set_field("Id", Value::text("x")); }), 13);
+  EXPECT_EQ(error_number([&] { rows.set_field("Id", Value::text("x")); }), -2147352571);
   EXPECT_EQ(error_number([&] { rows.set_field("Name", Value::text("long")); }), -2147217887);
   EXPECT_EQ(error_number([&] { rows.set_field("Nope", Value::text("x")); }), 3265);
 }
