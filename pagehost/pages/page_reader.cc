@@ -207,8 +207,46 @@ class Reading {
     }
     const std::string_view from = attribute(part.attributes, "src");
     if (!from.empty()) return block_file(from, part, path);
-    blocks_.push_back(
-        {SourcePiece::Kind::Script, block_text(part.text), file, part.line, part.column});
+    block_pieces(part.text, path, file, part.line, part.column);
+  }
+
+  void block_pieces(std::string_view text, const std::string& path, int file, int line,
+                    int column) {
+    while (const auto found = first_include(text)) {
+      blocks_.push_back({SourcePiece::Kind::Script, std::string(text.substr(0, found->from)), file,
+                         line, column});
+      line += line_of(text, found->from) - 1;
+      block_include(found->part, path, line);
+      line += line_of(text.substr(found->from), found->past - found->from) - 1;
+      text.remove_prefix(found->past);
+      column = 1;
+    }
+    blocks_.push_back({SourcePiece::Kind::Script, block_text(text), file, line, column});
+  }
+
+  // An include in a block: a file that is all script.
+  void block_include(const PagePart& part, const std::string& path, int line) {
+    const bool is_virtual = part.kind == PagePart::Kind::IncludeVirtual;
+    const auto target = part.text.empty()
+                            ? std::nullopt
+                            : resolved_path(is_virtual ? "" : folder_of(path), part.text);
+    const std::string physical = site_root_ + target.value_or("");
+    const std::string on_disk = files_.find(physical).value_or(physical);
+    if (std::find(open_.begin(), open_.end(), on_disk) != open_.end()) {
+      return fail(path, line, "The file includes itself: '" + std::string(part.text) + "'");
+    }
+    if (open_.size() >= kMaxIncludeDepth || out_.files.size() >= kMaxIncludes) {
+      return fail(path, line, "Too many include files");
+    }
+    const auto stamp = target ? files_.stamp(physical) : std::nullopt;
+    if (target) out_.files.push_back({physical, stamp});
+    if (!stamp || files_.is_folder(physical)) {
+      return fail(path, line, "The include file was not found: '" + std::string(part.text) + "'");
+    }
+    open_.push_back(on_disk);
+    const std::string text = decoded(*target, files_.read(physical));
+    block_pieces(text, *target, file_number(*target), 1, 1);
+    open_.pop_back();
   }
 
   // <script runat="Server" src="...">: a file that is all script.

@@ -246,6 +246,27 @@ std::vector<PagePart> split_page(std::string_view utf8) {
   return Splitter(utf8).parts();
 }
 
+std::optional<BlockInclude> first_include(std::string_view block_utf8) {
+  constexpr std::string_view kEnd = "-->";
+  std::size_t at = 0;
+  while ((at = block_utf8.find("<!--", at)) != npos) {
+    const std::size_t word = past_blanks(block_utf8, at + 4);
+    if (word >= block_utf8.size() || block_utf8[word] != '#') {
+      at += 4;
+      continue;
+    }
+    const std::size_t end = block_utf8.find(kEnd, at);
+    if (end == npos) return std::nullopt;
+    const std::size_t past = end + kEnd.size();
+    const std::vector<PagePart> parts = split_page(block_utf8.substr(at, past - at));
+    const bool is_include = parts.size() == 1 && (parts[0].kind == Kind::IncludeFile ||
+                                                  parts[0].kind == Kind::IncludeVirtual);
+    if (is_include) return BlockInclude{parts[0], at, past};
+    at += 4;
+  }
+  return std::nullopt;
+}
+
 int code_page_directive(std::string_view bytes) {
   const std::size_t at = bytes.find("<%@");
   if (at == npos) return 0;

@@ -6,7 +6,9 @@
 #ifndef RK_PAGEHOST_PAGES_PAGE_SPLITTER_H_
 #define RK_PAGEHOST_PAGES_PAGE_SPLITTER_H_
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -40,6 +42,14 @@ struct PagePart {
 };
 
 std::vector<PagePart> split_page(std::string_view utf8);
+
+// An include that stands in the script of a block, which is not split any further.
+struct BlockInclude {
+  PagePart part;         // its line is of no use
+  std::size_t from = 0;  // of the comment, in the block's text
+  std::size_t past = 0;
+};
+std::optional<BlockInclude> first_include(std::string_view block_utf8);
 
 // The code page that a directive of the file asks for, or 0; reads the bytes before they are text.
 int code_page_directive(std::string_view bytes);

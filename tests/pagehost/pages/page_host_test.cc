@@ -91,6 +91,32 @@ TEST_F(PageHostTest, TextStaysAndValuesAreWritten) {
   EXPECT_EQ(site_.body("/a.asp"), "<p>\r\n\r\n42\r\n</p>");
 }
 
+TEST_F(PageHostTest, AScriptBlockMayInclude) {
+  site_.file("/inc/fn.inc",
+             "Function Twice(n)\n<!-- #include virtual=\"/inc/body.inc\" -->\nEnd Function");
+  site_.file("/inc/body.inc", "Twice = n * 2");
+  site_.file("/a.asp",
+             "<%= Twice(4) %><script runat=server>\nx = 1\n<!--#include file='INC\\fn.inc'-->\n"
+             "Response.Write x + 1 / y\n</script>");
+  const PageAnswer answer = site_.run("/a.asp");
+  EXPECT_NE(answer.body.find("/a.asp, line 4"), std::string::npos) << answer.body;
+  site_.file("/b.asp",
+             "<script runat=server><!--#include file=\"inc/fn.inc\"--></script><%= Twice(4) %>");
+  EXPECT_EQ(site_.body("/b.asp"), "8");
+}
+
+TEST_F(PageHostTest, AnIncludeOfABlockThatIsMissingOrGoesRoundIsAnError) {
+  site_.file("/a.asp", "<script runat=server>\n<!--#include file='no.inc'-->\n</script>");
+  site_.file("/b.asp", "<script runat=server><!--#include file='c.inc'--></script>");
+  site_.file("/c.inc", "x = 1\n<!--#include file='C.inc'-->");
+  EXPECT_EQ(site_.run("/a.asp").status, 500);
+  EXPECT_EQ(site_.run("/b.asp").status, 500);
+  const std::vector<std::string> lines = site_.log.lines();
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_EQ(lines[0], "E /a.asp:2: The include file was not found: 'no.inc'");
+  EXPECT_EQ(lines[1], "E /c.inc:2: The file includes itself: 'C.inc'");
+}
+
 TEST_F(PageHostTest, AStatementMaySpanPageText) {
   site_.file("/a.asp", "<% For i = 1 To 3 %>[<%= i %>]<% Next %>");
   EXPECT_EQ(site_.body("/a.asp"), "[1][2][3]");
