@@ -336,12 +336,55 @@ std::string number_as(double value, const Places& places) {
   return number_in(value / std::pow(1000.0, places.thousands), places);
 }
 
+// Whether something stands between the places before the point, as in 000-0000.
+bool parts_digits(std::string_view section) {
+  std::string ignored;
+  bool digit = false;
+  bool parted = false;
+  for (std::size_t at = 0; at < section.size();) {
+    if (take_quoted(section, at, ignored)) {
+      parted = digit;
+      continue;
+    }
+    const char c = section[at++];
+    if (c == '.' || c == ',' || at_exponent(section, at - 1)) return false;
+    const bool place = c == '0' || c == '#';
+    if (place && parted) return true;
+    parted = !place && (parted || digit);
+    digit = digit || place;
+  }
+  return false;
+}
+
+// Each digit in its place; those that find none stand before the first.
+std::string digits_in_places(const std::string& number, std::string_view section, int places) {
+  std::string out;
+  const auto count = static_cast<std::size_t>(places);
+  std::size_t place = 0;
+  for (std::size_t at = 0; at < section.size();) {
+    if (take_quoted(section, at, out)) continue;
+    const char c = section[at++];
+    if (c != '0' && c != '#') {
+      out += c;
+      continue;
+    }
+    const std::size_t behind = count - ++place;  // places that follow
+    if (place == 1 && number.size() > count) out.append(number, 0, number.size() - count);
+    if (behind < number.size()) out += number[number.size() - 1 - behind];
+  }
+  return out;
+}
+
 // The number takes the place of the first run of places; what else stands there goes around it.
 std::string formatted_number(double value, std::string_view pattern) {
   bool signs = false;
   const std::string_view section = section_of(pattern, value, signs);
   const Places places = places_of(section);
   std::string out;
+  if (parts_digits(section)) {
+    out = digits_in_places(number_as(value, places), section, places.digits);
+    return signs ? "-" + out : out;
+  }
   bool written = false;
   for (std::size_t at = 0; at < section.size();) {
     if (take_quoted(section, at, out)) continue;
