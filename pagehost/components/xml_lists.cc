@@ -152,8 +152,8 @@ Value fixed_node_list(XmlTreeRef tree, XmlNodes nodes) {
   return Value::object(make_ref<NodeList>(ShownNodes(std::move(tree), std::move(nodes))));
 }
 
-Value attribute_map(XmlTreeRef tree, platform::XmlNode* element) {
-  return Value::object(make_ref<AttributeMap>(std::move(tree), element));
+Value attribute_map(const XmlTreeRef& tree, platform::XmlNode* element) {
+  return Value::object(make_ref<AttributeMap>(tree, element));
 }
 
 }  // namespace rk::pagehost

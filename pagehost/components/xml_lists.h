@@ -16,7 +16,7 @@ using XmlNodes = std::vector<platform::XmlNode*>;
 // Looks again after each change of the document.
 Value live_node_list(XmlTreeRef tree, std::function<XmlNodes()> look);
 Value fixed_node_list(XmlTreeRef tree, XmlNodes nodes);
-Value attribute_map(XmlTreeRef tree, platform::XmlNode* element);
+Value attribute_map(const XmlTreeRef& tree, platform::XmlNode* element);
 
 }  // namespace rk::pagehost
 

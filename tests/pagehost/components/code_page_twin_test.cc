@@ -46,7 +46,7 @@ class OneSite {
     return out;
   }
   // The body of the answer, as UTF-8.
-  std::string characters(PageRequest request) {
+  std::string characters(const PageRequest& request) {
     const std::string body = site_.host().run(request).body;
     return code_page_ == platform::kUtf8 ? body : pages_.to_utf8(body, code_page_);
   }
