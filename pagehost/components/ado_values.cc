@@ -1,12 +1,115 @@
 #include "pagehost/components/ado_values.h"
 
 #include <cmath>
-#include <limits>
 
 #include "value/array.h"
 #include "value/conversions.h"
 
 namespace rk::pagehost {
+namespace {
+
+using platform::ColumnType;
+
+Value whole_number(const Value& value) {
+  constexpr double kPastLong = 2147483647.5;
+  const double number = to_double(value);
+  return number < kPastLong && number >= -kPastLong - 1 ? Value::long_integer(to_long(value))
+                                                        : value;
+}
+
+Value bytes_of(const Value& value) {
+  if (value.is_array() && value.as_array().holds_bytes()) return value;
+  if (!value.is_text()) raise(errors::kTypeMismatch);
+  return Value::array(Array::of_bytes(value.as_text().bytes()));
+}
+
+Value converted(ColumnType type, const Value& value) {
+  switch (type) {
+    case ColumnType::Integer:
+      return whole_number(value);
+    case ColumnType::Double:
+      return Value::real(to_double(value));
+    case ColumnType::Currency:
+      return Value::currency(to_currency(value));
+    case ColumnType::Date:
+      return Value::date(to_date(value));
+    case ColumnType::Boolean:
+      return Value::boolean(to_boolean(value));
+    case ColumnType::Bytes:
+      return bytes_of(value);
+    case ColumnType::Text:
+      return value.is_text() ? value : Value::text(to_text(value));
+    case ColumnType::Unknown:
+      break;
+  }
+  return value;
+}
+
+}  // namespace
+
+Value value_as(ColumnType type, const Value& value) {
+  if (value.is_null() || value.is_empty()) return Value::null();
+  try {
+    return converted(type, value);
+  } catch (const ScriptError& error) {  // raised anew, as fields do
+    raise(error.number() == errors::kOverflow.number ? kFieldOverflow : kFieldMismatch);
+  }
+}
+
+Value value_as(AdoType type, const Value& value) {
+  if (value.is_empty()) return value;
+  return value_as(column_type_of(type), value);
+}
+
+ColumnType column_type_of(AdoType type) noexcept {
+  switch (type) {
+    case AdoType::SmallInt:
+    case AdoType::Integer:
+    case AdoType::TinyInt:
+    case AdoType::UnsignedTinyInt:
+    case AdoType::UnsignedSmallInt:
+    case AdoType::UnsignedInt:
+    case AdoType::BigInt:
+      return ColumnType::Integer;
+    case AdoType::Single:
+    case AdoType::Double:
+    case AdoType::Decimal:
+    case AdoType::Numeric:
+      return ColumnType::Double;
+    case AdoType::Currency:
+      return ColumnType::Currency;
+    case AdoType::Date:
+    case AdoType::DbDate:
+    case AdoType::DbTime:
+    case AdoType::DbTimeStamp:
+      return ColumnType::Date;
+    case AdoType::Boolean:
+      return ColumnType::Boolean;
+    case AdoType::Binary:
+    case AdoType::VarBinary:
+    case AdoType::LongVarBinary:
+      return ColumnType::Bytes;
+    case AdoType::Empty:
+    case AdoType::Variant:
+      return ColumnType::Unknown;
+    default:
+      return ColumnType::Text;
+  }
+}
+
+bool is_sized(AdoType type) noexcept {
+  switch (type) {
+    case AdoType::Binary:
+    case AdoType::VarBinary:
+    case AdoType::Char:
+    case AdoType::WChar:
+    case AdoType::VarChar:
+    case AdoType::VarWChar:
+      return true;
+    default:
+      return false;
+  }
+}
 
 AdoType ado_type_of(const Value& value) {
   switch (value.kind()) {
@@ -54,47 +157,6 @@ AdoType ado_type_of(const platform::ColumnTraits& traits) {
       break;
   }
   return AdoType::VarWChar;
-}
-
-namespace {
-
-constexpr KnownError kFieldMismatch{-2147352571, "Type mismatch."};
-
-Value whole(double number) {
-  const double rounded = std::nearbyint(number);  // halves to the even neighbour
-  const bool fits = rounded >= std::numeric_limits<std::int32_t>::min() &&
-                    rounded <= std::numeric_limits<std::int32_t>::max();
-  return fits ? Value::long_integer(static_cast<std::int32_t>(rounded)) : Value::real(rounded);
-}
-
-Value converted(const Value& value, platform::ColumnType type) {
-  using platform::ColumnType;
-  switch (type) {
-    case ColumnType::Integer:
-      return whole(to_double(value));
-    case ColumnType::Double:
-      return Value::real(to_double(value));
-    case ColumnType::Currency:
-      return Value::currency(to_currency(value));
-    case ColumnType::Date:
-      return Value::date(to_date(value));
-    case ColumnType::Boolean:
-      return Value::boolean(to_boolean(value));
-    default:
-      return value;
-  }
-}
-
-}  // namespace
-
-Value suited(const Value& value, platform::ColumnType type) {
-  if (value.is_null() || value.is_empty()) return Value::null();
-  try {
-    return converted(value, type);
-  } catch (const ScriptError& error) {
-    if (error.number() == errors::kOverflow.number) throw;
-    raise(kFieldMismatch);
-  }
 }
 
 std::int32_t actual_size_of(const Value& value) {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "pagehost/components/ado_values.h"
+#include "pagehost/components/command_texts.h"
 #include "pagehost/components/recordset_object.h"
 #include "value/array.h"
 #include "value/conversions.h"
@@ -11,8 +12,16 @@
 namespace rk::pagehost {
 namespace {
 
-constexpr std::int32_t kCommandTable = 2;
-constexpr std::int32_t kExecuteNoRecords = 128;
+constexpr KnownError kNoValueGiven{errors::kSqlMissingColumn,
+                                   "No value given for one or more required parameters.",
+                                   errors::kDatabaseSource};
+constexpr KnownError kIncompleteParameter{
+    3708,
+    "Parameter object is improperly defined. Inconsistent or incomplete information was provided.",
+    errors::kDatabaseSource};
+constexpr KnownError kWrongParameterType{
+    3421, "Application uses a value of the wrong type for the current operation.",
+    errors::kDatabaseSource};
 
 bool is_name_character(char c) {
   return c == '_' || (c >= '0' && c <= '9') || (ascii_lower(c) >= 'a' && ascii_lower(c) <= 'z');
@@ -72,13 +81,14 @@ class ParametersObject final : public TabledObject<ParametersObject> {
   Value item(const Call& call) {
     const Ref<ParameterObject>& found = (*list_)[place_of(call.at(0))];
     if (!call.assigns()) return Value::object(found);
-    found->value = plain_value(call.assigned());
+    found->set_value(plain_value(call.assigned()));
     return {};
   }
   Value append(const Call& call) {
     const Value& value = call.at(0);
     auto* fresh = value.is_object() ? dynamic_cast<ParameterObject*>(value.as_object()) : nullptr;
     if (fresh == nullptr) raise(errors::kInvalidArgument);
+    fresh->check_complete();
     list_->push_back(Ref<ParameterObject>(fresh));
     return {};
   }
@@ -111,8 +121,26 @@ std::span<const Member<ParameterObject>> ParameterObject::members() {
 
 Value ParameterObject::value_member(const Call& call) {
   if (!call.assigns()) return value;
-  value = plain_value(call.assigned());
+  set_value(plain_value(call.assigned()));
   return {};
+}
+
+void ParameterObject::set_value(const Value& given) {
+  const auto kind = static_cast<AdoType>(type);
+  try {
+    value = value_as(kind, given);
+  } catch (const ScriptError&) {  // raised anew, with the number that commands have for it
+    raise(kWrongParameterType);
+  }
+  const bool limited = size > 0 && is_sized(kind) && value.is_text();
+  if (limited && value.as_text().length() > static_cast<std::size_t>(size)) {
+    raise(kWrongParameterType);
+  }
+}
+
+// A type of many lengths names one.
+void ParameterObject::check_complete() const {
+  if (size < 1 && is_sized(static_cast<AdoType>(type))) raise(kIncompleteParameter);
 }
 
 Value ParameterObject::name_member(const Call& call) {
@@ -154,7 +182,8 @@ platform::SqlText with_parameters(std::string_view statement, const ParameterLis
     } else if (c == '\'' || c == '"' || c == '[') {
       closing = c == '[' ? ']' : c;
     } else if (c == '?') {
-      if (used < parameters.size()) out.bind(parameters[used++]->value);
+      if (used >= parameters.size()) raise(kNoValueGiven);
+      out.bind(parameters[used++]->value);
     } else if (c == '@') {
       std::size_t end = i + 1;
       while (end < statement.size() && is_name_character(statement[end])) ++end;
@@ -191,9 +220,15 @@ std::span<const Member<CommandObject>> CommandObject::members() {
   return kMembers;
 }
 
-platform::SqlText CommandObject::statement() const {
-  if (type_ == kCommandTable) return platform::SqlText("Select * From [" + text_ + "]");
-  return with_parameters(text_, *parameters_);
+platform::SqlText CommandObject::statement(const ParameterList& parameters) const {
+  const platform::SqlText plain(text_);
+  const platform::SqlText table = statement_of(plain, type_);
+  return table.text() == text_ ? with_parameters(text_, parameters) : table;
+}
+
+void CommandObject::take(std::string text, Ref<ConnectionObject> connection) {
+  text_ = std::move(text);
+  connection_ = std::move(connection);
 }
 
 Value CommandObject::parameters(const Call& call) {
@@ -209,35 +244,40 @@ Value CommandObject::create_parameter(const Call& call) {
   fresh->type = call.number_or(1, 0);
   fresh->direction = call.number_or(2, 1);
   fresh->size = call.number_or(3, 0);
-  if (call.has(4)) fresh->value = plain_value(call.at(4));
+  if (call.has(4)) fresh->set_value(plain_value(call.at(4)));
   return Value::object(fresh);
+}
+
+// The values that a call brings stand for this run in place of those of the parameters; one that is
+// left out of them stays the parameter's own.
+ParameterList CommandObject::given_parameters(const Call& call) const {
+  ParameterList out = *parameters_;
+  if (!call.has(1)) return out;
+  const Value given = plain_value(call.at(1));
+  const Value one[] = {given};
+  const auto values = given.is_array() ? given.as_array().elements() : std::span<const Value>(one);
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    if (i >= out.size()) out.push_back(make_ref<ParameterObject>());
+    if (values[i].is_missing()) continue;
+    auto fresh = make_ref<ParameterObject>();
+    fresh->name = out[i]->name;
+    fresh->type = out[i]->type;
+    fresh->size = out[i]->size;
+    fresh->set_value(plain_value(values[i]));
+    out[i] = std::move(fresh);
+  }
+  return out;
 }
 
 // Execute(affected, parameters, options)
 Value CommandObject::execute(const Call& call) {
   if (!connection_) raise(kConnectionUnusable);
-  if (call.has(1)) {
-    const Value given = plain_value(call.at(1));
-    const Value one[] = {given};
-    const auto values =
-        given.is_array() ? given.as_array().elements() : std::span<const Value>(one);
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      if (i >= parameters_->size()) parameters_->push_back(make_ref<ParameterObject>());
-      (*parameters_)[i]->value = plain_value(values[i]);
-    }
-  }
-  const platform::SqlText sql = statement();
   return connection_->remembering([&] {
-    const auto opened = connection_->opened();
     std::int64_t affected = 0;
-    auto rows = connection_->executed(sql, &affected);
-    if (call.count() > 0) {
-      call.at(0) = Value::long_integer(static_cast<std::int32_t>(affected));
-    }
-    if ((call.number_or(2, 0) & kExecuteNoRecords) != 0) rows.reset();
-    auto recordset = make_ref<RecordsetObject>(database_);
-    recordset->take(std::move(rows), connection_, opened, sql);
-    return Value::object(recordset);
+    const platform::SqlText sql = statement(given_parameters(call));
+    Value made = connection_->run(sql, call.number_or(2, 0), affected);
+    if (call.count() > 0) call.at(0) = Value::long_integer(static_cast<std::int32_t>(affected));
+    return made;
   });
 }
 

@@ -21,6 +21,11 @@ class ParameterObject final : public TabledObject<ParameterObject> {
   std::string_view type_name() const override { return "Parameter"; }
   static std::span<const Member<ParameterObject>> members();
 
+  // The value as the parameter's type has it; raises 3421 where it has none.
+  void set_value(const Value& given);
+  // Raises 3708 where what it was made of says too little.
+  void check_complete() const;
+
   std::string name;
   Value value;
   std::int32_t type = 0;
@@ -40,8 +45,7 @@ using ParameterList = std::vector<Ref<ParameterObject>>;
 
 // The statement with the values of its "?" outside of quotes and brackets, in order; "@name" of a
 // parameter is a "?" for that one. A statement that has neither names its parameters in a
-// Parameters clause: all are bound, in order. A "?" without
-// one is left to the database, which raises.
+// Parameters clause: all are bound, in order. Raises -2147217904 where parameters are missing.
 platform::SqlText with_parameters(std::string_view statement, const ParameterList& parameters);
 
 class CommandObject final : public TabledObject<CommandObject> {
@@ -51,10 +55,14 @@ class CommandObject final : public TabledObject<CommandObject> {
   std::string_view type_name() const override { return "Command"; }
   static std::span<const Member<CommandObject>> members();
 
-  platform::SqlText statement() const;
+  platform::SqlText statement() const { return statement(*parameters_); }
+  // As a page would set the two.
+  void take(std::string text, Ref<ConnectionObject> connection);
   const Ref<ConnectionObject>& connection() const { return connection_; }
 
  private:
+  platform::SqlText statement(const ParameterList& parameters) const;
+  ParameterList given_parameters(const Call& call) const;
   Value parameters(const Call& call);
   Value create_parameter(const Call& call);
   Value execute(const Call& call);

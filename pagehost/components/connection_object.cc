@@ -1,9 +1,12 @@
 #include "pagehost/components/connection_object.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "pagehost/components/ado_values.h"
+#include "pagehost/components/command_texts.h"
+#include "pagehost/components/connection_texts.h"
 #include "pagehost/components/recordset_object.h"
 #include "value/array.h"
 #include "value/conversions.h"
@@ -11,6 +14,8 @@
 
 namespace rk::pagehost {
 namespace {
+
+constexpr std::string_view kFileProperty = "Data Source";
 
 class ErrorObject final : public TabledObject<ErrorObject> {
  public:
@@ -129,33 +134,16 @@ std::unique_ptr<MemoryRows> memory_rows(platform::SchemaRows list) {
   return std::make_unique<MemoryRows>(std::move(columns), std::move(list.rows));
 }
 
-std::string_view without_blanks(std::string_view text) {
-  while (text.starts_with(' ')) text.remove_prefix(1);
-  while (text.ends_with(' ')) text.remove_suffix(1);
-  return text;
-}
-
-// What a connection string names behind "Provider="; empty where it names none.
-std::string provider_in(std::string_view connection_string) {
-  while (!connection_string.empty()) {
-    const std::string_view part = connection_string.substr(0, connection_string.find(';'));
-    connection_string.remove_prefix(std::min(part.size() + 1, connection_string.size()));
-    const std::size_t sign = part.find('=');
-    if (sign == std::string_view::npos) continue;
-    if (equal_ignoring_case(without_blanks(part.substr(0, sign)), "provider")) {
-      return std::string(without_blanks(part.substr(sign + 1)));
-    }
-  }
-  return "";
-}
-
 class KeptConnection final : public KeptObject {
  public:
-  KeptConnection(std::string connection_string, bool open)
-      : connection_string_(std::move(connection_string)), open_(open) {}
+  KeptConnection(std::string connection_string, bool open, std::int32_t cursor_location)
+      : connection_string_(std::move(connection_string)),
+        open_(open),
+        cursor_location_(cursor_location) {}
   std::string_view type_name() const override { return "Connection"; }
   Ref<Object> made_for(PageServices& page) const override {
     auto fresh = make_ref<ConnectionObject>(page.database());
+    fresh->set_cursor_location(cursor_location_);
     if (open_) fresh->open_with(connection_string_);
     return fresh;
   }
@@ -163,12 +151,14 @@ class KeptConnection final : public KeptObject {
  private:
   std::string connection_string_;
   bool open_;
+  std::int32_t cursor_location_;
 };
 
 }  // namespace
 
 Ref<KeptObject> ConnectionObject::kept() const {
-  return make_ref<KeptConnection>(connection_string_, connection_ != nullptr);
+  return make_ref<KeptConnection>(whole_connection_string(connection_string_),
+                                  connection_ != nullptr, cursor_location_);
 }
 
 std::span<const Member<ConnectionObject>> ConnectionObject::members() {
@@ -192,6 +182,8 @@ std::span<const Member<ConnectionObject>> ConnectionObject::members() {
       {"IsolationLevel", &C::isolation_level, 0, 0, Access::Both},
       {"Provider", &C::provider, 0, 0, Access::Both},
       {"DefaultDatabase", &C::default_database, 0, 0, Access::Both},
+      {"Attributes", &C::attributes, 0, 0, Access::Both},
+      {"Properties", &C::properties, 0, 1, Access::Both},
       {"Cancel", &C::nothing_to_do},
   };
   return kMembers;
@@ -215,11 +207,25 @@ Value ConnectionObject::remembering(const std::function<Value()>& step) {
 void ConnectionObject::open_with(const std::string& connection_string) {
   if (connection_) raise(rk::errors::kObjectOpen);
   std::shared_ptr<platform::Connection> fresh = database_->connection();
-  fresh->open(connection_string);
+  fresh->open(whole_connection_string(connection_string));
   connection_ = std::move(fresh);
   connection_string_ = connection_string;
-  const std::string named = provider_in(connection_string);
-  if (!named.empty()) provider_ = named;
+}
+
+// With what the page set beside it: the file among the properties, a connection that only reads.
+std::string ConnectionObject::whole_connection_string(const std::string& connection_string) const {
+  constexpr std::int32_t kModeRead = 1;
+  std::string out = connection_string;
+  const Property* file = properties_ ? property_named(*properties_, kFileProperty) : nullptr;
+  const std::string path = file ? joined_text(file->value).string() : "";
+  if (!path.empty()) out = with_keyword(out, kFileProperty, path);
+  return mode_ == kModeRead ? with_keyword(out, "Mode", "Read") : out;
+}
+
+void ConnectionObject::remove_set(const RecordsetObject& set) {
+  // The newest ones go first, as a rule.
+  const auto found = std::find(sets_.rbegin(), sets_.rend(), &set);
+  if (found != sets_.rend()) sets_.erase(std::next(found).base());
 }
 
 Value ConnectionObject::connection_string(const Call& call) {
@@ -235,22 +241,11 @@ Value ConnectionObject::open(const Call& call) {
 
 Value ConnectionObject::close(const Call&) {
   if (!connection_) raise(rk::errors::kObjectClosed);
-  const auto closing = std::exchange(connection_, nullptr);
+  for (RecordsetObject* set : sets_) set->shut();
   transactions_ = 0;
+  const auto closing = std::exchange(connection_, nullptr);
   closing->close();
   return {};
-}
-
-// As the connection keeps its records: with the client they are a static set.
-std::unique_ptr<platform::Recordset> ConnectionObject::executed(const platform::SqlText& sql,
-                                                                std::int64_t* affected) {
-  constexpr std::int32_t kUseClient = 3;
-  const auto connection = opened();
-  auto rows = connection->execute(sql, affected);
-  if (rows == nullptr || cursor_location_ != kUseClient) return rows;
-  rows->close();
-  return connection->open_recordset(sql, platform::CursorType::Static,
-                                    platform::LockType::ReadOnly);
 }
 
 // Execute(text, affected, options): a record set, closed where the statement gives no rows.
@@ -258,16 +253,33 @@ Value ConnectionObject::execute(const Call& call) {
   return remembering([&] {
     if (!connection_) raise(rk::errors::kObjectClosed);
     std::int64_t affected = 0;
-    const platform::SqlText sql =
-        statement_of(platform::SqlText(call.text(0)), call.number_or(2, 0));
-    auto rows = executed(sql, &affected);
-    if (call.has(1) || call.count() > 1) {
-      call.at(1) = Value::long_integer(static_cast<std::int32_t>(affected));
-    }
-    auto recordset = make_ref<RecordsetObject>(database_);
-    recordset->take(std::move(rows), Ref<ConnectionObject>(this), connection_, sql);
-    return Value::object(recordset);
+    const std::int32_t options = call.number_or(2, 0);
+    Value made = run(statement_of(platform::SqlText(call.text(0)), options), options, affected);
+    if (call.count() > 1) call.at(1) = Value::long_integer(static_cast<std::int32_t>(affected));
+    return made;
   });
+}
+
+Value ConnectionObject::run(platform::SqlText sql, std::int32_t options, std::int64_t& affected) {
+  const auto opened = this->opened();
+  std::unique_ptr<platform::Recordset> rows;
+  naming_parameters(sql, [&] { rows = rows_of(sql, affected); });
+  if (has_option(options, kExecuteNoRecords)) rows.reset();
+  auto recordset = make_ref<RecordsetObject>(database_);
+  recordset->take(std::move(rows), Ref<ConnectionObject>(this), opened, std::move(sql));
+  return Value::object(recordset);
+}
+
+std::unique_ptr<platform::Recordset> ConnectionObject::rows_of(const platform::SqlText& sql,
+                                                               std::int64_t& affected) {
+  const auto held = [&] {
+    return connection_->open_recordset(sql, platform::CursorType::Static,
+                                       platform::LockType::ReadOnly);
+  };
+  const bool client = cursor_location_ == kUseClient;
+  if (client && begins_as_select(sql.text())) return held();
+  auto rows = connection_->execute(sql, &affected);
+  return client && rows ? held() : std::move(rows);
 }
 
 Value ConnectionObject::begin_trans(const Call&) {
@@ -282,7 +294,7 @@ Value ConnectionObject::commit_trans(const Call&) {
   return remembering([&] {
     if (!connection_) raise(rk::errors::kObjectClosed);
     connection_->commit_transaction();
-    --transactions_;
+    if (transactions_ > 0) --transactions_;
     return Value();
   });
 }
@@ -291,7 +303,7 @@ Value ConnectionObject::rollback_trans(const Call&) {
   return remembering([&] {
     if (!connection_) raise(rk::errors::kObjectClosed);
     connection_->roll_back_transaction();
-    --transactions_;
+    if (transactions_ > 0) --transactions_;
     return Value();
   });
 }
@@ -335,6 +347,7 @@ Value ConnectionObject::connection_timeout(const Call& call) {
 }
 
 Value ConnectionObject::mode(const Call& call) {
+  if (call.assigns() && connection_) raise(rk::errors::kObjectOpen);
   return number_property(call, mode_);
 }
 
@@ -342,8 +355,47 @@ Value ConnectionObject::isolation_level(const Call& call) {
   return number_property(call, isolation_level_);
 }
 
+// As the page or its connection string names it; without a name the driver manager's is meant.
 Value ConnectionObject::provider(const Call& call) {
-  return text_property(call, provider_);
+  if (call.assigns()) {
+    if (connection_) raise(rk::errors::kObjectOpen);
+    return text_property(call, provider_);
+  }
+  std::string named = connection_keyword(connection_string_, "Provider");
+  if (named.empty()) named = provider_.empty() ? "MSDASQL" : provider_;
+  return Value::text(named);
+}
+
+// What pages ask of a Jet connection, and what they set before Open: the file counts, and the rest
+// is of no effect, as in a connection string.
+Value ConnectionObject::properties(const Call& call) {
+  if (!properties_) {
+    const Value none = Value::text("");
+    properties_ = std::make_shared<PropertyList>(PropertyList{
+        {std::string(kFileProperty), none},
+        {"User ID", Value::text("Admin")},
+        {"Password", none},
+        {"Extended Properties", none},
+        {"Persist Security Info", Value::boolean(false)},
+        {"Prompt", Value::long_integer(4)},
+        {"Locale Identifier", Value::long_integer(1033)},
+        {"DBMS Name", Value::text("MS Jet")},
+        {"DBMS Version", Value::text("04.00.0000")},
+        {"Jet OLEDB:System database", none},
+        {"Jet OLEDB:Database Password", none},
+        {"Jet OLEDB:Engine Type", Value::long_integer(5)},
+        {"Jet OLEDB:Database Locking Mode", Value::long_integer(1)},
+    });
+  }
+  Value& file = property_named(*properties_, kFileProperty)->value;
+  if (joined_text(file).empty()) {
+    file = Value::text(connection_keyword(connection_string_, kFileProperty));
+  }
+  return properties_member(properties_, call);
+}
+
+Value ConnectionObject::attributes(const Call& call) {
+  return number_property(call, attributes_);
 }
 
 Value ConnectionObject::default_database(const Call& call) {

@@ -11,13 +11,19 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "pagehost/components/property_objects.h"
 #include "pagehost/pages/programs.h"
 #include "pagehost/pages/tabled_object.h"
 #include "platform/database.h"
 #include "value/script_error.h"
 
 namespace rk::pagehost {
+
+class RecordsetObject;
+
+inline constexpr std::int32_t kUseClient = 3;  // of CursorLocation
 
 class ConnectionObject final : public TabledObject<ConnectionObject>, public KeepableObject {
  public:
@@ -31,15 +37,22 @@ class ConnectionObject final : public TabledObject<ConnectionObject>, public Kee
   // The open connection; raises 3709 where it is closed.
   std::shared_ptr<platform::Connection> opened() const;
   void open_with(const std::string& connection_string);
-  // Of a statement; null where it gives none. Raises 3709 where the connection is closed.
-  std::unique_ptr<platform::Recordset> executed(const platform::SqlText& sql,
-                                                std::int64_t* affected);
+  // In place of a page that assigns it.
+  void set_cursor_location(std::int32_t location) { cursor_location_ = location; }
   // Runs a step and keeps its failure for the Errors collection.
   Value remembering(const std::function<Value()>& step);
   const std::optional<ScriptError>& last_failure() const { return failure_; }
   void forget_failure() { failure_.reset(); }
   const std::shared_ptr<platform::Database>& database() const { return database_; }
   std::int32_t cursor_location() const { return cursor_location_; }
+
+  // A statement as Execute runs it: a record set, closed where it gives no rows or the options want
+  // none; held by the client, and static then, where the connection says so.
+  Value run(platform::SqlText sql, std::int32_t options, std::int64_t& affected);
+
+  // The record sets whose connection it is, which close with it. Each leaves before it ends.
+  void add_set(RecordsetObject& set) { sets_.push_back(&set); }
+  void remove_set(const RecordsetObject& set);
 
  private:
   Value connection_string(const Call& call);
@@ -60,7 +73,12 @@ class ConnectionObject final : public TabledObject<ConnectionObject>, public Kee
   Value isolation_level(const Call& call);
   Value provider(const Call& call);
   Value default_database(const Call& call);
+  Value attributes(const Call& call);
+  Value properties(const Call& call);
   Value nothing_to_do(const Call& call);
+  std::unique_ptr<platform::Recordset> rows_of(const platform::SqlText& sql,
+                                               std::int64_t& affected);
+  std::string whole_connection_string(const std::string& connection_string) const;
   Value number_property(const Call& call, std::int32_t& kept);
   Value text_property(const Call& call, std::string& kept);
 
@@ -68,13 +86,16 @@ class ConnectionObject final : public TabledObject<ConnectionObject>, public Kee
   std::shared_ptr<platform::Connection> connection_;
   std::optional<ScriptError> failure_;
   std::string connection_string_;
-  std::string provider_ = "MSDASQL";  // as scripts know it before another one is named
+  std::string provider_;  // as the page set it
   std::string default_database_;
+  std::vector<RecordsetObject*> sets_;
+  std::shared_ptr<PropertyList> properties_;  // once the page asked for them
+  std::int32_t transactions_ = 0;             // levels that are open
+  std::int32_t attributes_ = 0;
   std::int32_t cursor_location_ = 2;
   std::int32_t command_timeout_ = 30;
   std::int32_t connection_timeout_ = 15;
   std::int32_t mode_ = 0;
-  std::int32_t transactions_ = 0;  // begun and not ended
   std::int32_t isolation_level_ = 4096;
 };
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "pagehost/components/ado_values.h"
+#include "pagehost/components/property_objects.h"
 #include "value/array.h"
 #include "value/conversions.h"
 
@@ -85,6 +86,7 @@ class FieldObject final : public TabledObject<FieldObject> {
         {"Status", &F::zero},
         {"AppendChunk", &F::append_chunk, 1, 1},
         {"GetChunk", &F::chunk, 1, 1},
+        {"Properties", &F::properties, 0, 1, Access::Both},
     };
     return kMembers;
   }
@@ -93,6 +95,7 @@ class FieldObject final : public TabledObject<FieldObject> {
   Value current() { return recordset_->rows().field(ordinal_); }
   // For what is asked of a field without a row: nothing is known of its values then.
   Value current_or_null() {
+    if (recordset_->is_made()) return Value::null();
     platform::Recordset& rows = recordset_->rows();
     return rows.bof() || rows.eof() ? Value::null() : rows.field(ordinal_);
   }
@@ -102,9 +105,9 @@ class FieldObject final : public TabledObject<FieldObject> {
     recordset_->set_field(ordinal_, plain_value(call.assigned()));
     return {};
   }
-  Value name(const Call&) { return Value::text(recordset_->rows().field_name(ordinal_)); }
+  Value name(const Call&) { return Value::text(recordset_->field_name(ordinal_)); }
   Value original_value(const Call&) { return recordset_->rows().original(ordinal_); }
-  platform::ColumnTraits traits() { return recordset_->rows().traits(ordinal_); }
+  platform::ColumnTraits traits() { return recordset_->field_traits(ordinal_); }
   Value type(const Call&) {
     if (const MemoryColumn* made = recordset_->memory_column(ordinal_)) {
       return Value::long_integer(static_cast<std::int32_t>(made->type));
@@ -122,39 +125,31 @@ class FieldObject final : public TabledObject<FieldObject> {
   Value zero(const Call&) { return Value::long_integer(0); }
   Value attributes(const Call&) { return Value::long_integer(attributes_of(traits())); }
   Value append_chunk(const Call& call) {
-    Value more = plain_value(call.at(0));
-    // A text of bytes, as MidB cuts uploads into, may have an odd number of them.
-    if (more.is_text() && traits().type == ColumnType::Bytes) {
-      more = Value::array(Array::of_bytes(more.as_text().bytes()));
-    }
-    const bool bytes = more.is_array() && more.as_array().holds_bytes();
-    if (!bytes && !more.is_text()) raise(errors::kTypeMismatch);
-    bool& appended = recordset_->chunks(ordinal_).appended;
-    const Value now = appended ? recordset_->rows().field(ordinal_) : Value::null();
-    appended = true;
-    if (bytes && now.is_array()) {
-      more = Value::array(Array::of_bytes(now.as_array().bytes() + more.as_array().bytes()));
-    } else if (!bytes && now.is_text()) {
-      more = Value::text(std::string(now.as_view()) + std::string(more.as_view()));
-    }
-    recordset_->set_field(ordinal_, more);
+    recordset_->append_chunk(ordinal_, plain_value(call.at(0)));
     return {};
   }
-  // The next part of a long value; Null behind its end.
   Value chunk(const Call& call) {
     const std::int32_t most = call.number(0);
     if (most < 1) raise(errors::kInvalidCall);
-    const auto count = static_cast<std::size_t>(most);
-    const Value now = current();
-    std::size_t& read = recordset_->chunks(ordinal_).read;
-    Value out = Value::null();
-    if (now.is_array() && read < now.as_array().bytes().size()) {
-      out = Value::array(Array::of_bytes(now.as_array().bytes().substr(read, count)));
-    } else if (now.is_text() && read < now.as_text().length()) {
-      out = Value::text(now.as_text().mid(read, count));
-    }
-    read += count;
-    return out;
+    return recordset_->next_chunk(ordinal_, static_cast<std::size_t>(most));
+  }
+  // Where the column comes from.
+  Value properties(const Call& call) {
+    const platform::ColumnTraits known = traits();
+    const auto named = [](const std::string& name) {
+      return name.empty() ? Value::null() : Value::text(name);
+    };
+    return properties_member(std::make_shared<PropertyList>(PropertyList{
+                                 {"BASECATALOGNAME", Value::null()},
+                                 {"BASESCHEMANAME", Value::null()},
+                                 {"BASETABLENAME", named(known.base_table)},
+                                 {"BASECOLUMNNAME", named(known.base_column)},
+                                 {"ISAUTOINCREMENT", Value::boolean(known.counter)},
+                                 {"KEYCOLUMN", Value::boolean(known.key)},
+                                 {"ISCASESENSITIVE", Value::boolean(false)},
+                                 {"OPTIMIZE", Value::boolean(false)},
+                             }),
+                             call);
   }
 
   Ref<RecordsetObject> recordset_;
@@ -165,7 +160,7 @@ class FieldWalk final : public Enumeration {
  public:
   explicit FieldWalk(Ref<RecordsetObject> recordset) : recordset_(std::move(recordset)) {}
   bool next(Value& item) override {
-    if (at_ >= recordset_->rows().field_count()) return false;
+    if (at_ >= recordset_->field_count()) return false;
     item = recordset_->field_object(at_++);
     return true;
   }

@@ -15,39 +15,12 @@ constexpr KnownError kTooLong{-2147217887,
                               "Multiple-step operation generated errors: the text is longer than "
                               "its field."};
 
-ColumnType column_type_of(AdoType type) {
-  switch (type) {
-    case AdoType::SmallInt:
-    case AdoType::Integer:
-    case AdoType::UnsignedTinyInt:
-      return ColumnType::Integer;
-    case AdoType::Single:
-    case AdoType::Double:
-      return ColumnType::Double;
-    case AdoType::Currency:
-      return ColumnType::Currency;
-    case AdoType::Date:
-    case AdoType::DbTimeStamp:
-      return ColumnType::Date;
-    case AdoType::Boolean:
-      return ColumnType::Boolean;
-    case AdoType::LongVarBinary:
-      return ColumnType::Bytes;
-    default:
-      return ColumnType::Text;
-  }
-}
-
 // The value as a field of this column holds it.
 Value suited(const Value& value, const MemoryColumn& column) {
-  const ColumnType type = column_type_of(column.type);
-  if (value.is_null() || value.is_empty()) return Value::null();
-  if (type == ColumnType::Bytes && !value.is_array()) raise(errors::kTypeMismatch);
-  if (type != ColumnType::Text) return pagehost::suited(value, type);
-  Value text = Value::text(to_text(value));
-  const auto length = static_cast<std::int64_t>(text.as_text().length());
-  if (column.size > 0 && length > column.size) raise(kTooLong);
-  return text;
+  Value made = value_as(column_type_of(column.type), value);
+  const bool limited = column.size > 0 && made.is_text();
+  if (limited && made.as_text().length() > static_cast<std::size_t>(column.size)) raise(kTooLong);
+  return made;
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "pagehost/components/ado_values.h"
 #include "pagehost/components/command_object.h"
+#include "pagehost/components/command_texts.h"
 #include "pagehost/components/field_objects.h"
 #include "pagehost/components/row_criterion.h"
 #include "value/array.h"
@@ -15,28 +16,15 @@ namespace {
 
 using platform::CursorType;
 
-constexpr std::int32_t kUseClient = 3;
-constexpr std::int32_t kCommandTable = 2;
-constexpr std::int32_t kCommandTableDirect = 512;
-constexpr std::int32_t kStatic = static_cast<std::int32_t>(CursorType::Static);
+constexpr std::int32_t kLockPessimistic = 2;
+constexpr std::int32_t kLockOptimistic = 3;
 
 }  // namespace
-
-platform::SqlText statement_of(const platform::SqlText& source, std::int32_t options) {
-  const std::string& text = source.text();
-  if (text.empty()) return source;
-  const bool named = options == kCommandTable || options == kCommandTableDirect;
-  const bool bracketed = text.front() == '[' && text.find(']') == text.size() - 1;
-  const bool one_word = text.find_first_of(" \t\r\n;(") == std::string::npos;
-  if (!named && !one_word && !bracketed) return source;
-  return platform::SqlText("Select * From " + (bracketed ? text : "[" + text + "]"));
-}
 
 std::span<const Member<RecordsetObject>> RecordsetObject::members() {
   using R = RecordsetObject;
   static constexpr Member<R> kMembers[] = {
       {"Fields", &R::fields, 0, 1, Access::Both},
-      {"Collect", &R::collect, 1, 1, Access::Both},
       {"EOF", &R::eof},
       {"BOF", &R::bof},
       {"MoveNext", &R::move_next},
@@ -79,6 +67,11 @@ std::span<const Member<RecordsetObject>> RecordsetObject::members() {
       {"GetString", &R::rows_text, 0, 5},
       {"NextRecordset", &R::next_recordset, 0, 1},
       {"Cancel", &R::nothing_to_do},
+      {"Collect", &R::collect, 1, 1, Access::Both},
+      {"Properties", &R::properties, 0, 1, Access::Both},
+      {"ActiveCommand", &R::active_command},
+      {"CompareBookmarks", &R::compare_bookmarks, 2, 2},
+      {"MarshalOptions", &R::marshal_options, 0, 0, Access::Both},
   };
   return kMembers;
 }
@@ -91,112 +84,73 @@ void RecordsetObject::take(std::unique_ptr<platform::Recordset> rows,
                            Ref<ConnectionObject> connection,
                            std::shared_ptr<platform::Connection> opened, platform::SqlText source) {
   rows_ = std::move(rows);
-  column_types_.clear();
-  connection_ = std::move(connection);
+  belong_to(std::move(connection));
   opened_ = std::move(opened);
   source_ = std::move(source);
   if (!held_by_client()) return;
   cursor_location_ = kUseClient;
-  cursor_type_ = kStatic;
+  cursor_type_ = static_cast<std::int32_t>(CursorType::Static);
 }
 
-// Asked for once: a page that fills rows sets the same columns again and again.
-platform::ColumnType RecordsetObject::column_type(std::size_t ordinal) {
-  if (column_types_.empty()) {
-    for (std::size_t i = 0; i < rows().field_count(); ++i) {
-      column_types_.push_back(rows().traits(i).type);
-    }
-  }
-  return column_types_.at(ordinal);
+RecordsetObject::~RecordsetObject() {
+  belong_to({});
 }
 
-void RecordsetObject::end_editing() {
+void RecordsetObject::belong_to(Ref<ConnectionObject> connection) {
+  if (connection_) connection_->remove_set(*this);
+  connection_ = std::move(connection);
+  if (connection_) connection_->add_set(*this);
+}
+
+void RecordsetObject::settle() {
   editing_ = Editing::None;
-  chunks_.clear();
+  chunks_ = {};
 }
 
-// A connection takes its record sets along.
-void RecordsetObject::drop_rows_of_closed_connection() {
-  if (!rows_ || !opened_ || opened_->is_open()) return;
+void RecordsetObject::shut() {
+  settle();
   view_ = nullptr;
   memory_ = nullptr;
-  rows_ = nullptr;
-  end_editing();
+  column_types_.clear();
+  filter_ = Value::text("");
+  sort_.clear();
+  rows_.reset();
+  opened_ = nullptr;
 }
 
 platform::Recordset& RecordsetObject::rows() {
-  drop_rows_of_closed_connection();
   if (!rows_) raise(errors::kObjectClosed);
   return *rows_;
 }
 
-std::size_t RecordsetObject::ordinal_of(const Value& index) {
-  if (index.is_text()) return rows().ordinal(index.as_view());
-  const Value plain = plain_value(index);
-  if (plain.is_text()) return rows().ordinal(plain.as_view());
-  const std::int32_t place = to_long(plain);
-  if (place < 0 || static_cast<std::size_t>(place) >= rows().field_count()) {
-    raise(errors::kItemNotFound);
-  }
-  return static_cast<std::size_t>(place);
-}
-
-Value RecordsetObject::field_object(std::size_t ordinal) {
-  return Value::object(pagehost::field_object(Ref<RecordsetObject>(this), ordinal));
-}
-
-void RecordsetObject::set_field(std::size_t ordinal, const Value& value) {
-  hold_batch();
-  rows().set_field(ordinal, suited(value, column_type(ordinal)));
-  if (editing_ == Editing::None) editing_ = Editing::Row;
-}
-
-// rs(name), rs(name) = value, rs.Fields and rs.Fields(name).
-Value RecordsetObject::fields(const Call& call) {
-  if (call.count() == 0) {
-    if (call.assigns()) raise(errors::kWrongArgumentCount);
-    return Value::object(fields_object(Ref<RecordsetObject>(this)));
-  }
-  const std::size_t ordinal = ordinal_of(call.at(0));
-  if (!call.assigns()) return field_object(ordinal);
-  set_field(ordinal, plain_value(call.assigned()));
-  return {};
-}
-
-// Collect(name): a field's value without the field around it.
-Value RecordsetObject::collect(const Call& call) {
-  const std::size_t ordinal = ordinal_of(call.at(0));
-  if (!call.assigns()) return rows().field(ordinal);
-  set_field(ordinal, plain_value(call.assigned()));
-  return {};
-}
-
 void RecordsetObject::connect(const Value& connection) {
   if (connection.is_object()) {
-    connection_ = Ref<ConnectionObject>(dynamic_cast<ConnectionObject*>(connection.as_object()));
-    if (!connection_ && connection.as_object() != nullptr) raise(errors::kInvalidArgument);
-    return;
+    Ref<ConnectionObject> given(dynamic_cast<ConnectionObject*>(connection.as_object()));
+    if (!given && connection.as_object() != nullptr) raise(errors::kInvalidArgument);
+    return belong_to(std::move(given));
   }
   auto fresh = make_ref<ConnectionObject>(database_);
   fresh->open_with(to_text(connection).string());
-  connection_ = fresh;
+  belong_to(std::move(fresh));
 }
 
 // Open(source, connection, cursor type, lock type, options)
 Value RecordsetObject::open(const Call& call) {
-  drop_rows_of_closed_connection();
   if (rows_) raise(errors::kObjectOpen);
   if (!call.has(0) && source_.text().empty() && !appended_.empty()) {
     take(std::make_unique<MemoryRows>(appended_, std::vector<std::vector<Value>>()));
+    cursor_location_ = kUseClient;
     return {};
   }
   const std::int32_t options = call.number_or(4, 0);
   if (call.has(0)) {
+    command_ = {};
     const Value from = call.at(0);
     auto* command = from.is_object() ? dynamic_cast<CommandObject*>(from.as_object()) : nullptr;
     if (command != nullptr) {
       source_ = command->statement();
-      if (command->connection()) connection_ = command->connection();
+      if (command->connection()) belong_to(command->connection());
+      command_ = Ref<Object>(command);
     } else {
       source_ = platform::SqlText(to_text(from).string());
     }
@@ -217,34 +171,39 @@ void RecordsetObject::run() {
   opened_ = connection_->opened();
   // Records held by the client are always a static set, and so are those of a batch.
   const bool forward_only = cursor_type_ == static_cast<std::int32_t>(CursorType::ForwardOnly);
-  if (held_by_client()) cursor_location_ = kUseClient;
-  if (held_by_client() || (forward_only && lock_type_ == kLockBatch)) cursor_type_ = kStatic;
+  if (held_by_client()) {
+    cursor_location_ = kUseClient;
+    // What nothing is locked for until it is stored.
+    if (lock_type_ == kLockPessimistic) lock_type_ = kLockOptimistic;
+  }
+  if (held_by_client() || (forward_only && lock_type_ == kLockBatch))
+    cursor_type_ = static_cast<std::int32_t>(CursorType::Static);
   connection_->remembering([&] {
-    rows_ = opened_->open_recordset(source_, static_cast<CursorType>(cursor_type_),
-                                    static_cast<platform::LockType>(lock_type_));
+    naming_parameters(source_, [&] {
+      rows_ = opened_->open_recordset(source_, static_cast<CursorType>(cursor_type_),
+                                      static_cast<platform::LockType>(lock_type_));
+    });
     return Value();
   });
   view_ = nullptr;
   memory_ = nullptr;
   column_types_.clear();
   if (rows_ && page_size_ != rows_->page_size()) rows_->set_page_size(page_size_);
-  end_editing();
+  settle();
 }
 
 bool RecordsetObject::held_by_client() const {
-  return cursor_location_ == kUseClient ||
-         (connection_ && connection_->cursor_location() == kUseClient);
+  if (location_given_ || !connection_) return cursor_location_ == kUseClient;
+  return cursor_location_ == kUseClient || connection_->cursor_location() == kUseClient;
 }
 
+// A row that is being changed wants its Update or CancelUpdate first.
 Value RecordsetObject::close(const Call&) {
   rows();
+  if (editing_ != Editing::None && lock_type_ != kLockBatch) raise(errors::kNotAllowedInContext);
+  const auto outlives = opened_;
   const auto closing = std::exchange(rows_, nullptr);
-  column_types_.clear();
-  end_editing();
-  view_ = nullptr;
-  memory_ = nullptr;
-  filter_ = Value::text("");
-  sort_.clear();
+  shut();
   closing->close();
   return {};
 }
@@ -259,25 +218,25 @@ Value RecordsetObject::bof(const Call&) {
 
 Value RecordsetObject::move_next(const Call&) {
   rows().move_next();
-  end_editing();
+  settle();
   return {};
 }
 
 Value RecordsetObject::move_previous(const Call&) {
   rows().move_previous();
-  end_editing();
+  settle();
   return {};
 }
 
 Value RecordsetObject::move_first(const Call&) {
   rows().move_first();
-  end_editing();
+  settle();
   return {};
 }
 
 Value RecordsetObject::move_last(const Call&) {
   rows().move_last();
-  end_editing();
+  settle();
   return {};
 }
 
@@ -293,7 +252,7 @@ Value RecordsetObject::move(const Call& call) {
     origin = static_cast<Origin>(start);
   }
   rows().move(call.number(0), origin);
-  end_editing();
+  settle();
   return {};
 }
 
@@ -317,6 +276,7 @@ Value RecordsetObject::page_count(const Call&) {
 Value RecordsetObject::absolute_page(const Call& call) {
   if (!call.assigns()) return Value::long_integer(rows().absolute_page());
   rows().set_absolute_page(to_long(call.assigned()));
+  settle();
   return {};
 }
 
@@ -325,6 +285,7 @@ Value RecordsetObject::absolute_position(const Call& call) {
     return Value::long_integer(static_cast<std::int32_t>(rows().absolute_position()));
   }
   rows().set_absolute_position(to_long(call.assigned()));
+  settle();
   return {};
 }
 
@@ -340,7 +301,12 @@ Value RecordsetObject::lock_type(const Call& call) {
 
 Value RecordsetObject::cursor_location(const Call& call) {
   if (call.assigns() && rows_) raise(errors::kObjectOpen);
+  if (call.assigns()) location_given_ = true;
   return number_property(call, cursor_location_);
+}
+
+Value RecordsetObject::marshal_options(const Call& call) {
+  return number_property(call, marshal_options_);
 }
 
 Value RecordsetObject::cache_size(const Call& call) {
@@ -371,7 +337,6 @@ Value RecordsetObject::source(const Call& call) {
 }
 
 Value RecordsetObject::state(const Call&) {
-  drop_rows_of_closed_connection();
   return Value::long_integer(rows_ ? 1 : 0);
 }
 
@@ -402,7 +367,7 @@ Value RecordsetObject::add_new(const Call& call) {
   if (!call.has(1)) raise(errors::kInvalidArgument);
   set_fields(call.at(0), call.at(1));
   rows().update();
-  end_editing();
+  settle();
   return {};
 }
 
@@ -417,20 +382,20 @@ Value RecordsetObject::update(const Call& call) {
   } else {
     step();
   }
-  end_editing();
+  settle();
   return {};
 }
 
 Value RecordsetObject::cancel_update(const Call&) {
   rows().cancel_update();
-  end_editing();
+  settle();
   return {};
 }
 
 Value RecordsetObject::remove(const Call&) {
   hold_batch();
   rows().remove();
-  end_editing();
+  settle();
   return {};
 }
 

@@ -5,8 +5,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -14,6 +14,7 @@
 
 #include "pagehost/components/connection_object.h"
 #include "pagehost/components/memory_rows.h"
+#include "pagehost/components/property_objects.h"
 #include "pagehost/components/row_view.h"
 #include "pagehost/pages/tabled_object.h"
 #include "platform/database.h"
@@ -21,10 +22,6 @@
 namespace rk::pagehost {
 
 inline constexpr std::int32_t kLockBatch = 4;
-
-// The statement that `source` means: "Select * From [name]" where the options or a single word name
-// a table.
-platform::SqlText statement_of(const platform::SqlText& source, std::int32_t options);
 
 // Whether a Move or Find begins at a bookmark: those are Doubles, and the places 0 to 2 are not.
 inline bool is_bookmark(const Value& start) {
@@ -35,43 +32,46 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
  public:
   explicit RecordsetObject(std::shared_ptr<platform::Database> database)
       : database_(std::move(database)) {}
+  ~RecordsetObject() override;
+  RecordsetObject(const RecordsetObject&) = delete;
+  RecordsetObject& operator=(const RecordsetObject&) = delete;
   std::string_view type_name() const override { return "Recordset"; }
   static std::span<const Member<RecordsetObject>> members();
   std::unique_ptr<Enumeration> enumerate() override;  // the fields
 
-  // What a statement gave; no rows: a closed record set. Where the connection keeps its records
-  // with the client, `rows` are a static set.
+  // What a statement gave; no rows: a closed record set.
   void take(std::unique_ptr<platform::Recordset> rows, Ref<ConnectionObject> connection,
             std::shared_ptr<platform::Connection> opened, platform::SqlText source);
 
   // Rows without a connection.
   void take(std::unique_ptr<MemoryRows> rows);
 
-  // How far AppendChunk and GetChunk came in a column of the current row.
-  struct Chunks {
-    bool appended = false;
-    std::size_t read = 0;
-  };
-  Chunks& chunks(std::size_t ordinal) { return chunks_[ordinal]; }
+  // Closes the rows with their connection, whatever was being changed; nothing where it is closed.
+  void shut();
 
-  // The open rows; raises 3704 where there are none, also once their connection was closed.
+  // The open rows; raises 3704 where there are none.
   platform::Recordset& rows();
   // The place of a column by its name or number; raises 3265.
   std::size_t ordinal_of(const Value& index);
+  // As the column's type holds it; raises -2147352571 where it cannot, and 3251.
   void set_field(std::size_t ordinal, const Value& value);
+  void append_chunk(std::size_t ordinal, const Value& more);
+  Value next_chunk(std::size_t ordinal, std::size_t count);
   Value field_object(std::size_t ordinal);
 
   // The columns of a set that a page makes itself, before it is opened; raises 3219 for a set that
-  // is open or has a statement.
+  // is open or has a statement, 3367 for a name that is there.
   void append_column(MemoryColumn column);
   void remove_column(const Value& index);
+  bool is_made() const { return !rows_ && !appended_.empty(); }  // such columns, and not open
   std::size_t field_count();
-  // Of rows without a connection; null for those of a database.
+  std::string field_name(std::size_t ordinal);
+  platform::ColumnTraits field_traits(std::size_t ordinal);
+  // Of rows without a connection, opened or not; null for those of a database.
   const MemoryColumn* memory_column(std::size_t ordinal) const;
 
  private:
   Value fields(const Call& call);
-  Value collect(const Call& call);
   Value open(const Call& call);
   Value close(const Call& call);
   Value bof(const Call& call);
@@ -112,13 +112,18 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   Value rows_array(const Call& call);
   Value rows_text(const Call& call);
   Value next_recordset(const Call& call);
+  Value collect(const Call& call);
+  Value properties(const Call& call);
+  Value active_command(const Call& call);
+  Value compare_bookmarks(const Call& call);
+  Value marshal_options(const Call& call);
   Value nothing_to_do(const Call& call);
   Value number_property(const Call& call, std::int32_t& kept);
 
   void run();
-  void end_editing();
+  void belong_to(Ref<ConnectionObject> connection);
+  void settle();  // no row is being changed, and no long value read or written in parts
   platform::ColumnType column_type(std::size_t ordinal);
-  void drop_rows_of_closed_connection();
   RowView& view();
   RowView& view_of_all_rows();
   void show_again();
@@ -133,11 +138,10 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   Ref<ConnectionObject> connection_;
   std::shared_ptr<platform::Connection> opened_;  // outlives the rows
   std::unique_ptr<platform::Recordset> rows_;
-  RowView* view_ = nullptr;                         // rows_, where it is one
-  MemoryRows* memory_ = nullptr;                    // beneath rows_, where they are held in memory
-  std::vector<MemoryColumn> appended_;              // columns of a set that is not open yet
-  std::vector<platform::ColumnType> column_types_;  // of rows_, once they were asked for
-  Value filter_ = Value::text("");  // or an array of bookmarks, or the number of pending rows
+  RowView* view_ = nullptr;             // rows_, where it is one
+  MemoryRows* memory_ = nullptr;        // beneath rows_, where they are held in memory
+  std::vector<MemoryColumn> appended_;  // columns of a set that is not open yet
+  Value filter_ = Value::text("");      // or an array of bookmarks, or the number of pending rows
   std::string sort_;
   platform::SqlText source_;
   std::int32_t cursor_type_ = 0;
@@ -146,9 +150,20 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   std::int32_t page_size_ = 10;
   std::int32_t cache_size_ = 1;
   std::int32_t max_records_ = 0;
+  std::int32_t marshal_options_ = 0;
+  bool location_given_ = false;  // CursorLocation was set here, not on the connection
+  Ref<Object> command_;          // by which it was opened
+  std::shared_ptr<PropertyList> properties_;
+  std::vector<std::optional<platform::ColumnType>> column_types_;  // as far as asked
+  // AppendChunk and GetChunk go on where the last call for the same column and row ended.
+  struct Chunks {
+    std::size_t column = static_cast<std::size_t>(-1);
+    bool appending = false;
+    std::size_t read = 0;
+  };
+  Chunks chunks_;
   enum class Editing : std::uint8_t { None = 0, Row = 1, NewRow = 2 };
   Editing editing_ = Editing::None;
-  std::map<std::size_t, Chunks> chunks_;  // by ordinal
 };
 
 }  // namespace rk::pagehost

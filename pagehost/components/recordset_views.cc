@@ -1,6 +1,7 @@
 // Filter, Sort, Clone and Bookmark of a record set, sets without a connection, and batches.
 #include <utility>
 
+#include "pagehost/components/command_object.h"
 #include "pagehost/components/recordset_object.h"
 #include "value/array.h"
 #include "value/conversions.h"
@@ -10,6 +11,7 @@ namespace {
 
 constexpr std::int32_t kFilterNone = 0;
 constexpr std::int32_t kFilterPending = 1;
+constexpr std::int32_t kLockReadOnly = 1;
 
 std::int64_t bookmark_of(const Value& value) {
   return static_cast<std::int64_t>(to_double(value));
@@ -26,33 +28,9 @@ void check_whole_batch(const Call& call) {
 void RecordsetObject::take(std::unique_ptr<MemoryRows> rows) {
   memory_ = rows.get();
   rows_ = std::move(rows);
-  column_types_.clear();
   rows_->set_page_size(page_size_);
   view_ = nullptr;
   cursor_type_ = static_cast<std::int32_t>(platform::CursorType::Static);
-}
-
-void RecordsetObject::append_column(MemoryColumn column) {
-  if (rows_ || !source_.text().empty()) raise(errors::kNotAllowedInContext);
-  appended_.push_back(std::move(column));
-}
-
-void RecordsetObject::remove_column(const Value& index) {
-  if (rows_) raise(errors::kNotAllowedInContext);
-  const MemoryRows columns(appended_, {});
-  const Value plain = plain_value(index);
-  const std::size_t place =
-      plain.is_text() ? columns.ordinal(plain.as_view()) : static_cast<std::size_t>(to_long(plain));
-  columns.column(place);
-  appended_.erase(appended_.begin() + static_cast<std::ptrdiff_t>(place));
-}
-
-std::size_t RecordsetObject::field_count() {
-  return rows_ || appended_.empty() ? rows().field_count() : appended_.size();
-}
-
-const MemoryColumn* RecordsetObject::memory_column(std::size_t ordinal) const {
-  return memory_ ? &memory_->column(ordinal) : nullptr;
 }
 
 void RecordsetObject::part_from_connection() {
@@ -92,7 +70,7 @@ Value RecordsetObject::update_batch(const Call& call) {
   check_whole_batch(call);
   if (!connection_) raise(errors::kNotAllowedInContext);
   rows_->update();
-  end_editing();
+  settle();
   opened_ = connection_->opened();
   connection_->remembering([&] {
     memory_->store_batch(*opened_);
@@ -103,7 +81,7 @@ Value RecordsetObject::update_batch(const Call& call) {
 
 Value RecordsetObject::cancel_batch(const Call& call) {
   rows().cancel_update();
-  end_editing();
+  settle();
   if (memory_ == nullptr || !memory_->is_batch()) return {};
   check_whole_batch(call);
   memory_->cancel_batch();
@@ -164,7 +142,7 @@ void RecordsetObject::show_again() {
   if (!sort_.empty()) order.emplace(sort_);
   if (!chosen && !order && view_ == nullptr) return;
   view_of_all_rows().show(chosen ? &*chosen : nullptr, order ? &*order : nullptr);
-  end_editing();
+  settle();
 }
 
 // Filter: a condition, an array of bookmarks, 1 for the rows whose changes are pending, or 0 or ""
@@ -202,15 +180,15 @@ Value RecordsetObject::sort(const Call& call) {
 }
 
 // A second record set over the same rows, at the first of them, without filter and sort.
-Value RecordsetObject::clone(const Call&) {
+Value RecordsetObject::clone(const Call& call) {
   RowView& from = view();
   auto made = make_ref<RecordsetObject>(database_);
-  made->connection_ = connection_;
+  made->belong_to(connection_);
   made->opened_ = opened_;
   made->source_ = source_;
   made->memory_ = memory_;
   made->cursor_type_ = cursor_type_;
-  made->lock_type_ = lock_type_;
+  made->lock_type_ = call.number_or(0, -1) == kLockReadOnly ? kLockReadOnly : lock_type_;
   made->cursor_location_ = cursor_location_;
   auto rows = std::make_unique<RowView>(from.shared(), false);
   rows->show(nullptr, nullptr);
@@ -220,10 +198,44 @@ Value RecordsetObject::clone(const Call&) {
   return Value::object(made);
 }
 
+// CompareBookmarks(a, b): 0 where a's row stands before b's, 1 at one row, 2 behind it.
+Value RecordsetObject::compare_bookmarks(const Call& call) {
+  rows();
+  const std::int64_t a = bookmark_of(plain_value(call.at(0)));
+  const std::int64_t b = bookmark_of(plain_value(call.at(1)));
+  return Value::long_integer(a < b ? 0 : a == b ? 1 : 2);
+}
+
+// The command that opened it, or one of its statement.
+Value RecordsetObject::active_command(const Call&) {
+  if (command_) return Value::object(command_);
+  if (source_.text().empty()) return Value::nothing();
+  auto made = make_ref<CommandObject>(database_);
+  made->take(source_.text(), connection_);
+  return Value::object(made);
+}
+
+// Kept for pages that set them; the rows are stored as they would be without.
+Value RecordsetObject::properties(const Call& call) {
+  if (!properties_) {
+    properties_ = std::make_shared<PropertyList>(PropertyList{
+        {"Update Criteria", Value::long_integer(2)},
+        {"Update Resync", Value::long_integer(1)},
+        {"Unique Table", Value::text("")},
+        {"Unique Catalog", Value::text("")},
+        {"Unique Schema", Value::text("")},
+        {"Resync Command", Value::text("")},
+        {"Batch Size", Value::long_integer(15)},
+        {"Bookmarkable", Value::boolean(cursor_type_ != 0)},
+    });
+  }
+  return properties_member(properties_, call);
+}
+
 Value RecordsetObject::bookmark(const Call& call) {
   if (!call.assigns()) return Value::real(static_cast<double>(view().bookmark()));
   view().go_to_bookmark(bookmark_of(plain_value(call.assigned())));
-  end_editing();
+  settle();
   return {};
 }
 

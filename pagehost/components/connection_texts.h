@@ -1,0 +1,22 @@
+// What a page's connection string says, as far as the connection object itself must know it. The
+// database beneath reads the whole of it. Pure functions.
+#ifndef RK_PAGEHOST_COMPONENTS_CONNECTION_TEXTS_H_
+#define RK_PAGEHOST_COMPONENTS_CONNECTION_TEXTS_H_
+
+#include <string>
+#include <string_view>
+
+namespace rk::pagehost {
+
+// The value behind a keyword, in any letter case; empty where the string has none. Quotes around a
+// value are left off, and what they hold is no keyword.
+std::string connection_keyword(std::string_view connection_string, std::string_view keyword);
+
+// The string with "keyword=value" behind it, as it stands where it has the keyword already or hands
+// the connection over to a driver.
+std::string with_keyword(std::string_view connection_string, std::string_view keyword,
+                         std::string_view value);
+
+}  // namespace rk::pagehost
+
+#endif  // RK_PAGEHOST_COMPONENTS_CONNECTION_TEXTS_H_
