@@ -36,7 +36,12 @@ ListText tables_list() {
            {"TABLE_SCHEMA", Type::Text, "null"},
            {"TABLE_NAME", Type::Text, "t.name"},
            {"TABLE_TYPE", Type::Text, "case t.type when 'view' then 'VIEW' else 'TABLE' end"},
-           {"DESCRIPTION", Type::Text, "null"}},
+           {"TABLE_GUID", Type::Text, "null"},
+           {"DESCRIPTION", Type::Text, "null"},
+           {"TABLE_PROPID", Type::Integer, "null"},
+           // The file does not note when its tables were made.
+           {"DATE_CREATED", Type::Date, "null"},
+           {"DATE_MODIFIED", Type::Date, "null"}},
           " from sqlite_schema t where t.type in ('table', 'view') and t.name not like "
           "'sqlite\\_%' escape '\\' order by t.name collate nocase"};
 }

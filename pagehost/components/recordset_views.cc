@@ -28,6 +28,7 @@ void check_whole_batch(const Call& call) {
 void RecordsetObject::take(std::unique_ptr<MemoryRows> rows) {
   memory_ = rows.get();
   rows_ = std::move(rows);
+  column_types_.clear();
   rows_->set_page_size(page_size_);
   view_ = nullptr;
   cursor_type_ = static_cast<std::int32_t>(platform::CursorType::Static);
