@@ -23,6 +23,21 @@ void check_whole_batch(const Call& call) {
   if (call.number_or(0, kAllRows) != kAllRows) raise(errors::kFeatureNotAvailable);
 }
 
+// The rows in memory, at the row where the set stands.
+std::unique_ptr<MemoryRows> held_copy(platform::Recordset& rows) {
+  const std::int64_t position = rows.absolute_position();
+  const bool past = rows.eof();
+  const bool empty = past && rows.bof();
+  auto held = MemoryRows::of(rows);
+  if (position > 0) {
+    held->set_absolute_position(position);
+  } else if (!empty) {
+    held->move(past ? 1 : -1,
+               past ? platform::Recordset::Origin::Last : platform::Recordset::Origin::First);
+  }
+  return held;
+}
+
 }  // namespace
 
 void RecordsetObject::take(std::unique_ptr<MemoryRows> rows) {
@@ -35,7 +50,7 @@ void RecordsetObject::take(std::unique_ptr<MemoryRows> rows) {
 }
 
 void RecordsetObject::part_from_connection() {
-  auto parted = MemoryRows::of(rows());
+  auto parted = held_copy(rows());
   if (lock_type_ == kLockBatch) parted->begin_batch();
   std::exchange(rows_, nullptr)->close();
   take(std::move(parted));
@@ -46,17 +61,8 @@ void RecordsetObject::part_from_connection() {
 // as far as the page looks at it.
 void RecordsetObject::hold_batch() {
   if (lock_type_ != kLockBatch || memory_ != nullptr) return;
-  const std::int64_t position = rows().absolute_position();
-  const bool past = rows_->eof();
-  const bool empty = past && rows_->bof();
-  auto held = MemoryRows::of(*rows_);
+  auto held = held_copy(rows());
   held->begin_batch();
-  if (position > 0) {
-    held->set_absolute_position(position);
-  } else if (!empty) {
-    held->move(past ? 1 : -1,
-               past ? platform::Recordset::Origin::Last : platform::Recordset::Origin::First);
-  }
   std::exchange(rows_, nullptr)->close();
   take(std::move(held));
 }
