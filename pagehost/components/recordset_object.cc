@@ -439,6 +439,7 @@ Value RecordsetObject::find(const Call& call) {
   while (!all.eof() && !all.bof() && !criterion.holds(all)) {
     forward ? all.move_next() : all.move_previous();
   }
+  settle();
   return {};
 }
 
@@ -467,6 +468,7 @@ Value RecordsetObject::rows_array(const Call& call) {
     if (cells.size() > kMaxArrayElements) raise(errors::kOutOfMemory);
     all.move_next();
   }
+  settle();
   const std::int32_t bounds[] = {static_cast<std::int32_t>(columns.size()) - 1, count - 1};
   Ref<Array> out = Array::make(bounds);
   std::move(cells.begin(), cells.end(), out->elements().begin());
@@ -491,6 +493,7 @@ Value RecordsetObject::rows_text(const Call& call) {
     if (out.size() > kMaxTextBytes) raise(errors::kOutOfStringSpace);
     all.move_next();
   }
+  settle();
   return Value::text(out);
 }
 

@@ -123,6 +123,20 @@ TEST_F(RecordsetFields, ALongValueIsReadInPartsToItsEnd) {
   EXPECT_EQ(text_of(get(field("m"), "GetChunk", {n(2)})), "ab");
 }
 
+TEST_F(RecordsetFields, WhatMovesOnStoresTheRowAndLetsTheSetClose) {
+  open();
+  set("n", n(1));
+  get(rows_, "Update");
+  for (const char* step : {"Find", "GetRows", "GetString", "MoveFirst"}) {
+    get(rows_, "MoveFirst");
+    set("n", n(2));
+    get(rows_, step,
+        step == std::string_view("Find") ? std::vector<Value>{t("n=9")} : std::vector<Value>());
+    EXPECT_EQ(text_of(get(rows_, "EditMode")), "0") << step;
+  }
+  get(rows_, "Close");
+}
+
 TEST_F(RecordsetFields, ABytesFieldTakesTheBytesOfAText) {
   open();
   set("b", Value::text(Text::from_bytes("abc")));
