@@ -92,8 +92,11 @@ Value var_type(Machine& machine, Arguments arguments) {
 Value is_array(Machine&, Arguments arguments) {
   return Value::boolean(arguments[0]->is_array());
 }
-Value is_empty(Machine&, Arguments arguments) {
-  return Value::boolean(arguments[0]->is_empty());
+// Of an object its value counts: a form's field that was not sent is empty.
+Value is_empty(Machine& machine, Arguments arguments) {
+  if (!arguments[0]->is_object()) return Value::boolean(arguments[0]->is_empty());
+  const std::optional<Value> value = machine.plain_or_none(*arguments[0]);
+  return Value::boolean(value && value->is_empty());
 }
 Value is_object(Machine&, Arguments arguments) {
   return Value::boolean(arguments[0]->is_object());

@@ -251,7 +251,8 @@ PageAnswer PageResponse::head() const {
   answer.status = status_;
   answer.reason = reason_;
   std::string type = content_type_;
-  if (is_text_type(type) && lowered_ascii(type).find("charset") == std::string::npos) {
+  const bool wants_charset = is_text_type(type) || !charset_.empty();
+  if (wants_charset && lowered_ascii(type).find("charset") == std::string::npos) {
     type += "; charset=" + (charset_.empty() ? charset_name(code_page_) : charset_);
   }
   answer.headers.emplace_back("Content-Type", std::move(type));
@@ -263,7 +264,10 @@ PageAnswer PageResponse::head() const {
   for (const ResponseCookie& cookie : cookies_) {
     answer.headers.emplace_back("Set-Cookie", cookie_header(cookie));
   }
-  answer.headers.insert(answer.headers.end(), headers_.begin(), headers_.end());
+  // A name of a download in a header is of the page's code page, as browsers of such sites read it.
+  for (const auto& [name, value] : headers_) {
+    answer.headers.emplace_back(name, code_pages_.from_utf8(value, code_page_));
+  }
   return answer;
 }
 

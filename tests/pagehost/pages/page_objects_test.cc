@@ -107,6 +107,15 @@ TEST_F(PageObjects, ARedirectHasAnAddressAndEndsThePage) {
   EXPECT_EQ(answer.body.find(">no"), std::string::npos);
 }
 
+TEST_F(PageObjects, WhatWasNotSentIsEmpty) {
+  site_.file("/a.asp",
+             "<% Response.Write IsEmpty(Request.QueryString(\"none\")) & \" \" & "
+             "IsEmpty(Request.Form(\"none\")) & \" \" & IsEmpty(Request(\"none\")) & \" \" & "
+             "IsEmpty(Request.QueryString(\"a\")) & \" \" & "
+             "Request.QueryString(\"none\").Count %>");
+  EXPECT_EQ(site_.run("/a.asp?a=").body, "True True True False 0");
+}
+
 TEST_F(PageObjects, StatusTypeAndHeadersAreThePages) {
   site_.file("/a.asp",
              "<% Response.Buffer = True\nResponse.Status = \"410 Gone\"\n"

@@ -187,6 +187,19 @@ TEST_F(ResponseTest, ThePagesOwnCharsetStands) {
   EXPECT_EQ(header(page.take(), "Content-Type"), "text/html; charset=big5|");
 }
 
+TEST_F(ResponseTest, ACharsetThatThePageNamedStandsWithAnyType) {
+  PageResponse page = response();
+  page.set_content_type("application/vnd.ms-excel");
+  page.set_charset("gb2312");
+  EXPECT_EQ(header(page.take(), "Content-Type"), "application/vnd.ms-excel; charset=gb2312|");
+}
+
+TEST_F(ResponseTest, AHeaderGoesOutInTheCodePage) {
+  PageResponse page = response(platform::kGb2312);
+  page.add_header("Content-Disposition", "attachment; filename=中.txt");
+  EXPECT_EQ(header(page.take(), "Content-Disposition"), "attachment; filename=\xD6\xD0.txt|");
+}
+
 TEST_F(ResponseTest, EndlessOutputEndsThePage) {
   PageResponse page = response();
   const std::string much(std::size_t{1} << 20, 'x');
