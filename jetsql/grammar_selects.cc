@@ -36,7 +36,11 @@ Select* Grammar::query() {
     joined.select = member();
     first->unions.push_back(joined);
   }
+  const std::size_t order = tokens_.peek().begin;
   if (tokens_.take_word("order")) {
+    if (first->unions.empty() && first->from.empty()) {
+      tokens_.fail_at(order, "Query input must contain at least one table or query");
+    }
     tokens_.expect_word("by", "Syntax error in ORDER BY clause");
     first->order = orderings();
   }
