@@ -1,6 +1,7 @@
 #include "tests/plain/program.h"
 
 #include <array>
+#include <compare>
 #include <span>
 
 #include "value/comparison.h"
@@ -280,7 +281,7 @@ class Walk {
 
   static bool equal(const Value& a, const Value& b) {
     const auto order = compare_loosely(a, b);
-    return order && *order == 0;
+    return order && std::is_eq(*order);
   }
 
   Flow for_loop(const Step& step, Scope& scope) {
