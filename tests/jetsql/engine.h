@@ -6,10 +6,12 @@
 
 #include <fstream>
 #include <map>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "jetsql/letters.h"
@@ -73,6 +75,7 @@ class Engine : public Schema {
     while ((code = sqlite3_step(statement)) == SQLITE_ROW) all.push_back(row(statement));
     const std::string message = sqlite3_errmsg(database_);
     sqlite3_finalize(statement);
+    if (const auto refusal = std::exchange(refusal_of_aggregate(), std::nullopt)) throw *refusal;
     if (code != SQLITE_DONE) throw std::runtime_error(message + " in " + sql);
     return all;
   }

@@ -3,6 +3,7 @@
 
 #include <sqlite3.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -70,13 +71,24 @@ inline void call(sqlite3_context* context, int count, sqlite3_value** values) {
   }
 }
 
+// What an aggregate refused, with its number, for who ran the statement.
+inline std::optional<SqlError>& refusal_of_aggregate() {
+  static std::optional<SqlError> refusal;
+  return refusal;
+}
+
 inline void step(sqlite3_context* context, int count, sqlite3_value** values) {
   const auto* aggregate = static_cast<const Aggregate*>(sqlite3_user_data(context));
   auto** state =
       static_cast<Aggregation**>(sqlite3_aggregate_context(context, sizeof(Aggregation*)));
   if (*state == nullptr) *state = new Aggregation();
-  const std::vector<Argument> arguments = arguments_of(count, values);
-  aggregate->step(**state, arguments);
+  try {
+    const std::vector<Argument> arguments = arguments_of(count, values);
+    aggregate->step(**state, arguments);
+  } catch (const SqlError& error) {  // nothing may pass through the engine
+    refusal_of_aggregate() = error;
+    sqlite3_result_error(context, error.what(), -1);
+  }
 }
 
 inline void finish(sqlite3_context* context) {
