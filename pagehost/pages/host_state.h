@@ -4,7 +4,6 @@
 
 #include <atomic>
 #include <cstddef>
-#include <map>
 #include <memory>
 #include <mutex>
 #include <set>
@@ -12,12 +11,11 @@
 #include <string_view>
 #include <utility>
 
-#include "pagehost/pages/application_store.h"
+#include "pagehost/pages/application_life.h"
 #include "pagehost/pages/page_cache.h"
 #include "pagehost/pages/page_files.h"
 #include "pagehost/pages/page_host.h"
 #include "pagehost/pages/page_reader.h"
-#include "pagehost/pages/session_store.h"
 #include "value/text.h"
 
 namespace rk::pagehost {
@@ -28,8 +26,7 @@ struct HostState {
         parts(std::move(host_parts)),
         reader(*parts.files, *parts.code_pages, options.site_root),
         cache(*parts.files, reader, *parts.log),
-        sessions(*parts.clock, *parts.random, options.session_timeout, options.max_sessions,
-                 kMaxWaitingTurns) {}
+        lives(std::make_shared<ApplicationLife>(options, parts), options.longest_drain) {}
 
   const PageHostOptions options;
   const PageHostParts parts;
@@ -38,11 +35,8 @@ struct HostState {
   int code_page = platform::kUtf8;  // settled by start()
   const PageReader reader;
   PageCache cache;
-  ApplicationStore application;
-  SessionStore sessions;
+  ApplicationLives lives;
   std::shared_ptr<std::atomic<bool>> stopping = std::make_shared<std::atomic<bool>>(false);
-  // global.asa; null where the site has none or it does not compile. Settled by start().
-  std::shared_ptr<const CompiledPage> start_up;
 
   // Whether this name was not asked for before; so that the log names each class once.
   bool is_new_unknown_program(std::string_view program_identifier) {
@@ -53,10 +47,6 @@ struct HostState {
   static constexpr std::size_t kMaxUnknownPrograms = 1000;  // a page may make up names for ever
   std::mutex unknown_programs_mutex;
   std::set<std::string> unknown_programs;
-
-  // Objects of <object scope="Application">, made when first used.
-  std::mutex application_objects_mutex;
-  std::map<std::string, Ref<Object>> application_objects;  // by lower-case id
 };
 
 }  // namespace rk::pagehost

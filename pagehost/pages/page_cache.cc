@@ -29,6 +29,12 @@ CompiledPage compiled_page(std::string path, PageSource source) {
   return page;
 }
 
+bool unchanged(const platform::Files& files, const std::vector<FileState>& states) {
+  return std::all_of(states.begin(), states.end(), [&](const FileState& file) {
+    return files.stamp(file.physical_path) == file.stamp;
+  });
+}
+
 std::shared_ptr<const CompiledPage> PageCache::page(std::string_view path) {
   const std::string asked = reader_.site_root() + std::string(path);
   // OPTIMIZATION: a page kept under the very path that is asked for needs no search. The search
@@ -68,12 +74,6 @@ std::shared_ptr<const CompiledPage> PageCache::kept_at(const std::string& physic
   const std::lock_guard lock(mutex_);
   const auto entry = entries_.find(physical_path);
   return entry == entries_.end() ? nullptr : entry->second->page;
-}
-
-bool PageCache::current(const CompiledPage& page) const {
-  return std::all_of(page.files.begin(), page.files.end(), [&](const FileState& file) {
-    return files_.stamp(file.physical_path) == file.stamp;
-  });
 }
 
 std::shared_ptr<PageCache::Entry> PageCache::entry_at(const std::string& physical_path) {

@@ -36,6 +36,9 @@ struct CompiledPage {
 // Compiles a source that was read; a syntax error becomes the page's failure.
 CompiledPage compiled_page(std::string path, PageSource source);
 
+// Whether these files are as they were.
+bool unchanged(const platform::Files& files, const std::vector<FileState>& states);
+
 class PageCache {
  public:
   PageCache(const platform::Files& files, PageReader reader, Log& log)
@@ -54,7 +57,7 @@ class PageCache {
     std::mutex compiling;
     std::shared_ptr<const CompiledPage> page;  // under mutex_
   };
-  bool current(const CompiledPage& page) const;
+  bool current(const CompiledPage& page) const { return unchanged(files_, page.files); }
   std::shared_ptr<const CompiledPage> kept_at(const std::string& physical_path) const;
   std::shared_ptr<Entry> entry_at(const std::string& physical_path);
 

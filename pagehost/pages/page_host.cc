@@ -1,13 +1,16 @@
 #include "pagehost/pages/page_host.h"
 
+#include <atomic>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "pagehost/pages/application_life.h"
 #include "pagehost/pages/code_page_choice.h"
 #include "pagehost/pages/host_state.h"
 #include "pagehost/pages/page_failure_text.h"
@@ -48,6 +51,19 @@ PageAnswer not_found_answer() {
   return plain_answer(404, "Not Found", "There is nothing at this address.");
 }
 
+// A turn whose session lives as long as the turn does.
+SessionTurn turn_of_life(SessionStore::Turn turn, ApplicationLives::Life life) {
+  if (!turn || !life) return {};
+  const void* const name = life.get();
+  Session* const session = turn.get();
+  return {
+      std::shared_ptr<Session>(session,
+                               [turn = std::move(turn), life = std::move(life)](Session*) mutable {
+                                 turn.reset();  // before its life
+                               }),
+      name};
+}
+
 // Waits on this thread for what SessionStore::admit calls.
 class Waiting {
  public:
@@ -79,40 +95,91 @@ class PageHost::Parts {
 
   HostState& state() { return state_; }
 
-  void read_start_up_script() {
-    const std::string physical = state_.options.site_root + std::string(kStartUpScript);
-    if (!state_.parts.files->find(physical)) return;
+  // A life of the application by global.asa as it is now; its OnStart has not run.
+  ApplicationLives::Life new_life() {
+    auto life = std::make_shared<ApplicationLife>(state_.options, state_.parts);
     PageSource source = state_.reader.start_up_script(kStartUpScript, state_.code_page);
+    life->files = source.files;
+    if (!source.files.front().stamp) return life;  // the site has none
     auto script = std::make_shared<const CompiledPage>(
         compiled_page(std::string(kStartUpScript), std::move(source)));
     if (script->failure) {
+      life->failure = script->failure;
       state_.parts.log->error(script->failure->report);
     } else {
-      state_.start_up = script;
+      life->start_up = std::move(script);
     }
+    return life;
   }
 
   // An event outside of any request.
-  void run_event(std::string_view procedure, SessionStore::Turn turn) {
-    if (!state_.start_up) return;
+  void run_event(const ApplicationLives::Life& life, std::string_view procedure,
+                 SessionStore::Turn turn) {
+    if (!life->start_up) return;
     PageRequest nobody;
     nobody.path = kStartUpScript;
-    PageRun run(state_, nobody, std::move(turn), nullptr);
+    PageRun run(state_, life, nobody, std::move(turn), nullptr);
     run.run_event(procedure);
+  }
+
+  void start() {
+    std::optional<ApplicationLives::Change> change = state_.lives.begin_change();
+    if (!change) return;
+    const ApplicationLives::Life life = new_life();
+    run_event(life, "Application_OnStart", nullptr);
+    change->follow(life);
+    state_.lives.take_look(state_.parts.clock->steady());  // it has just been read
+  }
+
+  void end(const ApplicationLives::Life& life) {
+    end_sessions(life, life->sessions.take_all());
+    run_event(life, "Application_OnEnd", nullptr);
+  }
+
+  // Where global.asa changed, this request ends the application and begins it anew.
+  void renew(SessionTurn& turn) {
+    if (!started || !state_.lives.take_look(state_.parts.clock->steady())) return;
+    if (unchanged(*state_.parts.files, state_.lives.now()->files)) return;
+    turn = SessionTurn();  // so that its session ends with the others
+    if (auto change = state_.lives.begin_change()) {
+      state_.parts.log->note(std::string(kStartUpScript) + " changed: the application starts anew");
+      end(change->old());
+      const ApplicationLives::Life life = new_life();
+      run_event(life, "Application_OnStart", nullptr);
+      change->follow(life);
+    }
+    end_earlier_sessions();
+  }
+
+  // The stay of a page that begins, in the life whose session it then has, or none.
+  ApplicationLives::Stay enter(SessionTurn& turn) {
+    renew(turn);
+    if (state_.lives.is_changing()) turn = SessionTurn();
+    ApplicationLives::Stay stay = state_.lives.enter();
+    if (!turn.is_of(stay.life().get())) turn = SessionTurn();
+    return stay;
   }
 
   void with_page(const std::function<void(PageServices&)>& work) {
     PageRequest nobody;
     nobody.path = "/";
-    PageRun run(state_, nobody, nullptr, nullptr);
+    PageRun run(state_, state_.lives.now(), nobody, nullptr, nullptr);
     work(run);
   }
 
-  void end_sessions(std::vector<SessionStore::Turn> turns) {
-    for (SessionStore::Turn& turn : turns) run_event("Session_OnEnd", std::move(turn));
+  void end_sessions(const ApplicationLives::Life& life, std::vector<SessionStore::Turn> turns) {
+    for (SessionStore::Turn& turn : turns) run_event(life, "Session_OnEnd", std::move(turn));
   }
 
-  bool started = false;
+  // Those that a page had when its application ended.
+  void end_earlier_sessions() {
+    for (const ApplicationLives::Life& life : state_.lives.earlier()) {
+      end_sessions(life, life->sessions.take_all());
+    }
+    state_.lives.forget_earlier_without_sessions();
+  }
+
+  std::atomic<bool> started = false;
 
  private:
   HostState state_;
@@ -134,9 +201,8 @@ void PageHost::start() {
                           : state.options.ansi_code_page;
   }
   state.cache.set_code_page(state.code_page);
-  parts_->read_start_up_script();
+  parts_->start();
   parts_->started = true;
-  parts_->run_event("Application_OnStart", nullptr);
 }
 
 void PageHost::leave() {
@@ -144,19 +210,19 @@ void PageHost::leave() {
 }
 
 void PageHost::stop() {
-  if (!std::exchange(parts_->started, false)) return;
+  if (!parts_->started.exchange(false)) return;
   *parts_->state().stopping = false;  // the events below may run
-  parts_->end_sessions(parts_->state().sessions.take_all());
-  parts_->run_event("Application_OnEnd", nullptr);
+  parts_->end_earlier_sessions();
+  parts_->end(parts_->state().lives.now());
 }
 
 void PageHost::end_running_pages() {
   *parts_->state().stopping = true;
-  parts_->state().application.wake();
+  parts_->state().lives.now()->application.wake();
 }
 
 Value PageHost::application_value(std::string_view name) const {
-  return parts_->state().application.value(name);
+  return parts_->state().lives.now()->application.value(name);
 }
 
 int PageHost::code_page() const {
@@ -179,9 +245,13 @@ bool PageHost::admit(const PageRequest& request, std::function<void(SessionTurn)
     ready(SessionTurn());
     return true;
   }
-  return state.sessions.admit(
+  const ApplicationLives::Life life = state.lives.now();
+  const std::weak_ptr<ApplicationLife> weak = life;  // or who waits would keep what it waits in
+  return life->sessions.admit(
       id,
-      [ready = std::move(ready)](SessionStore::Turn turn) { ready(SessionTurn(std::move(turn))); },
+      [ready = std::move(ready), weak](SessionStore::Turn turn) {
+        ready(turn_of_life(std::move(turn), weak.lock()));
+      },
       std::move(wanted));
 }
 
@@ -190,9 +260,11 @@ PageAnswer PageHost::run(const PageRequest& request, SessionTurn turn, AnswerSin
   const auto path = resolved_path("", request.path);
   const auto page = path && is_page(*path) ? state.cache.page(*path) : nullptr;
   if (!page) return answer_not_found(request, std::move(turn), sink);
+  const ApplicationLives::Stay stay = parts_->enter(turn);
   // Known by now also where the page was not read yet when it asked for its turn.
   if (!page->session_enabled) turn = SessionTurn();
-  PageRun run(state, request, std::static_pointer_cast<Session>(std::move(turn.held_)), sink);
+  PageRun run(state, stay.life(), request, std::static_pointer_cast<Session>(std::move(turn.held_)),
+              sink);
   return run.answer(page);
 }
 
@@ -217,7 +289,9 @@ PageAnswer PageHost::answer_not_found(const PageRequest& request, SessionTurn tu
   other.query = std::string("404;") + (request.secure ? "https://" : "http://") +
                 std::string(request.header("host")) + header_safe_address(request.path);
   if (!request.query.empty()) other.query += "?" + request.query;
-  PageRun run(state, other, std::static_pointer_cast<Session>(std::move(turn.held_)), sink);
+  const ApplicationLives::Stay stay = parts_->enter(turn);
+  PageRun run(state, stay.life(), other, std::static_pointer_cast<Session>(std::move(turn.held_)),
+              sink);
   return run.answer(page);
 }
 
@@ -227,8 +301,11 @@ void PageHost::with_page(const std::function<void(PageServices&)>& work) {
 
 void PageHost::sweep_sessions() {
   HostState& state = parts_->state();
-  parts_->end_sessions(state.sessions.take_expired());
-  if (const std::size_t dropped = state.sessions.take_dropped(); dropped > 0) {
+  parts_->end_earlier_sessions();
+  const ApplicationLives::Stay stay = state.lives.enter();
+  SessionStore& sessions = stay.life()->sessions;
+  parts_->end_sessions(stay.life(), sessions.take_expired());
+  if (const std::size_t dropped = sessions.take_dropped(); dropped > 0) {
     state.parts.log->note(std::to_string(dropped) +
                           " sessions were dropped to make room: more "
                           "than " +

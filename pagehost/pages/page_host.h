@@ -44,6 +44,9 @@ struct PageHostOptions {
   std::string session_samesite = "Lax";
   std::chrono::minutes session_timeout{20};
   std::size_t max_sessions = kMaxSessions;
+  // When the start-up script changed: how long pages in progress are waited for. One of them may
+  // itself wait for a page that waits for the change.
+  std::chrono::milliseconds longest_drain{5000};
   std::string not_found;  // virtual path of the page run in place of a 404; empty: none
   std::string server_software = "Rkclient";
 };
@@ -68,11 +71,14 @@ struct PageHostParts {
 class SessionTurn {
  public:
   SessionTurn() = default;
-  explicit SessionTurn(std::shared_ptr<void> held) : held_(std::move(held)) {}
+  // `life` names the life of the application that the session is of.
+  SessionTurn(std::shared_ptr<void> held, const void* life) : held_(std::move(held)), life_(life) {}
+  bool is_of(const void* life) const { return life_ == life; }
 
  private:
   friend class PageHost;
-  std::shared_ptr<void> held_;
+  std::shared_ptr<void> held_;  // keeps that life
+  const void* life_ = nullptr;
 };
 
 class PageHost {
@@ -108,7 +114,9 @@ class PageHost {
              std::function<bool()> wanted = {});
 
   // Runs a page. Never throws what the page did: errors are answers and lines of the log. A page
-  // that is not there: 404, or the not_found page.
+  // that is not there: 404, or the not_found page. Where global.asa or an include of it changed,
+  // the application ends and begins anew before the page; where it does not compile, every page
+  // answers with its error.
   PageAnswer run(const PageRequest& request, SessionTurn turn, AnswerSink* sink = nullptr);
   // The same, waiting for the session's turn on this thread.
   PageAnswer run(const PageRequest& request);

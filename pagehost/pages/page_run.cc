@@ -39,9 +39,10 @@ std::string_view words_of(platform::PageEnd::Reason reason) {
 
 }  // namespace
 
-PageRun::PageRun(HostState& host, const PageRequest& request, SessionStore::Turn turn,
-                 AnswerSink* sink)
+PageRun::PageRun(HostState& host, ApplicationLives::Life life, const PageRequest& request,
+                 SessionStore::Turn turn, AnswerSink* sink)
     : host_(host),
+      life_(std::move(life)),
       sent_(request),
       turn_(std::move(turn)),
       time_(std::make_shared<PageTime>(*host.parts.clock, host.options.page_time, host.stopping)),
@@ -50,7 +51,7 @@ PageRun::PageRun(HostState& host, const PageRequest& request, SessionStore::Turn
       request_(std::make_shared<RequestView>(request, *host.parts.code_pages, response_,
                                              host.options.site_root, host.options.server_software)),
       server_(std::make_shared<ServerView>(*this)),
-      application_(std::make_shared<ApplicationView>(host.application, time_, this)),
+      application_(std::make_shared<ApplicationView>(life_->application, time_, this)),
       session_view_(std::make_shared<SessionView>(*this)) {
   services_.clock = host.parts.clock;
   services_.code_pages = host.parts.code_pages;
@@ -73,13 +74,14 @@ PageRun::~PageRun() {
 
 PageAnswer PageRun::answer(const std::shared_ptr<const CompiledPage>& page) {
   guarded([&] {
+    if (life_->failure) return fail(*life_->failure, vbscript::kCompilationSource);
     begin(*page);
     run(page);
   });
   guarded([&] { end_objects(); });
   if (turn_) weigh_session();
   if (turn_ && turn_->abandoned) {
-    host_.sessions.remove(turn_);
+    life_->sessions.remove(turn_);
     guarded([&] { run_procedure("Session_OnEnd"); });
   }
   return response_->take();
@@ -106,7 +108,7 @@ void PageRun::begin(const CompiledPage& page) {
   if (code_page == 0 && turn_ && session_enabled_) code_page = turn_->code_page;
   if (code_page != 0) response_->set_code_page(code_page);
   if (page.lcid != 0) response_->set_lcid(page.lcid);
-  const bool has_start = host_.start_up && host_.start_up->program->defines("Session_OnStart");
+  const bool has_start = life_->start_up && life_->start_up->program->defines("Session_OnStart");
   if (session_enabled_ && !turn_ && has_start) start_session();
 }
 
@@ -144,8 +146,8 @@ void PageRun::run(const std::shared_ptr<const CompiledPage>& page) {
 }
 
 void PageRun::run_procedure(std::string_view procedure) {
-  if (!host_.start_up || !host_.start_up->program->defines(procedure)) return;
-  in_script(*host_.start_up, [&](vbscript::Interpreter& script) {
+  if (!life_->start_up || !life_->start_up->program->defines(procedure)) return;
+  in_script(*life_->start_up, [&](vbscript::Interpreter& script) {
     script.run();
     script.call(procedure, {});
     script.finish();
@@ -216,7 +218,7 @@ Session& PageRun::session() {
 }
 
 void PageRun::start_session() {
-  turn_ = host_.sessions.create();
+  turn_ = life_->sessions.create();
   const std::string& same_site = host_.options.session_samesite;
   std::string cookie = std::string(kSessionCookie) + "=" + turn_->id + "; path=/; HttpOnly";
   if (!same_site.empty()) cookie += "; SameSite=" + same_site;
@@ -304,13 +306,13 @@ const ObjectDeclaration* PageRun::declaration(std::string_view id, Scope scope) 
     return nullptr;
   };
   const ObjectDeclaration* found = running_.empty() ? nullptr : in(running_.back().page);
-  return found != nullptr ? found : in(host_.start_up.get());
+  return found != nullptr ? found : in(life_->start_up.get());
 }
 
 std::vector<std::string> PageRun::declared_names(Scope scope) const {
   std::vector<std::string> names;
-  if (!host_.start_up) return names;
-  for (const ObjectDeclaration& each : host_.start_up->objects) {
+  if (!life_->start_up) return names;
+  for (const ObjectDeclaration& each : life_->start_up->objects) {
     if (each.scope == scope) names.push_back(each.id);
   }
   return names;
@@ -330,8 +332,8 @@ Value PageRun::declared_object(std::string_view id, Scope scope) {
     if (kept.find(key) == nullptr) kept.set(key, create(found->program_identifier));
     return *kept.find(key);
   }
-  const std::lock_guard held(host_.application_objects_mutex);
-  Ref<Object>& object = host_.application_objects[key];
+  const std::lock_guard held(life_->objects_mutex);
+  Ref<Object>& object = life_->objects[key];
   if (!object) {
     object = make_ref<LockedObject>(made(found->program_identifier, errors::kInvalidClassString));
   }

@@ -29,7 +29,8 @@ inline constexpr std::size_t kMaxExecuteDepth = 16;
 class PageRun final : public vbscript::Host, public PageServices, public SessionHolder {
  public:
   // All outlive the run. The turn may be empty.
-  PageRun(HostState& host, const PageRequest& request, SessionStore::Turn turn, AnswerSink* sink);
+  PageRun(HostState& host, ApplicationLives::Life life, const PageRequest& request,
+          SessionStore::Turn turn, AnswerSink* sink);
   ~PageRun() override;
 
   // Runs a page to its end. What it does wrong is in the answer and in the log; nothing is thrown.
@@ -98,6 +99,7 @@ class PageRun final : public vbscript::Host, public PageServices, public Session
   void fail_at_place(std::int32_t number, std::string text);
 
   HostState& host_;
+  const ApplicationLives::Life life_;  // before all that refers to it
   const PageRequest& sent_;
   SessionStore::Turn turn_;
   bool session_enabled_ = true;
