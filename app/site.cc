@@ -19,6 +19,7 @@
 #include "app/program.h"
 #include "classes/program_ids.h"
 #include "pagehost/components/components.h"
+#include "pagehost/pages/page_files.h"
 #include "platform/page.h"
 #include "value/conversions.h"
 #include "value/text.h"
@@ -158,7 +159,8 @@ struct Site::Parts {
         site_files(files),
         engine(engine_settings(options), files, clock),
         database_files(files, engine, std::chrono::milliseconds(options.settings.data.busy_ms)),
-        profile_strings(files, options.folder, lead_bytes(options, code_pages)),
+        ini_files(database_files),
+        profile_strings(ini_files, options.folder, lead_bytes(options, code_pages)),
         deployment(deployment_of(options)),
         owners(log) {
     add_programs();
@@ -185,6 +187,8 @@ struct Site::Parts {
   PosixSiteFiles site_files;
   sqlite::Engine engine;
   sqlite::DatabaseFiles database_files;
+  // Pages name these files themselves: what they may do to a file is the same by every way.
+  pagehost::PageFiles ini_files;
   posix::ProfileStrings profile_strings;
   classes::Deployment deployment;
   std::function<classes::LogFolder()> log_folder = [this] { return found_log_folder(); };

@@ -454,6 +454,21 @@ TEST_F(SiteServices, IniFilesThatCannotBeReachedReadAsNothingAndRaiseNothing) {
   EXPECT_FALSE(fs::exists(root_.parent_path() / "outside.ini"));
 }
 
+TEST_F(SiteServices, AnIniFileIsNeverADatabaseNorWhatLiesBesideOne) {
+  const std::string database = "SQLite format 3" + std::string(1, '\0') + std::string(84, 'x');
+  std::ofstream(root_ / "d.db", std::ios::binary) << database;
+  std::ofstream(root_ / "e.db-wal", std::ios::binary) << "[a]\r\nk=log\r\n";
+  EXPECT_EQ(answer_of("For Each f In Array(\"d.db\", \"e.db-wal\", \"E.DB-SHM\")\n"
+                      "i.INIFileName = Server.MapPath(f)\n"
+                      "i.WriteIniKey \"a\", \"k\", \"v\"\n"
+                      "Response.Write \"[\" & i.GetIniKey(\"a\", \"k\") & \"]\"\n"
+                      "i.DelIniSec \"a\"\nNext"),
+            "[][][]");
+  EXPECT_EQ(content(root_ / "d.db"), database);
+  EXPECT_EQ(content(root_ / "e.db-wal"), "[a]\r\nk=log\r\n");
+  EXPECT_FALSE(fs::exists(root_ / "E.DB-SHM"));
+}
+
 TEST_F(SiteServices, AnIniFileBehindALinkOfTheSiteIsTheOneThatIsWritten) {
   fs::create_directory(root_ / "sub");
   std::ofstream(root_ / "sub/x.ini") << "[s]\nk=old\n";
