@@ -289,7 +289,7 @@ Value CommandObject::active_connection(const Call& call) {
     if (!connection_ && value.as_object() != nullptr) raise(errors::kInvalidArgument);
     return {};
   }
-  auto fresh = make_ref<ConnectionObject>(database_);
+  auto fresh = make_ref<ConnectionObject>(services_);
   fresh->open_with(to_text(value).string());
   connection_ = fresh;
   return {};

@@ -50,8 +50,7 @@ platform::SqlText with_parameters(std::string_view statement, const ParameterLis
 
 class CommandObject final : public TabledObject<CommandObject> {
  public:
-  explicit CommandObject(std::shared_ptr<platform::Database> database)
-      : database_(std::move(database)) {}
+  explicit CommandObject(AdoServices services) : services_(std::move(services)) {}
   std::string_view type_name() const override { return "Command"; }
   static std::span<const Member<CommandObject>> members();
 
@@ -75,7 +74,7 @@ class CommandObject final : public TabledObject<CommandObject> {
   Value state(const Call& call);
   Value cancel(const Call& call);
 
-  std::shared_ptr<platform::Database> database_;
+  AdoServices services_;
   Ref<ConnectionObject> connection_;
   std::shared_ptr<ParameterList> parameters_ = std::make_shared<ParameterList>();
   std::string text_;

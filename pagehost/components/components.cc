@@ -25,6 +25,27 @@ XmlServices xml_services(PageServices& page, const ComponentParts& parts) {
           [parts](PageServices& other) { return xml_services(other, parts); }};
 }
 
+AdoServices ado_services(PageServices& page, const platform::Xml* xml) {
+  if (xml == nullptr) return page.database();
+  return {page.database(), std::make_shared<RowFiles>(RowFiles{
+                               {xml, system_of(page), page.site_root(), nullptr},
+                               [xml](PageServices& other) { return ado_services(other, xml); }})};
+}
+
+void add_ado(Programs& programs, const platform::Xml* xml) {
+  programs.add("ADODB.Connection", [xml](PageServices& page) {
+    return make_ref<ConnectionObject>(ado_services(page, xml));
+  });
+  programs.add("ADODB.Recordset", [xml](PageServices& page) {
+    return make_ref<RecordsetObject>(ado_services(page, xml));
+  });
+  programs.add("ADODB.Command", [xml](PageServices& page) {
+    return make_ref<CommandObject>(ado_services(page, xml));
+  });
+  programs.add("ADODB.Stream",
+               [](PageServices& page) { return make_ref<StreamObject>(system_of(page)); });
+}
+
 void add_xml(Programs& programs, const ComponentParts& parts) {
   const auto document = [parts](PageServices& page) {
     return make_ref<XmlDocumentObject>(xml_services(page, parts));
@@ -54,16 +75,9 @@ void add_http(Programs& programs, const ComponentParts& parts) {
 void add_components(Programs& programs, const ComponentParts& parts) {
   if (parts.xml != nullptr) add_xml(programs, parts);
   if (parts.http) add_http(programs, parts);
+  add_ado(programs, parts.xml);
   programs.add("Scripting.Dictionary", [](PageServices&) { return make_ref<Dictionary>(); });
   programs.add("Scripting.FileSystemObject", file_system);
-  programs.add("ADODB.Connection",
-               [](PageServices& page) { return make_ref<ConnectionObject>(page.database()); });
-  programs.add("ADODB.Recordset",
-               [](PageServices& page) { return make_ref<RecordsetObject>(page.database()); });
-  programs.add("ADODB.Stream",
-               [](PageServices& page) { return make_ref<StreamObject>(system_of(page)); });
-  programs.add("ADODB.Command",
-               [](PageServices& page) { return make_ref<CommandObject>(page.database()); });
 }
 
 }  // namespace rk::pagehost

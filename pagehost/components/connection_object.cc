@@ -136,13 +136,15 @@ std::unique_ptr<MemoryRows> memory_rows(platform::SchemaRows list) {
 
 class KeptConnection final : public KeptObject {
  public:
-  KeptConnection(std::string connection_string, bool open, std::int32_t cursor_location)
+  KeptConnection(std::string connection_string, bool open, std::int32_t cursor_location,
+                 std::function<AdoServices(PageServices&)> of_page)
       : connection_string_(std::move(connection_string)),
         open_(open),
-        cursor_location_(cursor_location) {}
+        cursor_location_(cursor_location),
+        of_page_(std::move(of_page)) {}
   std::string_view type_name() const override { return "Connection"; }
   Ref<Object> made_for(PageServices& page) const override {
-    auto fresh = make_ref<ConnectionObject>(page.database());
+    auto fresh = make_ref<ConnectionObject>(of_page_ ? of_page_(page) : page.database());
     fresh->set_cursor_location(cursor_location_);
     if (open_) fresh->open_with(connection_string_);
     return fresh;
@@ -152,13 +154,15 @@ class KeptConnection final : public KeptObject {
   std::string connection_string_;
   bool open_;
   std::int32_t cursor_location_;
+  std::function<AdoServices(PageServices&)> of_page_;
 };
 
 }  // namespace
 
 Ref<KeptObject> ConnectionObject::kept() const {
   return make_ref<KeptConnection>(whole_connection_string(connection_string_),
-                                  connection_ != nullptr, cursor_location_);
+                                  connection_ != nullptr, cursor_location_,
+                                  services_.files ? services_.files->of_page : nullptr);
 }
 
 std::span<const Member<ConnectionObject>> ConnectionObject::members() {
@@ -206,7 +210,7 @@ Value ConnectionObject::remembering(const std::function<Value()>& step) {
 
 void ConnectionObject::open_with(const std::string& connection_string) {
   if (connection_) raise(rk::errors::kObjectOpen);
-  std::shared_ptr<platform::Connection> fresh = database_->connection();
+  std::shared_ptr<platform::Connection> fresh = services_.database->connection();
   fresh->open(whole_connection_string(connection_string));
   connection_ = std::move(fresh);
   connection_string_ = connection_string;
@@ -265,7 +269,7 @@ Value ConnectionObject::run(platform::SqlText sql, std::int32_t options, std::in
   std::unique_ptr<platform::Recordset> rows;
   naming_parameters(sql, [&] { rows = rows_of(sql, affected); });
   if (has_option(options, kExecuteNoRecords)) rows.reset();
-  auto recordset = make_ref<RecordsetObject>(database_);
+  auto recordset = make_ref<RecordsetObject>(services_);
   recordset->take(std::move(rows), Ref<ConnectionObject>(this), opened, std::move(sql));
   return Value::object(recordset);
 }
@@ -324,7 +328,7 @@ Value ConnectionObject::open_schema(const Call& call) {
     if (!connection_) raise(rk::errors::kObjectClosed);
     platform::SchemaRows list = connection_->schema(schema_list(call.number(0)));
     if (call.has(1)) restrict_rows(list, plain_value(call.at(1)));
-    auto recordset = make_ref<RecordsetObject>(database_);
+    auto recordset = make_ref<RecordsetObject>(services_);
     recordset->take(memory_rows(std::move(list)));
     return Value::object(recordset);
   });

@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "pagehost/components/ado_services.h"
 #include "pagehost/components/property_objects.h"
 #include "pagehost/pages/programs.h"
 #include "pagehost/pages/tabled_object.h"
@@ -27,8 +28,7 @@ inline constexpr std::int32_t kUseClient = 3;  // of CursorLocation
 
 class ConnectionObject final : public TabledObject<ConnectionObject>, public KeepableObject {
  public:
-  explicit ConnectionObject(std::shared_ptr<platform::Database> database)
-      : database_(std::move(database)) {}
+  explicit ConnectionObject(AdoServices services) : services_(std::move(services)) {}
   std::string_view type_name() const override { return "Connection"; }
   static std::span<const Member<ConnectionObject>> members();
   // In the application it stands for a connection of each page's own, opened as this one was.
@@ -43,7 +43,6 @@ class ConnectionObject final : public TabledObject<ConnectionObject>, public Kee
   Value remembering(const std::function<Value()>& step);
   const std::optional<ScriptError>& last_failure() const { return failure_; }
   void forget_failure() { failure_.reset(); }
-  const std::shared_ptr<platform::Database>& database() const { return database_; }
   std::int32_t cursor_location() const { return cursor_location_; }
 
   // A statement as Execute runs it: a record set, closed where it gives no rows or the options want
@@ -82,7 +81,7 @@ class ConnectionObject final : public TabledObject<ConnectionObject>, public Kee
   Value number_property(const Call& call, std::int32_t& kept);
   Value text_property(const Call& call, std::string& kept);
 
-  std::shared_ptr<platform::Database> database_;
+  AdoServices services_;
   std::shared_ptr<platform::Connection> connection_;
   std::optional<ScriptError> failure_;
   std::string connection_string_;

@@ -54,4 +54,8 @@ std::string with_keyword(std::string_view connection_string, std::string_view ke
   return out.append(keyword).append("=").append(value);
 }
 
+bool names_saved_rows(std::string_view connection_string) {
+  return equal_ignoring_case(connection_keyword(connection_string, "Provider"), "MSPersist");
+}
+
 }  // namespace rk::pagehost

@@ -17,6 +17,9 @@ std::string connection_keyword(std::string_view connection_string, std::string_v
 std::string with_keyword(std::string_view connection_string, std::string_view keyword,
                          std::string_view value);
 
+// Whether it names the provider of record sets that were saved, in place of a database's.
+bool names_saved_rows(std::string_view connection_string);
+
 }  // namespace rk::pagehost
 
 #endif  // RK_PAGEHOST_COMPONENTS_CONNECTION_TEXTS_H_

@@ -44,6 +44,11 @@ std::string joined_path(std::string_view folder, std::string_view name) {
   return out.append(name);
 }
 
+std::string path_in_site(std::string_view site_root, std::string_view path) {
+  const bool relative = path.empty() || (path[0] != '/' && path[0] != '\\');
+  return relative ? joined_path(site_root, path) : std::string(path);
+}
+
 bool matches_wildcard(std::string_view name, std::string_view pattern) {
   std::size_t n = 0;
   std::size_t p = 0;

@@ -13,6 +13,8 @@ std::string_view base_name_of(std::string_view path);      // "c"
 std::string_view extension_of(std::string_view path);      // "txt"
 std::string_view parent_folder_of(std::string_view path);  // "/a/b"
 std::string joined_path(std::string_view folder, std::string_view name);
+// A relative path is taken from the site's folder: pages have no other current folder.
+std::string path_in_site(std::string_view site_root, std::string_view path);
 // "*" and "?" in the last step; letter case does not count.
 bool matches_wildcard(std::string_view name, std::string_view pattern);
 

@@ -55,10 +55,8 @@ std::span<const Member<FileSystemObject>> FileSystemObject::members() {
   return kMembers;
 }
 
-// A relative path is taken from the site's folder: pages have no other current folder.
 std::string FileSystemObject::absolute(std::string_view path) const {
-  const bool relative = path.empty() || (path[0] != '/' && path[0] != '\\');
-  return relative ? joined_path(site_root_, path) : std::string(path);
+  return path_in_site(site_root_, path);
 }
 
 Value FileSystemObject::open_text_file(const Call& call) {

@@ -23,9 +23,32 @@ Value suited(const Value& value, const MemoryColumn& column) {
   return made;
 }
 
+bool is_number_type(AdoType type) {
+  const ColumnType kind = column_type_of(type);
+  return kind == ColumnType::Integer || kind == ColumnType::Double;
+}
+
+// Of a column that only its values tell: the one type that all of them have, Double where they are
+// numbers of several, else text.
+AdoType type_of_values(const std::vector<std::vector<Value>>& rows, std::size_t ordinal) {
+  std::optional<AdoType> out;
+  for (const std::vector<Value>& row : rows) {
+    const AdoType type = ado_type_of(row[ordinal]);
+    if (row[ordinal].is_null() || out == type) continue;
+    if (!out) {
+      out = type;
+    } else if (is_number_type(*out) && is_number_type(type)) {
+      out = AdoType::Double;
+    } else {
+      return AdoType::VarWChar;
+    }
+  }
+  return out.value_or(AdoType::VarWChar);
+}
+
 }  // namespace
 
-std::unique_ptr<MemoryRows> MemoryRows::of(platform::Recordset& from) {
+std::unique_ptr<MemoryRows> MemoryRows::of(platform::Recordset& from, const MemoryRows* beneath) {
   std::vector<std::vector<Value>> rows;
   if (!from.bof() || !from.eof()) from.move_first();
   for (; !from.eof(); from.move_next()) {
@@ -33,11 +56,12 @@ std::unique_ptr<MemoryRows> MemoryRows::of(platform::Recordset& from) {
     for (std::size_t i = 0; i < from.field_count(); ++i) row.push_back(from.field(i));
     if (rows.size() * from.field_count() > kMaxArrayElements) raise(errors::kOutOfMemory);
   }
+  if (beneath != nullptr) return std::make_unique<MemoryRows>(beneath->columns_, std::move(rows));
   std::vector<MemoryColumn> columns;
   for (std::size_t i = 0; i < from.field_count(); ++i) {
     const platform::ColumnTraits traits = from.traits(i);
     MemoryColumn column{from.field_name(i), ado_type_of(traits), traits.size, traits};
-    if (traits.type == ColumnType::Unknown && !rows.empty()) column.type = ado_type_of(rows[0][i]);
+    if (traits.type == ColumnType::Unknown) column.type = type_of_values(rows, i);
     columns.push_back(std::move(column));
   }
   return std::make_unique<MemoryRows>(std::move(columns), std::move(rows));

@@ -35,8 +35,10 @@ class MemoryRows final : public PlacedRows {
   MemoryRows(std::vector<MemoryColumn> columns, std::vector<std::vector<Value>> rows)
       : columns_(std::move(columns)), rows_(std::move(rows)) {}
 
-  // The rows of `from` from its first one on, with its columns. Raises 7 past the limit of arrays.
-  static std::unique_ptr<MemoryRows> of(platform::Recordset& from);
+  // The rows of `from` from its first one on, with its columns, or those of `beneath` where it
+  // shows these. Raises 7 past the limit of arrays.
+  static std::unique_ptr<MemoryRows> of(platform::Recordset& from,
+                                        const MemoryRows* beneath = nullptr);
 
   // From now on changes are pending until they are stored or cancelled, and only columns that can
   // be stored may be set (3251).

@@ -6,6 +6,7 @@
 #include "pagehost/components/ado_values.h"
 #include "pagehost/components/command_object.h"
 #include "pagehost/components/command_texts.h"
+#include "pagehost/components/connection_texts.h"
 #include "pagehost/components/field_objects.h"
 #include "pagehost/components/row_criterion.h"
 #include "value/array.h"
@@ -65,6 +66,7 @@ std::span<const Member<RecordsetObject>> RecordsetObject::members() {
       {"Find", &R::find, 1, 4},
       {"GetRows", &R::rows_array, 0, 3},
       {"GetString", &R::rows_text, 0, 5},
+      {"Save", &R::save, 0, 2},
       {"NextRecordset", &R::next_recordset, 0, 1},
       {"Cancel", &R::nothing_to_do},
       {"Collect", &R::collect, 1, 1, Access::Both},
@@ -129,8 +131,10 @@ void RecordsetObject::connect(const Value& connection) {
     if (!given && connection.as_object() != nullptr) raise(errors::kInvalidArgument);
     return belong_to(std::move(given));
   }
-  auto fresh = make_ref<ConnectionObject>(database_);
-  fresh->open_with(to_text(connection).string());
+  const std::string text = to_text(connection).string();
+  if (names_saved_rows(text)) return belong_to({});
+  auto fresh = make_ref<ConnectionObject>(services_);
+  fresh->open_with(text);
   belong_to(std::move(fresh));
 }
 
@@ -143,21 +147,26 @@ Value RecordsetObject::open(const Call& call) {
     return {};
   }
   const std::int32_t options = call.number_or(4, 0);
+  if (call.has(1)) connect(call.at(1));
+  cursor_type_ = call.number_or(2, cursor_type_);
+  lock_type_ = call.number_or(3, lock_type_);
+  const Value saved = call.has(0) ? call.at(0) : Value::text(source_.text());
+  if (opens_saved(saved, options)) {
+    open_saved(saved);
+    return {};
+  }
   if (call.has(0)) {
     command_ = {};
     const Value from = call.at(0);
     auto* command = from.is_object() ? dynamic_cast<CommandObject*>(from.as_object()) : nullptr;
     if (command != nullptr) {
       source_ = command->statement();
-      if (command->connection()) belong_to(command->connection());
+      if (!call.has(1) && command->connection()) belong_to(command->connection());
       command_ = Ref<Object>(command);
     } else {
       source_ = platform::SqlText(to_text(from).string());
     }
   }
-  if (call.has(1)) connect(call.at(1));
-  cursor_type_ = call.number_or(2, cursor_type_);
-  lock_type_ = call.number_or(3, lock_type_);
   source_ = statement_of(source_, options);
   run();
   return {};

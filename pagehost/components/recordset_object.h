@@ -30,8 +30,7 @@ inline bool is_bookmark(const Value& start) {
 
 class RecordsetObject final : public TabledObject<RecordsetObject> {
  public:
-  explicit RecordsetObject(std::shared_ptr<platform::Database> database)
-      : database_(std::move(database)) {}
+  explicit RecordsetObject(AdoServices services) : services_(std::move(services)) {}
   ~RecordsetObject() override;
   RecordsetObject(const RecordsetObject&) = delete;
   RecordsetObject& operator=(const RecordsetObject&) = delete;
@@ -117,6 +116,7 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   Value active_command(const Call& call);
   Value compare_bookmarks(const Call& call);
   Value marshal_options(const Call& call);
+  Value save(const Call& call);
   Value nothing_to_do(const Call& call);
   Value number_property(const Call& call, std::int32_t& kept);
 
@@ -133,8 +133,10 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   bool held_by_client() const;
   void set_fields(const Value& names, const Value& values);
   void connect(const Value& connection);
+  bool opens_saved(const Value& from, std::int32_t options);
+  void open_saved(const Value& from);
 
-  std::shared_ptr<platform::Database> database_;
+  AdoServices services_;
   Ref<ConnectionObject> connection_;
   std::shared_ptr<platform::Connection> opened_;  // outlives the rows
   std::unique_ptr<platform::Recordset> rows_;
@@ -144,6 +146,7 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   Value filter_ = Value::text("");      // or an array of bookmarks, or the number of pending rows
   std::string sort_;
   platform::SqlText source_;
+  std::string saved_in_;  // the file that Save wrote last, or that the rows are from
   std::int32_t cursor_type_ = 0;
   std::int32_t lock_type_ = 1;
   std::int32_t cursor_location_ = 2;

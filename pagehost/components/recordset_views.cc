@@ -189,7 +189,7 @@ Value RecordsetObject::sort(const Call& call) {
 // A second record set over the same rows, at the first of them, without filter and sort.
 Value RecordsetObject::clone(const Call& call) {
   RowView& from = view();
-  auto made = make_ref<RecordsetObject>(database_);
+  auto made = make_ref<RecordsetObject>(services_);
   made->belong_to(connection_);
   made->opened_ = opened_;
   made->source_ = source_;
@@ -217,7 +217,7 @@ Value RecordsetObject::compare_bookmarks(const Call& call) {
 Value RecordsetObject::active_command(const Call&) {
   if (command_) return Value::object(command_);
   if (source_.text().empty()) return Value::nothing();
-  auto made = make_ref<CommandObject>(database_);
+  auto made = make_ref<CommandObject>(services_);
   made->take(source_.text(), connection_);
   return Value::object(made);
 }

@@ -18,6 +18,13 @@ constexpr std::int32_t kSaveOverwrite = 2;
 constexpr KnownError kNotOpened{3002, "File could not be opened."};
 constexpr KnownError kNotWritten{3004, "Write to file failed."};
 
+// How much a call takes, all where it does not say; raises 3001 below the least.
+std::int32_t amount(const Call& call, std::size_t place, std::int32_t least) {
+  const std::int32_t asked = call.number_or(place, kReadAll);
+  if (asked < least) raise(errors::kInvalidArgument);
+  return asked;
+}
+
 }  // namespace
 
 std::span<const Member<StreamObject>> StreamObject::members() {
@@ -54,6 +61,21 @@ StreamObject::StreamObject(const FileSystem& system, std::string bytes) : Stream
   bytes_ = std::move(bytes);
   type_ = Type::Binary;
   open_ = true;
+}
+
+std::string StreamObject::rest() {
+  must_be_open();
+  if (type_ == Type::Text) return "\xEF\xBB\xBF" + next_text(kReadAll).string();
+  const std::size_t from = std::exchange(at_, bytes_.size());
+  return bytes_.substr(from);
+}
+
+void StreamObject::take_text(std::string_view utf8) {
+  open_ = true;
+  at_ = 0;
+  resize(0);
+  type_ == Type::Text ? put_text(utf8) : put(utf8);
+  at_ = 0;
 }
 
 void StreamObject::must_be_open() const {
@@ -103,6 +125,7 @@ Value StreamObject::charset(const Call& call) {
 
 Value StreamObject::mode(const Call& call) {
   if (!call.assigns()) return Value::long_integer(mode_);
+  if (open_) raise(errors::kObjectOpen);
   mode_ = to_long(call.assigned());
   return {};
 }
@@ -151,7 +174,7 @@ Value StreamObject::line_separator(const Call& call) {
 // Null where nothing is left.
 Value StreamObject::read(const Call& call) {
   must_be(Type::Binary);
-  const std::int32_t most = call.number_or(0, kReadAll);
+  const std::int32_t most = amount(call, 0, kReadAll);
   if (at_ >= bytes_.size()) return Value::null();
   const std::size_t count = most < 0 ? bytes_.size() : static_cast<std::size_t>(most);
   std::string part = bytes_.substr(at_, count);
@@ -196,20 +219,24 @@ std::string StreamObject::next_line() {
 // ReadText(characters): all (-1), a line (-2) or so many units.
 Value StreamObject::read_text(const Call& call) {
   must_be(Type::Text);
-  const std::int32_t most = call.number_or(0, kReadAll);
-  if (most == kReadLine) return Value::text(next_line());
+  const std::int32_t most = amount(call, 0, kReadLine);
+  return Value::text(most == kReadLine ? Text(next_line()) : next_text(most));
+}
+
+// So many units from here on, or all that is left.
+Text StreamObject::next_text(std::int32_t most) {
   pass_mark();
   const std::string_view left = std::string_view(bytes_).substr(std::min(at_, bytes_.size()));
   // A unit takes three bytes at most: what is far behind the part need not be read for it.
   const std::size_t enough = most < 0 ? left.size() : static_cast<std::size_t>(most) * 3 + 4;
-  const Text rest(decoded(left.substr(0, enough)));
+  Text rest(decoded(left.substr(0, enough)));
   if (most < 0 || static_cast<std::size_t>(most) >= rest.length()) {
     at_ = bytes_.size();
-    return Value::text(rest);
+    return rest;
   }
-  const Text part = rest.mid(0, static_cast<std::size_t>(most));
+  Text part = rest.mid(0, static_cast<std::size_t>(most));
   at_ += encoded(part.view()).size();
-  return Value::text(part);
+  return part;
 }
 
 void StreamObject::resize(std::size_t bytes) {
@@ -225,24 +252,27 @@ void StreamObject::put(std::string_view bytes) {
   at_ += bytes.size();
 }
 
+// With the charset's mark where it is the beginning.
+void StreamObject::put_text(std::string_view utf8) {
+  if (bytes_.empty()) put(mark());
+  put(encoded(utf8));
+}
+
+// Arrays of bytes only: a text of bytes, as MidB gives it, is none.
 Value StreamObject::write(const Call& call) {
   must_be(Type::Binary);
   const Value given = plain_value(call.at(0));
-  if (given.is_array() && given.as_array().holds_bytes()) {
-    put(given.as_array().bytes());
-  } else if (given.is_text()) {
-    put(given.as_text().bytes());
-  } else {
-    raise(errors::kInvalidArgument);
-  }
+  if (!given.is_array() || !given.as_array().holds_bytes()) raise(errors::kInvalidArgument);
+  put(given.as_array().bytes());
   return {};
 }
 
 Value StreamObject::write_text(const Call& call) {
   must_be(Type::Text);
-  if (bytes_.empty()) put(mark());
-  put(encoded(joined_text(call.at(0)).view()));
-  if (call.number_or(1, 0) == kWriteLine) put(separator());
+  const std::int32_t option = call.number_or(1, 0);
+  if (option != 0 && option != kWriteLine) raise(errors::kInvalidArgument);
+  put_text(joined_text(call.at(0)).view());
+  if (option == kWriteLine) put(separator());
   return {};
 }
 
@@ -252,21 +282,29 @@ Value StreamObject::skip_line(const Call&) {
   return {};
 }
 
-// CopyTo(stream, bytes): from the place of this stream to the place of that one.
+// CopyTo(stream, count): from the place of this stream to the place of that one, so many characters
+// of a text or bytes.
 Value StreamObject::copy_to(const Call& call) {
   must_be_open();
   const Value& target = call.at(0);
   auto* other = target.is_object() ? dynamic_cast<StreamObject*>(target.as_object()) : nullptr;
   if (other == nullptr) raise(errors::kInvalidArgument);
   other->must_be_open();
-  const std::int32_t most = call.number_or(1, kReadAll);
-  const std::size_t count = most < 0 ? bytes_.size() : static_cast<std::size_t>(most);
-  const std::string part = bytes_.substr(std::min(at_, bytes_.size()), count);
-  at_ += part.size();
+  const std::int32_t most = amount(call, 1, kReadAll);
   const bool recoded = type_ == Type::Text && other->type_ == Type::Text &&
                        !equal_ignoring_case(charset_, other->charset_);
-  if (recoded && other->bytes_.empty()) other->put(other->mark());
-  other->put(recoded ? other->encoded(decoded(part)) : part);
+  if (recoded) {
+    other->put_text(next_text(most).view());
+    return {};
+  }
+  const std::size_t from = at_;
+  if (type_ == Type::Text && most >= 0) {
+    next_text(most);  // a mark at the beginning goes along
+  } else {
+    const std::size_t left = bytes_.size() - at_;
+    at_ += most < 0 ? left : std::min(left, static_cast<std::size_t>(most));
+  }
+  other->put(std::string(bytes_, from, at_ - from));
   return {};
 }
 

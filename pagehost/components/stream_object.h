@@ -11,6 +11,7 @@
 
 #include "pagehost/components/text_stream.h"
 #include "pagehost/pages/tabled_object.h"
+#include "value/text.h"
 
 namespace rk::pagehost {
 
@@ -22,6 +23,12 @@ class StreamObject final : public TabledObject<StreamObject> {
   std::string_view type_name() const override { return "Stream"; }
   static std::span<const Member<StreamObject>> members();
   void add_held(rk::HeldMemory& held) const override { held.bytes += bytes_.capacity(); }
+
+  // Its bytes from its place on, which is their end then; a text as UTF-8 with its mark. Raises
+  // 3704.
+  std::string rest();
+  // Holds this text alone, in its charset where its type is text; opened, and at the beginning.
+  void take_text(std::string_view utf8);
 
  private:
   enum class Type : std::uint8_t { Binary = 1, Text = 2 };
@@ -50,6 +57,7 @@ class StreamObject final : public TabledObject<StreamObject> {
   void must_be(Type type) const;  // 3704 closed, 3219 of the other type
   void must_be_open() const;
   void put(std::string_view bytes);
+  void put_text(std::string_view utf8);
   void resize(std::size_t bytes);
   std::string encoded(std::string_view utf8) const;
   std::string decoded(std::string_view bytes) const;
@@ -57,6 +65,7 @@ class StreamObject final : public TabledObject<StreamObject> {
   void pass_mark();
   std::string_view separator() const;  // as bytes of the charset
   std::string next_line();
+  Text next_text(std::int32_t most);
 
   FileSystem system_;
   bool open_ = false;

@@ -5,6 +5,7 @@
 #include <variant>
 
 #include "pagehost/components/file_paths.h"
+#include "pagehost/components/stream_object.h"
 #include "value/array.h"
 #include "value/script_error.h"
 
@@ -59,6 +60,9 @@ Value called(Object& object, MemberId member, std::vector<Value> arguments) {
 
 // The bytes of a Request or a stream.
 Value bytes_of_object(Object& source) {
+  if (auto* stream = dynamic_cast<StreamObject*>(&source)) {
+    return Value::array(Array::of_bytes(stream->rest()));
+  }
   if (const MemberId read = source.member("BinaryRead"); read != kNoMember) {
     return called(source, read, {called(source, source.member("TotalBytes"), {})});
   }
@@ -266,11 +270,15 @@ void XmlDocumentObject::load_text(std::string_view utf8) {
   node_ = document().root();
 }
 
-Value XmlDocumentObject::load(const Call& call) {
+bool XmlDocumentObject::load_from(const Value& source) {
   begin();
-  const bool loaded = loaded_from(call.at(0));
+  const bool loaded = loaded_from(source);
   node_ = document().root();
-  return Value::boolean(loaded);
+  return loaded;
+}
+
+Value XmlDocumentObject::load(const Call& call) {
+  return Value::boolean(load_from(call.at(0)));
 }
 
 Value XmlDocumentObject::load_xml(const Call& call) {
@@ -304,8 +312,7 @@ bool XmlDocumentObject::loaded_from(const Value& source) {
 }
 
 std::string XmlDocumentObject::physical(std::string_view path) const {
-  const bool relative = path.empty() || (path[0] != '/' && path[0] != '\\');
-  return relative ? joined_path(tree_->services.site_root, path) : std::string(path);
+  return path_in_site(tree_->services.site_root, path);
 }
 
 bool XmlDocumentObject::loaded_file(const std::string& path) {
@@ -329,23 +336,23 @@ bool XmlDocumentObject::loaded_address(const std::string& address) {
   return tree_->fail({kNotLocated, std::string(kNotLocatedWords), "", "", 0, 0});
 }
 
-// Into a file, a Response, a stream or another document.
 Value XmlDocumentObject::save(const Call& call) {
-  const Value& target = call.at(0);
+  save_into(call.at(0));
+  return {};
+}
+
+void XmlDocumentObject::save_into(const Value& target) const {
   if (!target.is_object() || target.as_object() == nullptr) {
-    tree_->services.system.files->write(physical(to_text(target).view()), tree_->bytes());
-    return {};
+    return tree_->services.system.files->write(physical(to_text(target).view()), tree_->bytes());
   }
   if (auto* other = dynamic_cast<XmlDocumentObject*>(target.as_object())) {
-    other->load_bytes(tree_->bytes());
-    return {};
+    return other->load_bytes(tree_->bytes());
   }
   Object& object = *target.as_object();
   MemberId write = object.member("BinaryWrite");
   if (write == kNoMember) write = object.member("Write");
   if (write == kNoMember) raise(errors::kTypeMismatch);
   called(object, write, {Value::array(Array::of_bytes(tree_->bytes()))});
-  return {};
 }
 
 Value XmlDocumentObject::parse_error(const Call&) {

@@ -27,6 +27,10 @@ class XmlDocumentObject final : public TabledObject<XmlDocumentObject, XmlNodeBa
   // As load() of bytes.
   void load_bytes(std::string_view bytes);
   void load_text(std::string_view utf8);
+  // As load(): false, with the tree's problem, where the source holds no document.
+  bool load_from(const Value& source);
+  // Into a file, a Response, a stream or another document.
+  void save_into(const Value& target) const;
 
  private:
   Value document_element(const Call& call);

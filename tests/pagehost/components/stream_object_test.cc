@@ -89,6 +89,83 @@ TEST_F(StreamTest, CopyingGoesFromPlaceToPlace) {
   EXPECT_EQ(get(to, "Read").as_array().bytes(), "cde");
 }
 
+TEST_F(StreamTest, CopyingATextCountsCharacters) {
+  const Value from = stream(2, "gb2312");
+  const Value same = stream(2, "gb2312");
+  const Value other = stream(2, "utf-8");
+  get(from, "WriteText", {t("\xE4\xBD\xA0\xE5\xA5\xBDx")});
+  let(from, "Position", {n(0)});
+  get(from, "CopyTo", {same, n(1)});
+  get(from, "CopyTo", {other, n(1)});
+  let(same, "Position", {n(0)});
+  let(other, "Position", {n(0)});
+  EXPECT_EQ(text_of(get(same, "ReadText")), "\xE4\xBD\xA0");
+  EXPECT_EQ(text_of(get(other, "ReadText")), "\xE5\xA5\xBD");
+  EXPECT_EQ(text_of(get(from, "ReadText")), "x");
+}
+
+TEST_F(StreamTest, EachTypeHasItsOwnWaysInAndOut) {
+  const Value binary = stream(1);
+  EXPECT_EQ(error_number([&] { get(binary, "Write", {t("text")}); }), 3001);
+  EXPECT_EQ(error_number([&] { get(binary, "Write", {n(1)}); }), 3001);
+  EXPECT_EQ(text_of(get(binary, "Size")), "0");
+  EXPECT_EQ(error_number([&] { get(binary, "WriteText", {t("text")}); }), 3219);
+  EXPECT_EQ(error_number([&] { get(binary, "ReadText"); }), 3219);
+  EXPECT_EQ(error_number([&] { get(binary, "SkipLine"); }), 3219);
+  const Value text = stream(2);
+  EXPECT_EQ(error_number([&] { get(text, "Write", {bytes("b")}); }), 3219);
+  EXPECT_EQ(error_number([&] { get(text, "Read"); }), 3219);
+}
+
+TEST_F(StreamTest, AmountsAndOptionsThatAreNoneAreRefused) {
+  const Value binary = stream(1);
+  const Value text = stream(2);
+  EXPECT_EQ(error_number([&] { get(binary, "Read", {n(-2)}); }), 3001);
+  EXPECT_EQ(error_number([&] { get(binary, "CopyTo", {text, n(-2)}); }), 3001);
+  EXPECT_EQ(error_number([&] { get(text, "ReadText", {n(-3)}); }), 3001);
+  EXPECT_EQ(error_number([&] { get(text, "WriteText", {t("a"), n(2)}); }), 3001);
+  EXPECT_EQ(error_number([&] { let(text, "LineSeparator", {n(11)}); }), 3001);
+  EXPECT_EQ(error_number([&] { let(text, "Type", {n(3)}); }), 3001);
+  EXPECT_EQ(error_number([&] { let(text, "Position", {n(-1)}); }), 3001);
+}
+
+TEST_F(StreamTest, APlacePastTheEndFillsUpWithZerosAndTheEndIsSetAnywhere) {
+  const Value s = stream(1);
+  get(s, "Write", {bytes("ab")});
+  let(s, "Position", {n(4)});
+  EXPECT_EQ(text_of(get(s, "Size")), "4");
+  let(s, "Position", {n(1)});
+  EXPECT_EQ(get(s, "Read").as_array().bytes(), std::string("b\0\0", 3));
+  let(s, "Position", {n(1)});
+  get(s, "SetEOS");
+  EXPECT_EQ(text_of(get(s, "Size")), "1");
+  EXPECT_TRUE(get(s, "EOS").as_boolean());
+}
+
+TEST_F(StreamTest, LinesAreSkippedAndWrittenByTheSeparator) {
+  const Value s = stream(2, "iso-8859-1");
+  let(s, "LineSeparator", {n(10)});
+  get(s, "WriteText", {t("one"), n(1)});
+  get(s, "WriteText", {t("two")});
+  let(s, "Position", {n(0)});
+  get(s, "SkipLine");
+  EXPECT_EQ(text_of(get(s, "Position")), "4");
+  EXPECT_EQ(text_of(get(s, "ReadText", {n(-2)})), "two");
+}
+
+TEST_F(StreamTest, ModeAndStateAreThoseOfAnOpenStream) {
+  const Value s = stream(1);
+  EXPECT_EQ(text_of(get(s, "State")), "1");
+  EXPECT_EQ(error_number([&] { let(s, "Mode", {n(3)}); }), 3705);
+  EXPECT_EQ(error_number([&] { get(s, "Open"); }), 3705);
+  get(s, "Flush");
+  get(s, "Cancel");
+  get(s, "Close");
+  EXPECT_EQ(text_of(get(s, "State")), "0");
+  let(s, "Mode", {n(3)});
+  EXPECT_EQ(text_of(get(s, "Mode")), "3");
+}
+
 TEST_F(StreamTest, AClosedStreamSaysSo) {
   const Value s = stream(1);
   get(s, "Close");

@@ -52,7 +52,8 @@ Do
   head = TextOf(whole.Read(body - at))
   at = body + 4
   If Quoted(head, "filename") = "" Then
-    Response.Write Quoted(head, "name") & " = " & TextOf(MidB(data, at, size) & "") & vbCrLf
+    whole.Position = at - 1
+    Response.Write Quoted(head, "name") & " = " & TextOf(whole.Read(size)) & vbCrLf
   Else
     Set copy = Server.CreateObject("ADODB.Stream")
     copy.Type = 1
