@@ -59,7 +59,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto response =
       std::make_shared<rk::pagehost::PageResponse>(nullptr, code_pages, clock, 1252);
   rk::pagehost::RequestView view(request, code_pages, response, "/site", "software");
-  for (const rk::pagehost::CookieText& cookie : view.cookies()) {
+  const std::vector<rk::pagehost::CookieText> cookies = view.cookies();
+  for (const rk::pagehost::CookieText& cookie : cookies) {
     must(cookie.name != rk::pagehost::kSessionCookie);
     must(!view.cookie(cookie.name).is_empty());
     view.cookie_keys(cookie.value);

@@ -192,7 +192,7 @@ std::string PageRun::place() const {
 
 std::shared_ptr<const CompiledPage> PageRun::page_at(std::string_view path) {
   const std::string_view folder = running_.empty() ? "" : folder_of(running_.back().page->path);
-  const auto target = resolved_path(folder, path.substr(0, path.find('?')));
+  const auto target = resolved_path(folder, path);
   auto page = target ? host_.cache.page(*target) : nullptr;
   if (!page) throw ScriptError(kHostError, "The page was not found: '" + std::string(path) + "'");
   if (page->failure) throw ScriptError(page->failure->number, page->failure->report);

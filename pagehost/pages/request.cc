@@ -10,6 +10,8 @@
 namespace rk::pagehost {
 namespace {
 
+constexpr KnownError kBytesAfterForm{
+    errors::kSqlFailure, "BinaryRead cannot read the body: it was read as a form before"};
 constexpr std::string_view kFormType = "application/x-www-form-urlencoded";
 
 std::string uppered(std::string_view text) {
@@ -136,7 +138,8 @@ const NameValues& RequestView::form_values() {
 
 const std::vector<CookieText>& RequestView::cookies() {
   forget_other_code_page();
-  if (cookies_) return *cookies_;
+  if (cookies_ && cookie_changes_ == response_->cookie_changes()) return *cookies_;
+  cookie_changes_ = response_->cookie_changes();
   std::string all;
   for (const auto& [name, value] : request_->headers) {
     if (!equal_ignoring_case(name, "cookie")) continue;
@@ -144,15 +147,30 @@ const std::vector<CookieText>& RequestView::cookies() {
     all += value;
   }
   cookies_ = parsed_cookies(all, code_page(), code_pages_);
+  for (const ResponseCookie& set : response_->cookies()) {
+    const auto sent = std::find_if(
+        cookies_->begin(), cookies_->end(),
+        [&](const CookieText& cookie) { return equal_ignoring_case(cookie.name, set.name); });
+    if (sent == cookies_->end()) {
+      cookies_->push_back({set.name, response_->cookie_value(set)});
+    } else {
+      sent->value = response_->cookie_value(set);
+    }
+  }
   std::erase_if(*cookies_, [](const CookieText& cookie) { return cookie.name == kSessionCookie; });
   return *cookies_;
 }
 
 Value RequestView::cookie(std::string_view name) {
   for (const CookieText& cookie : cookies()) {
-    if (equal_ignoring_case(cookie.name, name)) return Value::text(decoded(cookie.value));
+    if (equal_ignoring_case(cookie.name, name)) return Value::text(cookie_text(cookie.value));
   }
   return {};
+}
+
+std::string RequestView::cookie_text(std::string_view sent_value) const {
+  if (sent_value.find('=') == std::string_view::npos) return decoded(sent_value);
+  return decoded_text(sent_value, code_page(), code_pages_);
 }
 
 NameValues RequestView::cookie_keys(std::string_view sent_value) const {
@@ -252,7 +270,15 @@ std::optional<std::string> RequestView::variable(std::string_view name) const {
   return known == std::end(kVariableNames) ? std::nullopt : std::optional<std::string>("");
 }
 
+void RequestView::use_body_as_form(const KnownError& otherwise) {
+  if (request_->body.empty()) return;
+  if (body_use_ == BodyUse::Bytes) raise(otherwise);
+  body_use_ = BodyUse::Form;
+}
+
 std::string RequestView::read_body(std::size_t most) {
+  if (body_use_ == BodyUse::Form) raise(kBytesAfterForm);
+  body_use_ = BodyUse::Bytes;
   std::string part = request_->body.substr(body_read_, most);
   body_read_ += part.size();
   return part;

@@ -5,6 +5,7 @@
 #define RK_PAGEHOST_PAGES_REQUEST_H_
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -16,6 +17,7 @@
 #include "pagehost/pages/response.h"
 #include "platform/code_page.h"
 #include "platform/page.h"
+#include "value/script_error.h"
 
 namespace rk::pagehost {
 
@@ -45,9 +47,13 @@ class RequestView final : public platform::Request {
 
   const NameValues& query_values();
   const NameValues& form_values();
+  // Those that came and those that the page set since, as one: a page that signs a visitor in
+  // reads him back. Valid until the next call.
   const std::vector<CookieText>& cookies();
-  // A cookie's value, decoded; Empty where there is none.
+  // A cookie's value; Empty where there is none.
   Value cookie(std::string_view name);
+  // The text of a value as it was sent: decoded, but a query string where it has keys.
+  std::string cookie_text(std::string_view sent_value) const;
   // The keys of a cookie that has some (a=1&b=2), else no entries.
   NameValues cookie_keys(std::string_view sent_value) const;
   std::string decoded(std::string_view sent) const;
@@ -57,6 +63,9 @@ class RequestView final : public platform::Request {
   std::string raw_query() const;
   std::string raw_form() const;
 
+  // A body is read as a form or as bytes, as its first use decides; the other way then raises
+  // `otherwise`, or the error of reading bytes. One without bytes may be read both ways.
+  void use_body_as_form(const KnownError& otherwise);
   // The bytes of the body that were not read yet, `most` at most.
   std::string read_body(std::size_t most);
   std::size_t total_bytes() const { return request_->body.size(); }
@@ -83,6 +92,9 @@ class RequestView final : public platform::Request {
   std::optional<NameValues> query_;
   std::optional<NameValues> form_;
   std::optional<std::vector<CookieText>> cookies_;
+  std::size_t cookie_changes_ = 0;  // of the response, that cookies_ knows
+  enum class BodyUse : std::uint8_t { None, Form, Bytes };
+  BodyUse body_use_ = BodyUse::None;
   std::size_t body_read_ = 0;
 };
 

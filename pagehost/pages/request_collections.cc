@@ -10,6 +10,9 @@
 namespace rk::pagehost {
 namespace {
 
+constexpr KnownError kFormAfterBytes{
+    errors::kSqlFailure, "Request.Form cannot be used: BinaryRead has read the body before"};
+
 class TextWalk final : public Enumeration {
  public:
   explicit TextWalk(std::vector<std::string> texts) : texts_(std::move(texts)) {}
@@ -128,6 +131,7 @@ class CollectionObject final : public TabledObject<CollectionObject> {
  private:
   // By name, or by place from 1.
   Value item(const Call& call) {
+    begin_use();
     if (!call.has(0)) return Value::text(raw_text(*request_, part_));
     const Value index = plain_value(call.at(0));
     const std::string name = index.is_text() ? std::string(index.as_view()) : name_at(index);
@@ -139,7 +143,7 @@ class CollectionObject final : public TabledObject<CollectionObject> {
       case RequestPart::Cookies:
         return request_cookie(*request_, name);
       case RequestPart::ServerVariables:
-        return request_->server_variable(name);
+        return request_variable(*request_, name);
       case RequestPart::None:
         break;
     }
@@ -154,7 +158,11 @@ class CollectionObject final : public TabledObject<CollectionObject> {
     const std::vector<std::string> all = names();
     return all[place_in(index, all.size())];
   }
+  void begin_use() {
+    if (part_ == RequestPart::Form) request_->use_body_as_form(kFormAfterBytes);
+  }
   std::vector<std::string> names() {
+    begin_use();
     std::vector<std::string> out;
     if (part_ == RequestPart::ServerVariables) return request_->server_variable_names();
     if (part_ == RequestPart::Cookies) {
@@ -183,10 +191,17 @@ Value request_values(const NameValues::Entry* entry) {
   return Value::object(make_ref<ValuesObject>(entry->values, entry->joined()));
 }
 
+Value request_variable(RequestView& request, std::string_view name) {
+  const Value found = request.server_variable(name);
+  if (found.is_empty()) return request_values(nullptr);
+  const std::string text(found.as_view());
+  return Value::object(make_ref<ValuesObject>(std::vector<std::string>{text}, text));
+}
+
 Value request_cookie(RequestView& request, std::string_view name) {
   for (const CookieText& cookie : request.cookies()) {
     if (!equal_ignoring_case(cookie.name, name)) continue;
-    return Value::object(make_ref<SentCookieObject>(Value::text(request.decoded(cookie.value)),
+    return Value::object(make_ref<SentCookieObject>(Value::text(request.cookie_text(cookie.value)),
                                                     request.cookie_keys(cookie.value)));
   }
   // A cookie that did not come reads as "".

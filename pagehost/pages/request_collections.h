@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string_view>
 
 #include "pagehost/pages/request.h"
 #include "value/object.h"
@@ -19,6 +20,7 @@ Ref<Object> request_collection(std::shared_ptr<RequestView> request, RequestPart
 // ", " (Empty where there are none).
 Value request_values(const NameValues::Entry* entry);
 Value request_cookie(RequestView& request, std::string_view name);
+Value request_variable(RequestView& request, std::string_view name);
 
 }  // namespace rk::pagehost
 

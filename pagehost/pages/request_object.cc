@@ -5,9 +5,13 @@
 
 #include "pagehost/pages/request_collections.h"
 #include "value/array.h"
+#include "value/script_error.h"
 
 namespace rk::pagehost {
 namespace {
+
+constexpr KnownError kLookupAfterBytes{
+    errors::kSqlFailure, "Request(name) cannot look into the form: BinaryRead has read the body"};
 
 // Request.QueryString and Request.QueryString(name).
 Value part_item(const std::shared_ptr<RequestView>& request, RequestPart part, const Call& call) {
@@ -36,6 +40,7 @@ std::span<const Member<RequestObject>> RequestObject::members() {
 Value RequestObject::item(const Call& call) {
   const std::string name = call.text(0);
   if (const auto* entry = request_->query_values().find(name)) return request_values(entry);
+  request_->use_body_as_form(kLookupAfterBytes);
   if (const auto* entry = request_->form_values().find(name)) return request_values(entry);
   if (!request_->cookie(name).is_empty()) return request_cookie(*request_, name);
   return request_->server_variable(name);
@@ -55,7 +60,9 @@ Value RequestObject::cookies(const Call& call) {
 
 Value RequestObject::server_variables(const Call& call) {
   // OPTIMIZATION: the common use needs no collection object.
-  if (call.has(0) && call.at(0).is_text()) return request_->server_variable(call.at(0).as_view());
+  if (call.has(0) && call.at(0).is_text()) {
+    return request_variable(*request_, call.at(0).as_view());
+  }
   return part_item(request_, RequestPart::ServerVariables, call);
 }
 

@@ -211,11 +211,19 @@ void PageResponse::add_header(std::string name, std::string value) {
 
 ResponseCookie& PageResponse::cookie(std::string_view name) {
   must_not_have_begun();
+  ++cookie_changes_;
   for (ResponseCookie& cookie : cookies_) {
     if (equal_ignoring_case(cookie.name, name)) return cookie;
   }
   cookies_.emplace_back().name = name;
   return cookies_.back();
+}
+
+const ResponseCookie* PageResponse::find_cookie(std::string_view name) const {
+  for (const ResponseCookie& cookie : cookies_) {
+    if (equal_ignoring_case(cookie.name, name)) return &cookie;
+  }
+  return nullptr;
 }
 
 void PageResponse::replace(int status, std::string reason, std::string_view html_utf8) {
@@ -271,16 +279,21 @@ PageAnswer PageResponse::head() const {
   return answer;
 }
 
-std::string PageResponse::cookie_header(const ResponseCookie& cookie) const {
+std::string PageResponse::cookie_value(const ResponseCookie& cookie) const {
   const auto encoded = [&](std::string_view text) {
     return url_encoded(text, code_page_, code_pages_);
   };
-  std::string out = encoded(cookie.name) + "=";
-  if (cookie.keys.empty()) out += encoded(cookie.value);
+  if (cookie.keys.empty()) return encoded(cookie.value);
+  std::string out;
   for (const auto& [key, value] : cookie.keys) {
     if (&key != &cookie.keys.front().first) out += '&';
     out += encoded(key) + "=" + encoded(value);
   }
+  return out;
+}
+
+std::string PageResponse::cookie_header(const ResponseCookie& cookie) const {
+  std::string out = url_encoded(cookie.name, code_page_, code_pages_) + "=" + cookie_value(cookie);
   if (cookie.expires) {
     out += "; expires=" + date_header_of(*cookie.expires - clock_.ahead_of_utc());
   }

@@ -76,6 +76,11 @@ class PageResponse final : public platform::Response {
   void add_header(std::string name, std::string value);
   ResponseCookie& cookie(std::string_view name);
   const std::vector<ResponseCookie>& cookies() const { return cookies_; }
+  const ResponseCookie* find_cookie(std::string_view name) const;  // null where not set
+  // What the visitor will send back of it: encoded, a query string where it has keys.
+  std::string cookie_value(const ResponseCookie& cookie) const;
+  // Grows whenever a cookie may have changed.
+  std::size_t cookie_changes() const { return cookie_changes_; }
   void append_to_log(std::string_view text) { log_note_ += text; }
   // A cookie of the host's own, in front of the page's: the whole Set-Cookie value.
   void set_session_cookie(std::string header_value) { session_cookie_ = std::move(header_value); }
@@ -112,6 +117,7 @@ class PageResponse final : public platform::Response {
   std::optional<double> expires_;  // local Date
   Headers headers_;
   std::vector<ResponseCookie> cookies_;
+  std::size_t cookie_changes_ = 0;
   std::string session_cookie_;
   std::string log_note_;
 };

@@ -1,21 +1,24 @@
 #include "pagehost/pages/response_object.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "pagehost/pages/stored_variables.h"
+#include "pagehost/pages/request_collections.h"
 #include "value/array.h"
 
 namespace rk::pagehost {
 namespace {
 
-// A cookie that scripts set: Response.Cookies(name).
+// A cookie that scripts set: Response.Cookies(name). One that came with the request is where they
+// begin: a changed key leaves the others, a new date the value.
 class CookieObject final : public TabledObject<CookieObject> {
  public:
-  CookieObject(std::shared_ptr<PageResponse> response, std::string name)
-      : response_(std::move(response)), name_(std::move(name)) {}
+  CookieObject(std::shared_ptr<PageResponse> response, std::shared_ptr<RequestView> request,
+               std::string name)
+      : response_(std::move(response)), request_(std::move(request)), name_(std::move(name)) {}
   std::string_view type_name() const override { return "IWriteCookie"; }
   static std::span<const Member<CookieObject>> members() {
     static constexpr Member<CookieObject> kMembers[] = {
@@ -30,23 +33,44 @@ class CookieObject final : public TabledObject<CookieObject> {
   }
 
  private:
-  ResponseCookie& cookie() { return response_->cookie(name_); }
+  // For a change.
+  ResponseCookie& cookie() {
+    if (response_->find_cookie(name_) != nullptr) return response_->cookie(name_);
+    ResponseCookie begun;
+    for (const CookieText& sent : request_->cookies()) {
+      if (!equal_ignoring_case(sent.name, name_)) continue;
+      begun.value = request_->cookie_text(sent.value);
+      const NameValues keys = request_->cookie_keys(sent.value);
+      for (const auto& entry : keys.entries()) begun.keys.emplace_back(entry.name, entry.joined());
+    }
+    ResponseCookie& cookie = response_->cookie(name_);
+    cookie.value = std::move(begun.value);
+    cookie.keys = std::move(begun.keys);
+    return cookie;
+  }
+
+  Value read(const Call& call) {
+    return request_cookie(*request_, name_)
+        .as_object()
+        ->invoke(kDefaultMember, CallKind::Get, call.arguments());
+  }
 
   Value item(const Call& call) {
+    if (!call.assigns()) return read(call);
+    std::string value = joined_text(call.assigned()).string();
+    ResponseCookie& changed = cookie();
     if (call.count() == 0) {
-      if (!call.assigns()) return Value::text(cookie().value);
-      cookie().value = joined_text(call.assigned()).string();
-      cookie().keys.clear();
+      changed.value = std::move(value);
+      changed.keys.clear();
       return {};
     }
     const std::string key = call.text(0);
-    for (auto& [name, value] : cookie().keys) {
+    for (auto& [name, old] : changed.keys) {
       if (!equal_ignoring_case(name, key)) continue;
-      if (!call.assigns()) return Value::text(value);
-      value = joined_text(call.assigned()).string();
+      old = std::move(value);
       return {};
     }
-    if (call.assigns()) cookie().keys.emplace_back(key, joined_text(call.assigned()).string());
+    changed.keys.emplace_back(key, std::move(value));
     return {};
   }
   Value expires(const Call& call) {
@@ -65,15 +89,25 @@ class CookieObject final : public TabledObject<CookieObject> {
     cookie().secure = to_boolean(call.assigned());
     return {};
   }
-  Value has_keys(const Call&) { return Value::boolean(!cookie().keys.empty()); }
+  Value has_keys(const Call&) {
+    const auto& cookies = request_->cookies();
+    return Value::boolean(std::any_of(cookies.begin(), cookies.end(), [&](const CookieText& one) {
+      return equal_ignoring_case(one.name, name_) && one.value.find('=') != std::string::npos;
+    }));
+  }
 
   std::shared_ptr<PageResponse> response_;
+  std::shared_ptr<RequestView> request_;
   std::string name_;
 };
 
+// Walked, counted and read it is Request.Cookies: pages delete all cookies by walking this one.
 class CookiesObject final : public TabledObject<CookiesObject> {
  public:
-  explicit CookiesObject(std::shared_ptr<PageResponse> response) : response_(std::move(response)) {}
+  CookiesObject(std::shared_ptr<PageResponse> response, std::shared_ptr<RequestView> request)
+      : response_(std::move(response)),
+        request_(std::move(request)),
+        all_(request_collection(request_, RequestPart::Cookies)) {}
   std::string_view type_name() const override { return "IRequestDictionary"; }
   static std::span<const Member<CookiesObject>> members() {
     static constexpr Member<CookiesObject> kMembers[] = {
@@ -83,33 +117,23 @@ class CookiesObject final : public TabledObject<CookiesObject> {
     };
     return kMembers;
   }
-  std::unique_ptr<Enumeration> enumerate() override {
-    std::vector<std::string> names;
-    for (const ResponseCookie& cookie : response_->cookies()) names.push_back(cookie.name);
-    return walk_over(std::move(names));
-  }
+  std::unique_ptr<Enumeration> enumerate() override { return all_->enumerate(); }
 
  private:
   Value item(const Call& call) {
-    const std::string name = call.text(0);
-    auto cookie = make_ref<CookieObject>(response_, name);
+    auto cookie = make_ref<CookieObject>(response_, request_, call.text(0));
     if (!call.assigns()) return Value::object(cookie);
     Value* value[] = {const_cast<Value*>(&call.assigned())};
     return cookie->invoke(kDefaultMember, CallKind::Let, value);
   }
-  Value count(const Call&) {
-    return Value::long_integer(static_cast<std::int32_t>(response_->cookies().size()));
-  }
+  Value count(const Call&) { return all_->invoke(all_->member("Count"), CallKind::Get, {}); }
   Value key(const Call& call) {
-    const std::int32_t place = call.number(0);
-    const auto& cookies = response_->cookies();
-    if (place < 1 || static_cast<std::size_t>(place) > cookies.size()) {
-      raise(errors::kSubscriptOutOfRange);
-    }
-    return Value::text(cookies[static_cast<std::size_t>(place) - 1].name);
+    return all_->invoke(all_->member("Key"), CallKind::Get, call.arguments());
   }
 
   std::shared_ptr<PageResponse> response_;
+  std::shared_ptr<RequestView> request_;
+  Ref<Object> all_;
 };
 
 // What BinaryWrite takes: an array of bytes, or the bytes of a text.
@@ -249,7 +273,7 @@ Value ResponseObject::append_to_log(const Call& call) {
 }
 
 Value ResponseObject::cookies(const Call& call) {
-  auto cookies = make_ref<CookiesObject>(response_);
+  auto cookies = make_ref<CookiesObject>(response_, request_);
   if (call.count() == 0 && !call.assigns()) return Value::object(cookies);
   return cookies->invoke(kDefaultMember, call.kind(), call.arguments());
 }

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "pagehost/pages/log.h"
+#include "pagehost/pages/request.h"
 #include "pagehost/pages/response.h"
 #include "pagehost/pages/tabled_object.h"
 #include "platform/clock.h"
@@ -16,8 +17,10 @@ namespace rk::pagehost {
 
 class ResponseObject final : public TabledObject<ResponseObject> {
  public:
-  ResponseObject(std::shared_ptr<PageResponse> response, const platform::Clock& clock)
-      : response_(std::move(response)), clock_(clock) {}
+  // The request is the one whose cookies the response's cookies go on from.
+  ResponseObject(std::shared_ptr<PageResponse> response, std::shared_ptr<RequestView> request,
+                 const platform::Clock& clock)
+      : response_(std::move(response)), request_(std::move(request)), clock_(clock) {}
   std::string_view type_name() const override { return "IResponse"; }
   static std::span<const Member<ResponseObject>> members();
 
@@ -44,6 +47,7 @@ class ResponseObject final : public TabledObject<ResponseObject> {
   Value pics(const Call& call);
 
   std::shared_ptr<PageResponse> response_;
+  std::shared_ptr<RequestView> request_;
   const platform::Clock& clock_;
   std::int32_t expires_minutes_ = 0;
 };

@@ -68,7 +68,7 @@ std::span<const Member<ContextObject>> ContextObject::members() {
 }
 
 Value ContextObject::response_object(const Call&) {
-  if (!response_) response_ = make_ref<ResponseObject>(parts_.response, clock_);
+  if (!response_) response_ = make_ref<ResponseObject>(parts_.response, parts_.request, clock_);
   return Value::object(response_);
 }
 

@@ -11,6 +11,30 @@
 namespace rk::pagehost {
 namespace {
 
+constexpr KnownError kPhysicalPath{errors::kSqlFailure,
+                                   "Server.MapPath takes a path of the site, not one of a drive"};
+constexpr KnownError kNoPathLetter{errors::kSqlFailure,
+                                   "Server.MapPath: the path holds a letter that no path may have"};
+constexpr KnownError kNoPagePath{
+    errors::kSqlFailure,
+    "Server.Execute and Server.Transfer take a path of the site, without a query string"};
+
+// What the encoding operations take: no Null, as for any text that is asked for by its type.
+Text text_to_encode(const Call& call) {
+  const Value value = plain_value(call.at(0));
+  if (value.is_null()) raise(errors::kTypeMismatch);
+  return joined_text(value);
+}
+
+// "c:\x" is a path of a drive.
+bool names_drive(std::string_view path) {
+  return path.size() > 1 && path[1] == ':';
+}
+
+void must_name_a_page(std::string_view path) {
+  if (names_drive(path) || path.find('?') != std::string_view::npos) raise(kNoPagePath);
+}
+
 // Server.GetLastError: of the page that Server.Execute ran last; without an error its texts are
 // empty and its numbers 0.
 class LastErrorObject final : public TabledObject<LastErrorObject> {
@@ -94,29 +118,40 @@ Value ServerObject::create_object(const Call& call) {
 }
 
 Value ServerObject::map_path(const Call& call) {
-  return Value::text(view_->map_path(call.text(0)));
+  const std::string path = call.text(0);
+  if (names_drive(path)) raise(kPhysicalPath);
+  if (path.find_first_of("*?<>|\"") != std::string::npos) raise(kNoPathLetter);
+  return Value::text(view_->map_path(path));
 }
 
 Value ServerObject::html_encode(const Call& call) {
-  return Value::text(html_encoded(joined_text(call.at(0)).view()));
+  return Value::text(html_encoded(text_to_encode(call).view()));
 }
 
 Value ServerObject::url_encode(const Call& call) {
-  return Value::text(view_->url_encode(joined_text(call.at(0)).view()));
+  return Value::text(view_->url_encode(text_to_encode(call).view()));
 }
 
 // Like URLEncode, but the marks of an address stay: everything up to "?" is a path.
 Value ServerObject::url_path_encode(const Call& call) {
-  return Value::text(header_safe_address(joined_text(call.at(0)).view()));
+  PageRun& page = view_->page();
+  const Text text = text_to_encode(call);
+  const bool as_is = page.page_code_page() == platform::kUtf8 || is_ascii(text.view());
+  return Value::text(header_safe_address(
+      as_is ? text.string() : page.code_pages().from_utf8(text.view(), page.page_code_page())));
 }
 
 Value ServerObject::execute(const Call& call) {
-  view_->page().execute(call.text(0));
+  const std::string path = call.text(0);
+  must_name_a_page(path);
+  view_->page().execute(path);
   return {};
 }
 
 Value ServerObject::transfer(const Call& call) {
-  view_->page().transfer(call.text(0));
+  const std::string path = call.text(0);
+  must_name_a_page(path);
+  view_->page().transfer(path);
 }
 
 // In seconds from the page's beginning.

@@ -232,5 +232,150 @@ TEST_F(PageObjects, ScriptTimeoutIsReadAndSet) {
             "1807");
 }
 
+TEST_F(PageObjects, ACookieThatThePageSetsIsReadBackAtOnce) {
+  EXPECT_EQ(posted("Response.Cookies(\"id\") = \"new\"\nResponse.Cookies(\"fresh\") = \"f x\"\n"
+                   "Response.Write Request.Cookies(\"ID\") & Request.Cookies(\"fresh\") & "
+                   "Response.Cookies(\"id\") & Request(\"fresh\") & Request.Cookies.Count\n"
+                   "Response.Cookies(\"id\") = \"again\"\nResponse.Write Request.Cookies(\"id\")",
+                   ""),
+            "newf xnewf x4again");
+}
+
+TEST_F(PageObjects, AKeyThatThePageSetsIsReadBackBesideThoseThatCame) {
+  site_.file("/a.asp",
+             "<% Response.Cookies(\"user\")(\"Age\") = 8\nResponse.Cookies(\"user\")(\"x\") = 1\n"
+             "Response.Write Request.Cookies(\"user\")(\"age\") & Request.Cookies(\"user\")(\"x\") "
+             "& Request.Cookies(\"user\")(\"name\") & Response.Cookies(\"user\")(\"name\") %>");
+  PageRequest request = tests::PageSite::request("/a.asp");
+  request.headers.emplace_back("Cookie", "user=name=Ann&age=7");
+  const PageAnswer answer = site_.host().run(request);
+  EXPECT_EQ(answer.body, "81AnnAnn");
+  EXPECT_EQ(header_of(answer, "Set-Cookie"), "user=name=Ann&age=8&x=1; path=/|");
+}
+
+TEST_F(PageObjects, ReadingACookieOfTheResponseSetsNone) {
+  site_.file("/a.asp",
+             "<% Response.Write Response.Cookies(\"a\") & Response.Cookies(\"a\").HasKeys %>");
+  const PageAnswer answer = site_.run("/a.asp");
+  EXPECT_EQ(answer.body, "False");
+  EXPECT_EQ(header_of(answer, "Set-Cookie"), "");
+}
+
+TEST_F(PageObjects, AllCookiesAreEndedByWalkingThoseOfTheResponse) {
+  site_.file("/a.asp",
+             "<% For Each c In Response.Cookies\n"
+             "Response.Cookies(c).Expires = #2000-01-02#\nNext %>");
+  PageRequest request = tests::PageSite::request("/a.asp");
+  request.headers.emplace_back("Cookie", "a=1; b=k=2");
+  EXPECT_EQ(header_of(site_.host().run(request), "Set-Cookie"),
+            "a=1; expires=Sun, 02 Jan 2000 00:00:00 GMT; path=/|"
+            "b=k=2; expires=Sun, 02 Jan 2000 00:00:00 GMT; path=/|");
+}
+
+TEST_F(PageObjects, ACookieWithKeysReadsAsAQueryString) {
+  site_.file("/a.asp", "<%@ CodePage=936 %><%= Request.Cookies(\"k\") & Request(\"k\")(\"b\") %>");
+  PageRequest request = tests::PageSite::request("/a.asp");
+  request.headers.emplace_back("Cookie", "k=a=x&b=%C4%E3");
+  EXPECT_EQ(site_.host().run(request).body, "a=x&b=%C4%E3\xC4\xE3");
+  EXPECT_EQ(
+      written("Response.Cookies(\"k\")(\"a\") = \"x y\"\n"
+              "Response.Cookies(\"k\")(\"b\") = \"&\"\nResponse.Write Request.Cookies(\"k\")"),
+      "a=x+y&b=%26");
+}
+
+TEST_F(PageObjects, ABodyIsReadAsAFormOrAsBytes) {
+  const std::string trap = "On Error Resume Next\n";
+  const std::string told =
+      "Response.Write Err.Number & \" \" & (Err.Description <> \"\") & \";\"\n"
+      "Err.Clear\n";
+  EXPECT_EQ(posted(trap + "x = Request.Form(\"a\")\nb = Request.BinaryRead(3)\n" + told +
+                       "Response.Write IsEmpty(b) & x & Request.TotalBytes & Request.Form(\"a\")",
+                   "a=1"),
+            "-2147467259 True;True131");
+  EXPECT_EQ(posted(trap + "b = Request.BinaryRead(1)\nx = Request.Form(\"a\")\n" + told +
+                       "n = Request.Form.Count\n" + told + "x = Request.Form\n" + told +
+                       "x = Request(\"a\")\n" + told +
+                       "Response.Write Request(\"id\") & Request.TotalBytes & "
+                       "LenB(Request.BinaryRead(9))",
+                   "a=1"),
+            "-2147467259 True;-2147467259 True;-2147467259 True;-2147467259 True;q32");
+}
+
+TEST_F(PageObjects, TheDefaultLookupReadsTheFormOnlyWhereTheQueryStringHasNoSuchName) {
+  EXPECT_EQ(posted("x = Request(\"id\")\nResponse.Write x & LenB(Request.BinaryRead(9))", "a=1"),
+            "q3");
+  EXPECT_EQ(posted("On Error Resume Next\nx = Request(\"none\")\nb = Request.BinaryRead(9)\n"
+                   "Response.Write Err.Number",
+                   "a=1"),
+            "-2147467259");
+}
+
+TEST_F(PageObjects, ARequestWithoutABodyMayBeReadBothWays) {
+  EXPECT_EQ(written("x = Request.Form(\"a\") & Request(\"a\")\n"
+                    "Response.Write IsEmpty(Request.BinaryRead(Request.TotalBytes)) & "
+                    "Request.Form.Count"),
+            "True0");
+}
+
+TEST_F(PageObjects, AServerVariableIsAListOfOneValue) {
+  EXPECT_EQ(written("Set v = Request.ServerVariables(\"REQUEST_METHOD\")\n"
+                    "Response.Write v & v.Count & v.Item & v(1) & TypeName(v) & VarType(v)\n"
+                    "Response.Write Request.ServerVariables(\"HTTP_NONE\").Count & "
+                    "IsEmpty(Request.ServerVariables(\"HTTP_NONE\")) & "
+                    "(Request.ServerVariables(\"HTTP_NONE\") = \"\")"),
+            "GET1GETGETIStringList80TrueTrue");
+}
+
+TEST_F(PageObjects, ServerVariablesAreWalkedByName) {
+  site_.file("/a.asp",
+             "<% For Each n In Request.ServerVariables\nIf n = \"HTTP_X_FOO\" Or n = \"URL\" Then "
+             "Response.Write n & \"=\" & Request.ServerVariables(n) & \";\"\nNext\n"
+             "Response.Write Request.ServerVariables(\"HEADER_X-Foo\") %>");
+  PageRequest request = tests::PageSite::request("/a.asp");
+  request.headers.emplace_back("X-Foo", "bar");
+  EXPECT_EQ(site_.host().run(request).body, "URL=/a.asp;HTTP_X_FOO=bar;bar");
+}
+
+TEST_F(PageObjects, TheTypeOfAValueOfTheRequestIsThatOfItsText) {
+  EXPECT_EQ(
+      written("Response.Write VarType(Request.QueryString(\"a\")) & VarType(Request(\"a\")) & "
+              "VarType(Request.QueryString(\"none\")) & VarType(Request.Cookies(\"none\"))",
+              "a=1"),
+      "8808");
+}
+
+TEST_F(PageObjects, NullIsNoTextToEncode) {
+  for (const char* operation : {"HTMLEncode", "URLEncode", "URLPathEncode"}) {
+    EXPECT_EQ(written(std::string("On Error Resume Next\nx = Server.") + operation +
+                      "(Null)\nResponse.Write Err.Number & Server." + operation +
+                      "(Empty) & Server." + operation + "(12)"),
+              "1312")
+        << operation;
+  }
+}
+
+TEST_F(PageObjects, MapPathTakesPathsOfTheSiteOnly) {
+  EXPECT_EQ(written("On Error Resume Next\nFor Each p In Array(\"a*b\", \"a?b\", \"c:\\x\", "
+                    "\"D:/x\", \"a<b\")\nErr.Clear\nx = Server.MapPath(p)\n"
+                    "Response.Write (Err.Number = -2147467259) & \" \"\nNext\n"
+                    "Response.Write Server.MapPath(\"a b.txt\")"),
+            "True True True True True /site/a b.txt");
+}
+
+TEST_F(PageObjects, ExecuteAndTransferTakeNoQueryString) {
+  site_.file("/b.asp", "b");
+  EXPECT_EQ(written("On Error Resume Next\nServer.Execute \"b.asp?a=1\"\n"
+                    "Response.Write Err.Number & \" \"\nErr.Clear\n"
+                    "Server.Transfer \"b.asp?a=1\"\nResponse.Write Err.Number & \" \"\n"
+                    "Server.Execute \"b.asp\""),
+            "-2147467259 -2147467259 b");
+}
+
+TEST_F(PageObjects, AnAddressIsEncodedInTheCodePage) {
+  site_.file("/a.asp", "<%@ CodePage=936 %><%= Server.URLPathEncode(\"/a b/\xC4\xE3?x=1\") %>");
+  EXPECT_EQ(site_.body("/a.asp"), "/a%20b/%C4%E3?x=1");
+  EXPECT_EQ(written("Response.Write Server.URLPathEncode(\"\xE4\xBD\xA0\")"), "%E4%BD%A0");
+}
+
 }  // namespace
 }  // namespace rk::pagehost
