@@ -125,7 +125,10 @@ pagehost::PageAnswer run_page(Site& site, pagehost::PageRequest request, int tim
   const http::Route way = http::route(request.path, rules, site.files());
   if (way.kind == http::Route::Kind::Folder) return http::folder_redirect(way.path, request.query);
   const bool page = way.kind == http::Route::Kind::Page;
-  if (page) request.path = way.path;
+  if (page) {
+    request.path = way.path;
+    request.path_info = way.path_info;
+  }
   std::vector<std::int64_t> microseconds;
   microseconds.reserve(static_cast<std::size_t>(times));
   pagehost::PageAnswer answer;

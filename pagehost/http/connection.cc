@@ -250,6 +250,7 @@ void HttpConnection::follow(const Route& way) {
   switch (way.kind) {
     case Route::Kind::Page:
       request().page.path = way.path;
+      request().page.path_info = way.path_info;
       return start_page(false);
     case Route::Kind::File:
       return answer_file(way.path);

@@ -19,6 +19,8 @@ struct Route {
   // Virtual path: that of the default document where a folder was asked for; in the letter case
   // of the request where it named the file. What it names need not be there.
   std::string path;
+  // Of a page behind whose path more stands ("/show.asp/7.html"): all of it. Else empty.
+  std::string path_info = {};
 };
 
 struct RouteRules {
@@ -27,7 +29,9 @@ struct RouteRules {
   bool (*is_page)(std::string_view path) = nullptr;
 };
 
-// `path` is that of a Target. Folder: the path names one but for its last "/".
+// `path` is that of a Target. What stands behind the path of a page that is there is its to read;
+// names that nobody may read are refused there too. Folder: the path names one but for its last
+// "/".
 Route route(std::string_view path, const RouteRules& rules, const platform::Files& files);
 
 // The redirect of a Folder to its own address, with the query string as it was sent.

@@ -286,8 +286,9 @@ PageAnswer PageHost::answer_not_found(const PageRequest& request, SessionTurn tu
   if (!page) return not_found_answer();
   PageRequest other = request;
   other.path = *path;
+  other.path_info.clear();
   other.query = std::string("404;") + (request.secure ? "https://" : "http://") +
-                std::string(request.header("host")) + header_safe_address(request.path);
+                std::string(request.header("host")) + header_safe_address(request.asked_path());
   if (!request.query.empty()) other.query += "?" + request.query;
   const ApplicationLives::Stay stay = parts_->enter(turn);
   PageRun run(state, stay.life(), other, std::static_pointer_cast<Session>(std::move(turn.held_)),

@@ -19,6 +19,9 @@ struct PageRequest {
   // Virtual path of the page, percent-decoded once, beginning with "/", in the letter case of the
   // request: the default document's path where a folder was asked for.
   std::string path = "/";
+  // The whole path that was asked for, where something stands behind the page's own: of
+  // "/show.asp/7.html" the page is "/show.asp". Else empty.
+  std::string path_info;
   std::string query;  // as sent, without "?"
   std::string protocol = "HTTP/1.1";
   Headers headers;  // as sent, in order; names in any letter case
@@ -29,6 +32,7 @@ struct PageRequest {
   std::string local_address = "127.0.0.1";
   std::uint16_t local_port = 80;
 
+  const std::string& asked_path() const { return path_info.empty() ? path : path_info; }
   // The first header of this name (any letter case), or empty.
   std::string_view header(std::string_view name) const;
 };

@@ -217,7 +217,8 @@ std::string RequestView::header_list(bool raw) const {
 
 // What was asked for, as it came.
 std::string RequestView::address() const {
-  return request_->query.empty() ? request_->path : request_->path + "?" + request_->query;
+  const std::string& path = request_->asked_path();
+  return request_->query.empty() ? path : path + "?" + request_->query;
 }
 
 std::optional<std::string> RequestView::sent_header(std::string_view variable) const {
@@ -244,7 +245,8 @@ std::optional<std::string> RequestView::variable(std::string_view name) const {
            address();
   }
   if (name == "SCRIPT_TRANSLATED") return physical_path(site_root_, request_->path);
-  if (name == "SCRIPT_NAME" || name == "URL" || name == "PATH_INFO") return request_->path;
+  if (name == "SCRIPT_NAME" || name == "URL") return request_->path;
+  if (name == "PATH_INFO") return request_->asked_path();
   if (name == "QUERY_STRING") return raw_query();
   if (name == "SERVER_NAME") return std::string(host_name(request_->header("host")));
   if (name == "REQUEST_METHOD") return request_->method;
@@ -260,7 +262,7 @@ std::optional<std::string> RequestView::variable(std::string_view name) const {
   if (name == "CONTENT_TYPE") return std::string(request_->header("content-type"));
   if (name == "CONTENT_LENGTH") return std::to_string(request_->body.size());
   if (name == "APPL_PHYSICAL_PATH") return physical_path(site_root_, "/");
-  if (name == "PATH_TRANSLATED") return physical_path(site_root_, request_->path);
+  if (name == "PATH_TRANSLATED") return physical_path(site_root_, request_->asked_path());
   if (name == "APPL_MD_PATH") return "/LM/W3SVC/1/ROOT";
   if (name == "INSTANCE_ID") return "1";
   if (name == "INSTANCE_META_PATH") return "/LM/W3SVC/1";

@@ -45,7 +45,13 @@ PATHS = [  # target, status
     # Bytes that end or bend a path.
     ("/a.txt%00.asp", 400), ("/global.asa%00.txt", 400), ("/code.asp%00", 400), ("/a.txt%", 400), ("/a.txt%zz", 400),
     ("/%", 400), ("/a.txt%0d%0aX:%20y", 404), ("/code.asp%20", 404), ("/code.asp.", 404),
-    ("/code.asp::$DATA", 404), ("/code.asp/", 404), ("/code.asp/x", 404), ("*", 400), ("a.txt", 400),
+    ("/code.asp::$DATA", 404), ("*", 400), ("a.txt", 400),
+    # Behind a page's name.
+    ("/code.asp/", 200), ("/code.asp/x", 200), ("/CODE.asp/7.html", 200), ("/code.asp/../a.txt", 200),
+    ("/code.asp/../global.asa", 404), ("/code.asp/global.asa", 404), ("/code.asp/.git/config", 404),
+    ("/code.asp/shop.mdb", 404), ("/code.asp/a%2fb", 400), ("/code.asp/%00", 400), ("/none.asp/x", 404),
+    ("/data/page.asp/x", 404), ("/code.asp%20/x", 404), ("/code.asp./x", 404), ("/code.asp/../../outside.txt", 400),
+    ("/a.txt/x", 404), ("/a.txt/code.asp", 404),
 ]
 SMUGGLED = "GET /sum.html HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\n\r\n"
 LINE = "POST /code.asp HTTP/1.1\r\n"

@@ -377,5 +377,19 @@ TEST_F(PageObjects, AnAddressIsEncodedInTheCodePage) {
   EXPECT_EQ(written("Response.Write Server.URLPathEncode(\"\xE4\xBD\xA0\")"), "%E4%BD%A0");
 }
 
+TEST_F(PageObjects, WhatStandsBehindThePagesNameIsItsPathInformation) {
+  site_.file("/a.asp",
+             "<% For Each n In Array(\"SCRIPT_NAME\", \"URL\", \"PATH_INFO\", "
+             "\"PATH_TRANSLATED\", \"SCRIPT_TRANSLATED\", \"HTTP_URL\")\n"
+             "Response.Write Request.ServerVariables(n) & \" \"\nNext %>"
+             "<%= Server.MapPath(\"x\") %>");
+  PageRequest request = tests::PageSite::request("/a.asp?q=1");
+  EXPECT_EQ(site_.host().run(request).body,
+            "/a.asp /a.asp /a.asp /site/a.asp /site/a.asp /a.asp?q=1 /site/x");
+  request.path_info = "/a.asp/7.html";
+  EXPECT_EQ(site_.host().run(request).body,
+            "/a.asp /a.asp /a.asp/7.html /site/a.asp/7.html /site/a.asp /a.asp/7.html?q=1 /site/x");
+}
+
 }  // namespace
 }  // namespace rk::pagehost
