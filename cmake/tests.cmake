@@ -73,8 +73,8 @@ if(TARGET jetsql_tests)
 endif()
 
 # The pages of tests/pages/ and the DOM objects are run on the real XML engine, sites in two code
-# pages on the real ones.
+# pages on the real ones, and folders on the disk.
 if(TARGET pagehost_components_tests)
   target_link_libraries(pagehost_components_tests PRIVATE
-    rk_adapters_xml rk_adapters_codepage rk_adapters_pcre2)
+    rk_adapters_xml rk_adapters_codepage rk_adapters_pcre2 rk_adapters_posix)
 endif()

@@ -19,6 +19,10 @@ inline constexpr KnownError kConnectionUnusable{
     "The connection cannot be used to perform this operation. It is either closed or invalid in "
     "this context."};
 
+inline constexpr KnownError kRowDeleted{
+    -2147217885, "Row handle referred to a deleted row or a row marked for deletion.",
+    errors::kDatabaseSource};
+
 // As Field.Type and Parameter.Type number them.
 enum class AdoType : std::int32_t {
   Empty = 0,

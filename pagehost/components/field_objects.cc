@@ -92,7 +92,7 @@ class FieldObject final : public TabledObject<FieldObject> {
   }
 
  private:
-  Value current() { return recordset_->rows().field(ordinal_); }
+  Value current() { return recordset_->row().field(ordinal_); }
   // For what is asked of a field without a row: nothing is known of its values then.
   Value current_or_null() {
     if (recordset_->is_made()) return Value::null();
@@ -106,7 +106,7 @@ class FieldObject final : public TabledObject<FieldObject> {
     return {};
   }
   Value name(const Call&) { return Value::text(recordset_->field_name(ordinal_)); }
-  Value original_value(const Call&) { return recordset_->rows().original(ordinal_); }
+  Value original_value(const Call&) { return recordset_->row().original(ordinal_); }
   platform::ColumnTraits traits() { return recordset_->field_traits(ordinal_); }
   Value type(const Call&) {
     if (const MemoryColumn* made = recordset_->memory_column(ordinal_)) {

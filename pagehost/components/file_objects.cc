@@ -254,7 +254,7 @@ class FileObject final : public TabledObject<FileObject> {
     return {};
   }
   Value open(const Call& call) {
-    const auto use = static_cast<StreamUse>(call.number_or(0, 1));
+    const auto use = stream_use(call.number_or(0, 1));
     const TextFormat format = call.number_or(1, 0) == -1 ? TextFormat::Unicode : TextFormat::Ansi;
     return Value::object(make_ref<TextStream>(place_.system, place_.path, use, format));
   }

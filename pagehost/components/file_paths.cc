@@ -40,7 +40,9 @@ std::string_view parent_folder_of(std::string_view path) {
 
 std::string joined_path(std::string_view folder, std::string_view name) {
   std::string out(folder);
-  if (!out.empty() && out.back() != '/' && out.back() != '\\') out += '/';
+  const bool of_drives = folder.find('/') == std::string_view::npos &&
+                         (folder.find('\\') != std::string_view::npos || folder.ends_with(':'));
+  if (!out.empty() && out.back() != '/' && out.back() != '\\') out += of_drives ? '\\' : '/';
   return out.append(name);
 }
 

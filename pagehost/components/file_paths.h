@@ -12,6 +12,7 @@ std::string_view file_name_of(std::string_view path);      // "c.txt" of "/a/b/c
 std::string_view base_name_of(std::string_view path);      // "c"
 std::string_view extension_of(std::string_view path);      // "txt"
 std::string_view parent_folder_of(std::string_view path);  // "/a/b"
+// With the separator that the folder's own path has, "/" where it has none.
 std::string joined_path(std::string_view folder, std::string_view name);
 // A relative path is taken from the site's folder: pages have no other current folder.
 std::string path_in_site(std::string_view site_root, std::string_view path);

@@ -15,11 +15,6 @@ namespace {
 
 constexpr std::int32_t kUnicodeFormat = -1;
 
-StreamUse stream_use(std::int32_t mode) {
-  if (mode != 1 && mode != 2 && mode != 8) raise(errors::kInvalidCall);
-  return static_cast<StreamUse>(mode);
-}
-
 }  // namespace
 
 std::span<const Member<FileSystemObject>> FileSystemObject::members() {
@@ -43,6 +38,7 @@ std::span<const Member<FileSystemObject>> FileSystemObject::members() {
       {"GetAbsolutePathName", &F::absolute_path_name, 1, 1},
       {"GetDriveName", &F::drive_name, 1, 1},
       {"BuildPath", &F::build_path, 2, 2},
+      {"GetSpecialFolder", &F::special_folder, 1, 1},
       {"GetTempName", &F::temp_name},
       {"DeleteFile", &F::delete_file, 1, 2},
       {"DeleteFolder", &F::delete_folder, 1, 2},
@@ -144,6 +140,12 @@ Value FileSystemObject::drive_name(const Call& call) {
 
 Value FileSystemObject::build_path(const Call& call) {
   return Value::text(joined_path(call.text(0), call.text(1)));
+}
+
+// The system's folders and the one for temporary files lie outside of the site.
+Value FileSystemObject::special_folder(const Call& call) {
+  const std::int32_t which = call.number(0);
+  raise(which < 0 || which > 2 ? errors::kInvalidCall : errors::kPathNotFound);
 }
 
 // As "rad1A2B3.tmp"; no file is made.

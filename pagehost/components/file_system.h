@@ -44,6 +44,7 @@ class FileSystemObject final : public TabledObject<FileSystemObject> {
   Value absolute_path_name(const Call& call);
   Value drive_name(const Call& call);
   Value build_path(const Call& call);
+  Value special_folder(const Call& call);
   Value temp_name(const Call& call);
   Value delete_file(const Call& call);
   Value delete_folder(const Call& call);

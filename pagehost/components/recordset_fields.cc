@@ -91,7 +91,7 @@ Value RecordsetObject::fields(const Call& call) {
 // Collect(name): the value itself, without a Field between.
 Value RecordsetObject::collect(const Call& call) {
   const std::size_t ordinal = ordinal_of(call.at(0));
-  if (!call.assigns()) return rows().field(ordinal);
+  if (!call.assigns()) return row().field(ordinal);
   set_field(ordinal, plain_value(call.assigned()));
   return {};
 }
@@ -106,7 +106,7 @@ ColumnType RecordsetObject::column_type(std::size_t ordinal) {
 
 void RecordsetObject::set_field(std::size_t ordinal, const Value& value) {
   hold_batch();
-  rows().set_field(ordinal, value_as(column_type(ordinal), value));
+  row().set_field(ordinal, value_as(column_type(ordinal), value));
   chunks_ = {};
   if (editing_ == Editing::None) editing_ = Editing::Row;
 }
@@ -133,7 +133,7 @@ void RecordsetObject::append_chunk(std::size_t ordinal, const Value& more) {
 Value RecordsetObject::next_chunk(std::size_t ordinal, std::size_t count) {
   if (chunks_.column != ordinal || chunks_.appending) chunks_ = {ordinal, false, 0};
   const std::size_t from = chunks_.read;
-  const Value now = rows().field(ordinal);
+  const Value now = row().field(ordinal);
   Value out = Value::null();
   if (holds_bytes(now) && from < now.as_array().bytes().size()) {
     out = Value::array(Array::of_bytes(now.as_array().bytes().substr(from, count)));

@@ -125,6 +125,11 @@ platform::Recordset& RecordsetObject::rows() {
   return *rows_;
 }
 
+platform::Recordset& RecordsetObject::row() {
+  if (editing_ == Editing::Deleted) raise(kRowDeleted);
+  return rows();
+}
+
 void RecordsetObject::connect(const Value& connection) {
   if (connection.is_object()) {
     Ref<ConnectionObject> given(dynamic_cast<ConnectionObject*>(connection.as_object()));
@@ -209,7 +214,8 @@ bool RecordsetObject::held_by_client() const {
 // A row that is being changed wants its Update or CancelUpdate first.
 Value RecordsetObject::close(const Call&) {
   rows();
-  if (editing_ != Editing::None && lock_type_ != kLockBatch) raise(errors::kNotAllowedInContext);
+  const bool changing = editing_ == Editing::Row || editing_ == Editing::NewRow;
+  if (changing && lock_type_ != kLockBatch) raise(errors::kNotAllowedInContext);
   const auto outlives = opened_;
   const auto closing = std::exchange(rows_, nullptr);
   shut();
@@ -403,8 +409,9 @@ Value RecordsetObject::cancel_update(const Call&) {
 
 Value RecordsetObject::remove(const Call&) {
   hold_batch();
-  rows().remove();
+  row().remove();
   settle();
+  editing_ = Editing::Deleted;
   return {};
 }
 

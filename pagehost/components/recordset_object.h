@@ -50,6 +50,8 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
 
   // The open rows; raises 3704 where there are none.
   platform::Recordset& rows();
+  // The same for a look at the current row; raises -2147217885 where the page removed it.
+  platform::Recordset& row();
   // The place of a column by its name or number; raises 3265.
   std::size_t ordinal_of(const Value& index);
   // As the column's type holds it; raises -2147352571 where it cannot, and 3251.
@@ -165,7 +167,7 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
     std::size_t read = 0;
   };
   Chunks chunks_;
-  enum class Editing : std::uint8_t { None = 0, Row = 1, NewRow = 2 };
+  enum class Editing : std::uint8_t { None = 0, Row = 1, NewRow = 2, Deleted = 4 };
   Editing editing_ = Editing::None;
 };
 

@@ -155,7 +155,10 @@ void RecordsetObject::show_again() {
 // Filter: a condition, an array of bookmarks, 1 for the rows whose changes are pending, or 0 or ""
 // for all rows.
 Value RecordsetObject::filter(const Call& call) {
-  if (!call.assigns()) return filter_;
+  if (!call.assigns()) {
+    const bool none = filter_.is_text() && filter_.as_view().empty();
+    return none ? Value::long_integer(kFilterNone) : filter_;
+  }
   rows();
   Value given = plain_value(call.assigned());
   if (!given.is_text() && !given.is_array()) {

@@ -13,6 +13,11 @@ constexpr std::string_view kUtf16Mark = "\xFF\xFE";
 
 }  // namespace
 
+StreamUse stream_use(std::int32_t mode) {
+  if (mode != 1 && mode != 2 && mode != 8) raise(errors::kInvalidCall);
+  return static_cast<StreamUse>(mode);
+}
+
 TextStream::TextStream(const FileSystem& system, std::string path, StreamUse use, TextFormat format)
     : system_(system), path_(std::move(path)), use_(use), format_(format) {
   if (use_ == StreamUse::Read) {

@@ -22,6 +22,9 @@ inline constexpr std::size_t kMaxStreamBytes = std::size_t{64} << 20;
 
 enum class StreamUse : std::uint8_t { Read = 1, Write = 2, Append = 8 };
 
+// As pages number it; raises 5 for a number that is none.
+StreamUse stream_use(std::int32_t mode);
+
 // Of a file without a byte-order mark, and of a new one.
 enum class TextFormat : std::uint8_t { Ansi, Unicode };
 

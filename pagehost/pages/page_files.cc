@@ -25,6 +25,18 @@ std::string_view trimmed(std::string_view path) {
   return path;
 }
 
+std::string_view last_step(std::string_view path) {
+  path = trimmed(path);
+  const std::size_t slash = path.find_last_of("/\\");
+  return slash == std::string_view::npos ? path : path.substr(slash + 1);
+}
+
+// Whether a system that pages were written for could have a file of this name: visitors' names are
+// checked by trying, and backups go back to such systems.
+bool is_portable_name(std::string_view name) {
+  return name.find_first_of("<>:\"|?*") == std::string_view::npos;
+}
+
 }  // namespace
 
 bool PageFiles::is_hidden_name(std::string_view folder, std::string_view name) const {
@@ -54,6 +66,8 @@ void PageFiles::must_be_shown(std::string_view path) const {
 
 void PageFiles::must_be_free(std::string_view path) const {
   if (is_hidden(path)) raise(errors::kPermissionDenied);
+  // A file that came from elsewhere may have such a name and is used as it is.
+  if (!is_portable_name(last_step(path)) && !files_.find(path)) raise(errors::kBadFileName);
 }
 
 std::optional<std::string> PageFiles::find(std::string_view path) const {

@@ -1,6 +1,7 @@
 // PageFiles: the site's files as pages may touch them: without the files that a database engine
 // keeps beside an open database. A page that reads or removes one of those, by a path that a
-// visitor made up, would lose what was written; to pages they are not there.
+// visitor made up, would lose what was written; to pages they are not there. What pages make has a
+// name that every system takes.
 //
 // Several threads may call, as on the files beneath.
 #ifndef RK_PAGEHOST_PAGES_PAGE_FILES_H_
@@ -36,7 +37,7 @@ class PageFiles final : public platform::Files {
   bool is_hidden(std::string_view path) const;
   bool is_hidden_name(std::string_view folder, std::string_view name) const;
   void must_be_shown(std::string_view path) const;  // else 53
-  void must_be_free(std::string_view path) const;   // else 70
+  void must_be_free(std::string_view path) const;   // else 70, or 52
 
   platform::Files& files_;
 };

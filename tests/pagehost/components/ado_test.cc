@@ -201,6 +201,40 @@ TEST_F(Ado, FilterAndSortChooseAndOrderTheRows) {
             "3,it's;2,-;1,one;");
 }
 
+TEST_F(Ado, WithoutAFilterItReadsAsZero) {
+  const Value rows = opened();
+  EXPECT_TRUE(get(rows, "Filter").kind() == Value::Kind::Long);
+  for (const Value& none : {t(""), n(0)}) {
+    let(rows, "Filter", {t("Id=1")});
+    let(rows, "Filter", {none});
+    EXPECT_EQ(text_of(get(rows, "Filter")), "0");
+    EXPECT_EQ(text_of(get(rows, "RecordCount")), "3");
+  }
+}
+
+TEST_F(Ado, ARowThatWasRemovedSaysSoUntilAnotherIsCurrent) {
+  const Value rows = recordset();
+  get(get(rows, "Fields"), "Append", {t("Id"), n(3)});
+  get(rows, "Open");
+  for (const int id : {1, 2}) {
+    get(rows, "AddNew");
+    let(rows, "", {t("Id"), n(id)});
+  }
+  get(rows, "Update");
+  get(rows, "MoveFirst");
+  const Value field = get(rows, "Fields", {t("Id")});
+  get(rows, "Delete");
+  EXPECT_EQ(text_of(get(rows, "EditMode")), "4");
+  EXPECT_EQ(error_number([&] { text_of(field); }), -2147217885);
+  EXPECT_EQ(error_number([&] { get(rows, "Collect", {t("Id")}); }), -2147217885);
+  EXPECT_EQ(error_number([&] { let(rows, "", {t("Id"), n(5)}); }), -2147217885);
+  EXPECT_EQ(error_number([&] { get(rows, "Delete"); }), -2147217885);
+  get(rows, "MoveNext");
+  EXPECT_EQ(text_of(field), "2");
+  get(rows, "Delete");
+  get(rows, "Close");
+}
+
 TEST_F(Ado, AFilterOfRowsReadForwardOnlyReadsThemAsAStaticSet) {
   const Value rows = opened(0, 1);
   EXPECT_EQ(error_number([&] { get(rows, "Bookmark"); }), 3251);

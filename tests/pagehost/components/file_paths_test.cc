@@ -14,6 +14,11 @@ TEST(FilePaths, PartsAreNamedWithEitherSlash) {
   EXPECT_EQ(parent_folder_of("/a"), "/");
   EXPECT_EQ(joined_path("/a/", "b"), "/a/b");
   EXPECT_EQ(joined_path("/a", "b"), "/a/b");
+  EXPECT_EQ(joined_path("c:\\a", "b"), "c:\\a\\b");
+  EXPECT_EQ(joined_path("c:", "b"), "c:\\b");
+  EXPECT_EQ(joined_path("/site\\a", "b"), "/site\\a/b");
+  EXPECT_EQ(path_in_site("/site", "a.txt"), "/site/a.txt");
+  EXPECT_EQ(path_in_site("/site", "\\b\\a.txt"), "\\b\\a.txt");
 }
 
 TEST(FilePaths, WildcardsStandForAnyLetters) {

@@ -1,7 +1,11 @@
 #include "pagehost/components/file_system.h"
 
 #include <gtest/gtest.h>
+#include <stdlib.h>
 
+#include <filesystem>
+
+#include "adapters/posix/files.h"
 #include "tests/support/fixed_clock.h"
 #include "tests/support/fixed_random.h"
 #include "tests/support/memory_files.h"
@@ -49,6 +53,76 @@ TEST_F(FileSystemTest, ThereIsOneDrive) {
   EXPECT_GE(get(drive, "FreeSpace").as_double(), 0);
   EXPECT_FALSE(get(fso_, "DriveExists", {t("c:")}).as_boolean());
   EXPECT_EQ(text_of(get(fso_, "GetDriveName", {t("c:\\x")})), "c:");
+}
+
+TEST_F(FileSystemTest, PathsOfDrivesAreCutAndJoinedAsTexts) {
+  EXPECT_EQ(text_of(get(fso_, "BuildPath", {t("c:\\x"), t("y")})), "c:\\x\\y");
+  EXPECT_EQ(text_of(get(fso_, "BuildPath", {t("c:\\"), t("y")})), "c:\\y");
+  EXPECT_EQ(text_of(get(fso_, "GetParentFolderName", {t("c:\\x\\y")})), "c:\\x");
+  EXPECT_EQ(text_of(get(fso_, "GetFileName", {t("c:\\x\\y.txt")})), "y.txt");
+  EXPECT_EQ(text_of(get(fso_, "GetDriveName", {t("/site/x")})), "");
+}
+
+TEST_F(FileSystemTest, NoFolderOfTheSystemIsSeen) {
+  EXPECT_EQ(error_number([&] { get(fso_, "GetSpecialFolder", {n(2)}); }), 76);
+  EXPECT_EQ(error_number([&] { get(fso_, "GetSpecialFolder", {n(3)}); }), 5);
+}
+
+TEST_F(FileSystemTest, AnEmptyFileHasNothingToRead) {
+  files_.put("/site/a.txt", "");
+  const Value stream = get(fso_, "OpenTextFile", {t("/site/a.txt")});
+  EXPECT_TRUE(get(stream, "AtEndOfStream").as_boolean());
+  for (const char* member : {"ReadAll", "ReadLine", "SkipLine"}) {
+    EXPECT_EQ(error_number([&] { get(stream, member); }), 62) << member;
+  }
+  EXPECT_EQ(error_number([&] { get(stream, "Read", {n(1)}); }), 62);
+}
+
+TEST_F(FileSystemTest, ModesAndFormatsAreThoseOfItsNumbers) {
+  files_.put("/site/a.txt", "\xD6\xD0");
+  const auto text = [&](std::int16_t format) {
+    return text_of(
+        get(get(fso_, "OpenTextFile", {t("/site/a.txt"), n(1), Value::boolean(false), n(format)}),
+            "ReadAll"));
+  };
+  EXPECT_EQ(text(0), "\xE4\xB8\xAD");
+  EXPECT_EQ(text(-2), "\xE4\xB8\xAD");
+  EXPECT_EQ(text(-1), "\xED\x83\x96") << "as one unit of two bytes";
+  EXPECT_EQ(error_number([&] { get(fso_, "OpenTextFile", {t("/site/a.txt"), n(3)}); }), 5);
+  const Value file = get(fso_, "GetFile", {t("/site/a.txt")});
+  EXPECT_EQ(error_number([&] { get(file, "OpenAsTextStream", {n(3)}); }), 5);
+  get(get(file, "OpenAsTextStream", {n(8)}), "Write", {t("b")});
+  EXPECT_EQ(files_.read("/site/a.txt"),
+            "\xD6\xD0"
+            "b");
+}
+
+TEST_F(FileSystemTest, FoldersAreMadeCopiedMovedAndRemovedWhole) {
+  std::string pattern = (std::filesystem::temp_directory_path() / "folders-XXXXXX").string();
+  const std::string root = ::mkdtemp(pattern.data());
+  posix::PosixFiles disk({root}, pages_);
+  const Value fso = Value::object(make_ref<FileSystemObject>(
+      FileSystem{&disk, &pages_, platform::kGb2312}, random_, clock_, root));
+  EXPECT_EQ(text_of(get(get(fso, "CreateFolder", {t("a")}), "Name")), "a");
+  EXPECT_EQ(error_number([&] { get(fso, "CreateFolder", {t("A")}); }), 58);
+  get(get(get(fso, "GetFolder", {t("a")}), "SubFolders"), "Add", {t("b")});
+  disk.write(root + "/a/b/c.txt", "1");
+  get(fso, "CopyFolder", {t("a"), t("d")});
+  EXPECT_EQ(disk.read(root + "/d/b/c.txt"), "1");
+  get(fso, "MoveFolder", {t("d"), t("e")});
+  EXPECT_FALSE(get(fso, "FolderExists", {t("d")}).as_boolean());
+  EXPECT_EQ(tests::walked(get(get(fso, "GetFolder", {t("e")}), "SubFolders")), root + "/e/b");
+  get(fso, "DeleteFolder", {t("e")});
+  EXPECT_EQ(disk.names(root), std::vector<std::string>{"a"});
+  EXPECT_EQ(error_number([&] { get(fso, "DeleteFolder", {t("none")}); }), 76);
+  std::filesystem::remove_all(root);
+}
+
+TEST_F(FileSystemTest, NamesForTheMomentAreOfOneForm) {
+  const std::string name = text_of(get(fso_, "GetTempName"));
+  ASSERT_EQ(name.size(), 12u);
+  EXPECT_TRUE(name.starts_with("rad") && name.ends_with(".tmp")) << name;
+  EXPECT_FALSE(files_.find("/site/" + name));
 }
 
 TEST_F(FileSystemTest, ARelativePathIsTakenFromTheSite) {

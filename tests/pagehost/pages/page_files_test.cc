@@ -54,6 +54,20 @@ TEST_F(PageFilesTest, AFolderShowsTheRest) {
   EXPECT_EQ(shown_.read("/site/data/a-wal"), "x");
 }
 
+TEST_F(PageFilesTest, ANewFileHasANameThatEverySystemTakes) {
+  for (const char* name : {"a?b.txt", "c:x.txt", "a*", "a|b", "<a>", "a\"b"}) {
+    const std::string path = "/site/data/" + std::string(name);
+    EXPECT_EQ(error_of([&] { shown_.write(path, "y"); }), 52) << name;
+    EXPECT_EQ(error_of([&] { shown_.append(path, "y"); }), 52) << name;
+    EXPECT_EQ(error_of([&] { shown_.make_folder(path); }), 52) << name;
+    EXPECT_EQ(error_of([&] { shown_.rename("/site/data/a-wal", path); }), 52) << name;
+  }
+  files_.put("/site/data/old:name.txt", "x");
+  shown_.write("/site/data/old:name.txt", "y");
+  EXPECT_EQ(shown_.read("/site/data/old:name.txt"), "y") << "it came from elsewhere";
+  shown_.write("/site/data/\xE4\xB8\xAD (1)'&;.txt", "y");
+}
+
 TEST_F(PageFilesTest, OtherFilesAreReachedAsTheyAre) {
   shown_.write("/site/data/new.txt", "1");
   shown_.append("/site/data/new.txt", "2");
