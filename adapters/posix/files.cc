@@ -25,6 +25,10 @@ constexpr std::size_t kMaxListings = 1024;
 // Files known at once: pages and includes of a large site.
 constexpr std::size_t kMaxKnownFiles = 16384;
 
+// Folders looked into for one path: a path has some few parts, and a page that makes folders of all
+// letter cases inside one another must not make a search of it.
+constexpr std::size_t kMaxLooks = 1024;
+
 // A folder that changed within this time of being listed may have changed again in the same tick
 // of the file system's clock, so its listing is not trusted the next time.
 constexpr std::int64_t kSettledNs = 100'000'000;
@@ -128,12 +132,22 @@ struct PosixFiles::Listing {
   timespec modified{};
   ino_t inode = 0;
   bool settled = false;
-  std::vector<std::string> names;  // in byte order
-  // Lowered name -> index of the first name in byte order that has it.
-  std::unordered_map<std::string, std::size_t> lowered;
+  std::vector<std::string> names;                            // in byte order
+  std::vector<std::pair<std::string, std::size_t>> lowered;  // with the place in names; sorted
 
   bool has(std::string_view name) const {
     return std::binary_search(names.begin(), names.end(), name);
+  }
+  // The names that are this one in some letter case: the exact one first, then in byte order.
+  std::vector<std::string_view> in_any_case(std::string_view name) const {
+    std::vector<std::string_view> found;
+    if (has(name)) found.push_back(name);
+    const std::pair<std::string, std::size_t> wanted{lowered_ascii(name), 0};
+    for (auto at = std::lower_bound(lowered.begin(), lowered.end(), wanted);
+         at != lowered.end() && at->first == wanted.first; ++at) {
+      if (names[at->second] != name) found.emplace_back(names[at->second]);
+    }
+    return found;
   }
 };
 
@@ -169,31 +183,36 @@ std::shared_ptr<const PosixFiles::Listing> PosixFiles::listing(const std::string
   }
   std::sort(fresh->names.begin(), fresh->names.end());
   for (std::size_t i = 0; i < fresh->names.size(); ++i) {
-    fresh->lowered.emplace(lowered_ascii(fresh->names[i]), i);
+    fresh->lowered.emplace_back(lowered_ascii(fresh->names[i]), i);
   }
+  std::sort(fresh->lowered.begin(), fresh->lowered.end());
   const std::lock_guard lock(mutex_);
   if (listings_.size() >= kMaxListings) listings_.clear();
   listings_[folder] = fresh;
   return fresh;
 }
 
+// Goes on from a folder by the rest of a path ("/inc/top.asp"). Where folders differ in letter case
+// only, the file may lie in any of them.
+bool PosixFiles::lead_on(std::string& found, std::string_view rest, std::size_t& looks) const {
+  if (rest.empty()) return true;
+  if (++looks > kMaxLooks) return false;
+  const std::shared_ptr<const Listing> entries = listing(found);
+  if (!entries) return false;
+  const std::size_t end = std::min(rest.find('/', 1), rest.size());
+  const std::size_t length = found.size();
+  for (const std::string_view name : entries->in_any_case(rest.substr(1, end - 1))) {
+    found.append("/").append(name);
+    if (lead_on(found, rest.substr(end), looks)) return true;
+    found.resize(length);
+  }
+  return false;
+}
+
 std::optional<std::string> PosixFiles::on_disk(const std::string& cleaned) const {
   std::string found(roots_.root_of(cleaned));
-  std::size_t start = found.size();
-  while (start < cleaned.size()) {
-    const std::size_t end = std::min(cleaned.find('/', start + 1), cleaned.size());
-    const std::string name = cleaned.substr(start + 1, end - start - 1);
-    const std::shared_ptr<const Listing> entries = listing(found);
-    if (!entries) return std::nullopt;
-    if (entries->has(name)) {
-      found.append("/").append(name);
-    } else {
-      const auto other = entries->lowered.find(lowered_ascii(name));
-      if (other == entries->lowered.end()) return std::nullopt;
-      found.append("/").append(entries->names[other->second]);
-    }
-    start = end;
-  }
+  std::size_t looks = 0;
+  if (!lead_on(found, std::string_view(cleaned).substr(found.size()), looks)) return std::nullopt;
   return found;
 }
 
@@ -205,7 +224,8 @@ std::optional<PosixFiles::Found> PosixFiles::open_any_case(std::string_view path
   }
   Descriptor exact = roots_.open(cleaned, flags);
   if (exact) return Found{std::move(cleaned), std::move(exact)};
-  if (errno != ENOENT) return std::nullopt;
+  // ENOTDIR: a file has the name of a folder in another letter case.
+  if (errno != ENOENT && errno != ENOTDIR) return std::nullopt;
   const std::optional<std::string> other = on_disk(cleaned);
   if (!other) {
     errno = ENOENT;

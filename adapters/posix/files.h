@@ -1,12 +1,14 @@
 // Files of a site on a POSIX file system, found as pages for a case-insensitive one name them.
 //
 // The exact name is tried first; where it is not there, each part of the path is looked up without
-// regard to the letter case of ASCII letters in its folder's listing. Listings are kept and
-// checked by the folder's time stamp. No path leaves the roots, whatever ".." or links it has.
+// regard to the letter case of ASCII letters in its folder's listing, the exact name first; a name
+// that leads on in one folder only is found there. Listings are kept and checked by the folder's
+// time stamp. No path leaves the roots, whatever ".." or links it has.
 // Several threads may call.
 #ifndef RK_ADAPTERS_POSIX_FILES_H_
 #define RK_ADAPTERS_POSIX_FILES_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -79,6 +81,7 @@ class PosixFiles final : public platform::Files {
   bool is_known(const std::string& cleaned, const KnownFile& file) const;
   std::optional<Found> open_any_case(std::string_view path, int flags) const;
   std::optional<std::string> on_disk(const std::string& cleaned) const;
+  bool lead_on(std::string& found, std::string_view rest, std::size_t& looks) const;
   std::shared_ptr<const Listing> listing(const std::string& folder) const;
   std::string destination(std::string_view path) const;
   std::string behind_links(const Found& found) const;

@@ -90,6 +90,61 @@ TEST_F(FilesTest, AFileOfTheExactCaseIsPreferred) {
   EXPECT_EQ(site.read(site_ + "/a.TXT"), "capital") << "the first in byte order";
 }
 
+TEST_F(FilesTest, FoldersThatDifferInLetterCaseOnlyAreAllLookedIn) {
+  fs::create_directories(site_ + "/Inc/Sub");
+  fs::create_directories(site_ + "/inc/sub");
+  fs::create_directories(site_ + "/INC");
+  put(site_ + "/Inc/only.asp", "upper");
+  put(site_ + "/inc/config.asp", "lower");
+  put(site_ + "/Inc/both.asp", "both upper");
+  put(site_ + "/inc/both.asp", "both lower");
+  put(site_ + "/inc/sub/deep.asp", "deep");
+  const PosixFiles files = this->files();
+  EXPECT_EQ(files.find(site_ + "/inc/ONLY.asp"), site_ + "/Inc/only.asp");
+  EXPECT_EQ(files.find(site_ + "/INC/only.asp"), site_ + "/Inc/only.asp");
+  EXPECT_EQ(files.find(site_ + "\\iNC\\Config.asp"), site_ + "/inc/config.asp");
+  EXPECT_EQ(files.read(site_ + "/inc/both.ASP"), "both lower") << "the exact folder first";
+  EXPECT_EQ(files.read(site_ + "/Inc/Both.asp"), "both upper");
+  EXPECT_EQ(files.read(site_ + "/INC/Sub/Deep.asp"), "deep");
+  EXPECT_EQ(files.find(site_ + "/INC/none.asp"), std::nullopt);
+  EXPECT_TRUE(files.is_folder(site_ + "/inc/SUB"));
+}
+
+TEST_F(FilesTest, AFileIsNoFolderOfAnotherLetterCase) {
+  put(site_ + "/shop", "a file");
+  fs::create_directories(site_ + "/Shop");
+  put(site_ + "/Shop/a.asp", "found");
+  EXPECT_EQ(files().read(site_ + "/shop/a.asp"), "found");
+  EXPECT_EQ(files().read(site_ + "/shop"), "a file");
+}
+
+TEST_F(FilesTest, AFileIsReplacedInWhicheverFolderItLies) {
+  fs::create_directories(site_ + "/Log");
+  fs::create_directories(site_ + "/log");
+  put(site_ + "/Log/today.txt", "old");
+  PosixFiles files = this->files();
+  files.write(site_ + "/log/Today.txt", "new");
+  files.write(site_ + "/log/other.txt", "made");
+  EXPECT_EQ(content(site_ + "/Log/today.txt"), "new");
+  EXPECT_EQ(content(site_ + "/log/other.txt"), "made") << "a new one in the folder named";
+}
+
+// A page may make them; looking into all of them would be a search for ever.
+TEST_F(FilesTest, FoldersOfAllLetterCasesInsideOneAnotherAreNotAllLookedInto) {
+  const auto fill = [](const auto& self, const std::string& under, int depth) -> void {
+    for (const char* name : {"/ab", "/aB", "/Ab", "/AB"}) {
+      fs::create_directories(under + name);
+      if (depth > 1) self(self, under + name, depth - 1);
+    }
+  };
+  fill(fill, site_, 5);
+  put(site_ + "/Ab/AB/AB/AB/AB/near", "x");
+  put(site_ + "/ab/ab/ab/ab/ab/last", "x");
+  EXPECT_TRUE(files().find(site_ + "/AB/AB/AB/AB/AB/near"));
+  EXPECT_TRUE(files().find(site_ + "/ab/ab/ab/ab/ab/LAST"));
+  EXPECT_FALSE(files().find(site_ + "/AB/AB/AB/AB/AB/last")) << "the last of 1365 folders";
+}
+
 TEST_F(FilesTest, ANewFileAndARemovedOneAreNoticedAtOnce) {
   PosixFiles site = files();
   EXPECT_FALSE(site.find(site_ + "/NEW.TXT"));
