@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <functional>
 #include <string>
 #include <utility>
@@ -29,12 +30,23 @@ class ValueWalk final : public Enumeration {
 };
 
 // What a request or a row gave is a key by its plain value; other objects are keys themselves.
-Value plain_key(const Value& key) {
-  if (!key.is_object() || key.as_object() == nullptr) return key;
-  const std::string_view type = key.as_object()->type_name();
-  const bool is_text = type == "IStringList" || type == "IReadCookie" || type == "Field";
-  return is_text ? plain_value(key) : key;
-}
+class PlainKey {
+ public:
+  explicit PlainKey(const Value& key) : key_(&key) {
+    if (!key.is_object() || key.as_object() == nullptr) return;
+    const std::string_view type = key.as_object()->type_name();
+    if (type != "IStringList" && type != "IReadCookie" && type != "Field") return;
+    made_ = plain_value(key);
+    key_ = &made_;
+  }
+  PlainKey(const PlainKey&) = delete;
+  PlainKey& operator=(const PlainKey&) = delete;
+  const Value& operator*() const { return *key_; }
+
+ private:
+  Value made_;
+  const Value* key_;
+};
 
 bool is_number(const Value& key) {
   switch (key.kind()) {
@@ -48,6 +60,26 @@ bool is_number(const Value& key) {
     default:
       return true;
   }
+}
+
+std::optional<std::int64_t> whole_number(double number) {
+  // Beyond it not every whole number has a Double of its own, so counting would go astray.
+  constexpr double kMostCounted = 9007199254740992.0;
+  if (!(std::abs(number) < kMostCounted) || number != std::trunc(number)) return std::nullopt;
+  return static_cast<std::int64_t>(number);
+}
+
+std::optional<std::int64_t> whole_number(const Value& key) {
+  if (key.kind() == Value::Kind::Long) return key.as_long();
+  if (key.kind() == Value::Kind::Integer) return key.as_integer();
+  return is_number(key) ? whole_number(to_double(key)) : std::nullopt;
+}
+
+// All bits of a hash count, and numbers one after another differ in few of them only.
+std::uint32_t spread(std::uint64_t hash) {
+  constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15u;
+  constexpr unsigned kHighHalf = 32;
+  return static_cast<std::uint32_t>(hash * kSpread >> kHighHalf);
 }
 
 }  // namespace
@@ -82,13 +114,13 @@ void Dictionary::add_held(rk::HeldMemory& held) const {
 }
 
 // Equal keys have equal hashes: numbers by their value whatever their width, objects by identity.
-std::size_t Dictionary::hash_of(const Value& key) const {
+std::uint32_t Dictionary::hash_of(const Value& key) const {
   switch (key.kind()) {
     case Value::Kind::String:
-      if (compare_mode_ == 0) return std::hash<std::string_view>()(key.as_view());
-      return std::hash<std::string>()(lower_case(key.as_view()));
+      if (compare_mode_ == 0) return spread(std::hash<std::string_view>()(key.as_view()));
+      return spread(std::hash<std::string>()(lower_case(key.as_view())));
     case Value::Kind::Object:
-      return std::hash<const void*>()(key.as_object());
+      return spread(std::hash<const void*>()(key.as_object()));
     case Value::Kind::Empty:
     case Value::Kind::Null:
       return 0;
@@ -96,7 +128,8 @@ std::size_t Dictionary::hash_of(const Value& key) const {
     case Value::Kind::Error:
       raise(errors::kInvalidCall);
     default:
-      return std::hash<double>()(to_double(key));
+      if (const auto whole = whole_number(key)) return spread(static_cast<std::uint64_t>(*whole));
+      return spread(std::hash<double>()(to_double(key)));
   }
 }
 
@@ -110,12 +143,9 @@ bool Dictionary::same_key(const Value& a, const Value& b) const {
   return lower_case(a.as_view()) == lower_case(b.as_view());
 }
 
-std::size_t Dictionary::slot_of(const Value& key, std::size_t hash) const {
-  // Numbers one after another have hashes that differ in few bits only: all of them are to count.
-  constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15u;
-  constexpr unsigned kHighHalf = 32;
+std::size_t Dictionary::slot_of(const Value& key, std::uint32_t hash) const {
   const std::size_t mask = slots_.size() - 1;
-  std::size_t at = static_cast<std::size_t>((hash * kSpread) >> kHighHalf) & mask;
+  std::size_t at = hash & mask;
   for (; slots_[at] != 0; at = (at + 1) & mask) {
     const Entry& there = entries_[slots_[at] - 1];
     if (!there.removed && there.hash == hash && same_key(there.key, key)) break;
@@ -123,16 +153,38 @@ std::size_t Dictionary::slot_of(const Value& key, std::size_t hash) const {
   return at;
 }
 
+std::optional<std::size_t> Dictionary::counted_place(const Value& key) const {
+  const auto whole = whole_number(key);
+  if (!whole) return std::nullopt;
+  if (entries_.empty()) return 0;
+  const auto distance = static_cast<std::uint64_t>(*whole - first_key_);
+  if (distance > entries_.size()) return std::nullopt;
+  return static_cast<std::size_t>(distance);
+}
+
 Dictionary::Entry* Dictionary::find(const Value& key) {
-  const std::size_t hash = hash_of(key);
-  if (count_ == 0) return nullptr;
+  if (counts_up_) {
+    const auto place = counted_place(key);
+    if (place && *place < entries_.size()) return &entries_[*place];
+  }
+  const std::uint32_t hash = hash_of(key);  // which refuses what can be no key
+  if (counts_up_ || count_ == 0) return nullptr;
   const std::uint32_t place = slots_[slot_of(key, hash)];
   return place == 0 ? nullptr : &entries_[place - 1];
 }
 
 Dictionary::Entry& Dictionary::entry(const Value& key) {
-  const std::size_t hash = hash_of(key);
-  if (2 * (entries_.size() + 1) > slots_.size()) make_room();
+  if (counts_up_) {
+    if (const auto place = counted_place(key)) {
+      if (*place < entries_.size()) return entries_[*place];
+      if (entries_.empty()) first_key_ = *whole_number(key);
+      ++count_;
+      entries_.push_back({key, Value()});
+      return entries_.back();
+    }
+  }
+  const std::uint32_t hash = hash_of(key);
+  if (counts_up_ || 2 * (entries_.size() + 1) > slots_.size()) make_table();
   const std::size_t slot = slot_of(key, hash);
   if (slots_[slot] == 0) {
     entries_.push_back({key, Value(), hash, false});
@@ -143,39 +195,47 @@ Dictionary::Entry& Dictionary::entry(const Value& key) {
 }
 
 // Forgets what was removed, and makes the table four times as large as what is left.
-void Dictionary::make_room() {
+void Dictionary::make_table() {
   constexpr std::size_t kFewSlots = 16;
   std::erase_if(entries_, [](const Entry& entry) { return entry.removed; });
   const std::size_t size = std::bit_ceil(std::max(kFewSlots, 4 * (entries_.size() + 1)));
   slots_.assign(size, 0);
   for (std::size_t i = 0; i < entries_.size(); ++i) {
-    slots_[slot_of(entries_[i].key, entries_[i].hash)] = static_cast<std::uint32_t>(i + 1);
+    Entry& entry = entries_[i];
+    if (counts_up_) entry.hash = hash_of(entry.key);
+    slots_[slot_of(entry.key, entry.hash)] = static_cast<std::uint32_t>(i + 1);
   }
+  counts_up_ = false;
 }
 
+// What is assigned comes first: its default member may run script that changes this dictionary.
 Value Dictionary::item(const Call& call) {
-  Entry& found = entry(plain_key(call.at(0)));
-  if (!call.assigns()) return found.item;
-  found.item = call.assigned_value();
+  const PlainKey key(call.at(0));
+  if (!call.assigns()) return entry(*key).item;
+  Value assigned = call.assigned_value();
+  entry(*key).item = std::move(assigned);
   return {};
 }
 
 Value Dictionary::add(const Call& call) {
-  const Value key = plain_key(call.at(0));
-  if (find(key) != nullptr) raise(errors::kKeyInUse);
-  entry(key).item = call.at(1);
+  const PlainKey key(call.at(0));
+  const std::size_t before = count_;
+  Entry& made = entry(*key);
+  if (count_ == before) raise(errors::kKeyInUse);
+  made.item = call.at(1);
   return {};
 }
 
 Value Dictionary::exists(const Call& call) {
-  return Value::boolean(find(plain_key(call.at(0))) != nullptr);
+  return Value::boolean(find(*PlainKey(call.at(0))) != nullptr);
 }
 
 // What the item's end runs (Class_Terminate) may look at this dictionary: it goes last.
 Value Dictionary::remove(const Call& call) {
-  Entry* const found = find(plain_key(call.at(0)));
-  if (found == nullptr) raise(errors::kElementNotFound);
-  const Entry gone = std::exchange(*found, Entry{.key = {}, .item = {}, .removed = true});
+  const PlainKey key(call.at(0));
+  if (find(*key) == nullptr) raise(errors::kElementNotFound);
+  if (counts_up_) make_table();
+  const Entry gone = std::exchange(*find(*key), Entry{.key = {}, .item = {}, .removed = true});
   --count_;
   return {};
 }
@@ -183,6 +243,7 @@ Value Dictionary::remove(const Call& call) {
 Value Dictionary::remove_all(const Call&) {
   const std::vector<Entry> gone = std::exchange(entries_, {});
   slots_.clear();
+  counts_up_ = true;
   count_ = 0;
   return {};
 }
@@ -210,14 +271,17 @@ Value Dictionary::items(const Call&) {
 
 // d.Key(old) = new. The table is made anew: its slots go by the keys.
 Value Dictionary::key(const Call& call) {
-  Entry* const found = find(plain_key(call.at(0)));
-  if (found == nullptr) raise(errors::kElementNotFound);
-  const Value fresh = plain_key(call.assigned());
-  const Entry* const other = find(fresh);
+  const PlainKey old(call.at(0));
+  const PlainKey fresh(call.assigned());
+  if (find(*old) == nullptr) raise(errors::kElementNotFound);
+  const std::uint32_t hash = hash_of(*fresh);
+  if (counts_up_) make_table();
+  Entry* const found = find(*old);
+  const Entry* const other = find(*fresh);
   if (other != nullptr && other != found) raise(errors::kKeyInUse);
-  found->hash = hash_of(fresh);
-  found->key = fresh;
-  if (other == nullptr) make_room();
+  found->hash = hash;
+  const Value gone = std::exchange(found->key, *fresh);  // goes last: its end may run script
+  if (other == nullptr) make_table();
   return {};
 }
 

@@ -96,6 +96,38 @@ TEST_F(DictionaryTest, AnEmptyKeyAndNullAreKeysOfTheirOwn) {
   EXPECT_EQ(text_of(get(d_, "", {Value::null()})), "null");
 }
 
+// An object whose plain value is read by filling a dictionary.
+class FillsWhenRead final : public Object {
+ public:
+  explicit FillsWhenRead(const Value& filled) : filled_(filled) {}
+  std::string_view type_name() const override { return "FillsWhenRead"; }
+  MemberId member(std::string_view) const override { return kNoMember; }
+  Value invoke(MemberId, CallKind, Arguments) override {
+    for (std::int16_t i = 0; i < 1000; ++i) let(filled_, "", {Value::integer(i), Value()});
+    return Value::text("read");
+  }
+
+ private:
+  const Value& filled_;
+};
+
+TEST_F(DictionaryTest, AnItemWhoseReadingFillsTheDictionaryIsKept) {
+  let(d_, "", {t("x"), Value()});
+  let(d_, "", {t("x"), Value::object(make_ref<FillsWhenRead>(d_))});
+  EXPECT_EQ(text_of(get(d_, "", {t("x")})), "read");
+  EXPECT_EQ(text_of(get(d_, "Count")), "1001");
+}
+
+TEST_F(DictionaryTest, WhatCanBeNoKeyIsRefusedEverywhere) {
+  const Value array = Value::array(Array::make({}));
+  EXPECT_EQ(error_number([&] { get(d_, "Exists", {array}); }), 5);
+  EXPECT_EQ(error_number([&] { let(d_, "", {array, t("1")}); }), 5);
+  let(d_, "", {Value::integer(1), t("1")});
+  EXPECT_EQ(error_number([&] { get(d_, "Exists", {array}); }), 5);
+  EXPECT_EQ(error_number([&] { let(d_, "Key", {Value::integer(1), array}); }), 5);
+  EXPECT_EQ(text_of(get(d_, "", {Value::integer(1)})), "1");
+}
+
 TEST_F(DictionaryTest, TellsWhatItHolds) {
   let(d_, "", {t("a"), t("1")});
   rk::HeldMemory held;
