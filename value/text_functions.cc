@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 #include "value/text.h"
+#include "value/text_pieces.h"
 
 namespace rk {
 
@@ -137,63 +139,37 @@ std::size_t find_last_text(std::string_view text, std::string_view sought, std::
   return text.rfind(sought, end - sought.size());
 }
 
-namespace {
-
-// The offsets from the left that do not overlap the one before, at most `limit` of them.
-std::vector<std::size_t> places_of(std::string_view text, std::string_view sought,
-                                   std::size_t limit, Letters letters) {
-  std::string folded_text;
-  std::string folded_sought;
-  if (letters == Letters::AnyCase) {
-    folded_text = lower_case(text);
-    folded_sought = lower_case(sought);
-    text = folded_text;
-    sought = folded_sought;
-  }
-  std::vector<std::size_t> places;
-  std::size_t from = 0;
-  while (places.size() < limit) {
-    const std::size_t at =
-        sought.size() == 1 ? text.find(sought.front(), from) : text.find(sought, from);
-    if (at == text.npos) break;
-    places.push_back(at);
-    from = at + sought.size();
-  }
-  return places;
-}
-
-}  // namespace
-
-// OPTIMIZATION: the places are counted first, so that a long result is made where it stays.
 Text replaced_text(std::string_view text, std::string_view sought, std::string_view with,
                    std::size_t limit, Letters letters) {
-  if (sought.empty()) return Text(text);
-  const std::vector<std::size_t> places = places_of(text, sought, limit, letters);
-  Text out;
-  out.reserve(text.size() - places.size() * sought.size() + places.size() * with.size());
+  // What grows mostly grows by little: a line end that becomes a tag, a quote that becomes two.
+  const std::size_t growth = with.size() > sought.size() ? text.size() / 16 : 0;
+  TextPieces out(text.size() + growth);
+  TextSearch search(text, sought, letters);
   std::size_t done = 0;
-  for (const std::size_t at : places) {
-    out.append(text.substr(done, at - done));
-    out.append(with);
+  for (; limit > 0; --limit) {
+    const std::size_t at = search.next();
+    if (at == text.npos) break;
+    out.add(text.substr(done, at - done));
+    out.add(with);
     done = at + sought.size();
   }
-  out.append(text.substr(done));
-  return out;
+  out.add(text.substr(done));
+  return std::move(out).text();
 }
 
-std::vector<std::string_view> split_text(std::string_view text, std::string_view delimiter,
-                                         std::size_t limit, Letters letters) {
-  std::vector<std::string_view> parts;
+std::vector<Value> split_text(std::string_view text, std::string_view delimiter, std::size_t limit,
+                              Letters letters) {
+  std::vector<Value> parts;
   if (limit == 0) return parts;
-  std::vector<std::size_t> places;
-  if (!delimiter.empty()) places = places_of(text, delimiter, limit - 1, letters);
-  parts.reserve(places.size() + 1);
+  TextSearch search(text, delimiter, letters);
   std::size_t done = 0;
-  for (const std::size_t at : places) {
-    parts.push_back(text.substr(done, at - done));
+  while (parts.size() + 1 < limit) {
+    const std::size_t at = search.next();
+    if (at == text.npos) break;
+    parts.push_back(Value::text(text.substr(done, at - done)));
     done = at + delimiter.size();
   }
-  parts.push_back(text.substr(done));
+  parts.push_back(Value::text(text.substr(done)));
   return parts;
 }
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "value/text.h"
+#include "value/value.h"
 
 namespace rk {
 
@@ -34,8 +35,8 @@ std::size_t find_last_text(std::string_view text, std::string_view sought, std::
 Text replaced_text(std::string_view text, std::string_view sought, std::string_view with,
                    std::size_t limit, Letters letters);
 // At most `limit` parts; the last keeps the rest. One part for an empty delimiter.
-std::vector<std::string_view> split_text(std::string_view text, std::string_view delimiter,
-                                         std::size_t limit, Letters letters);
+std::vector<Value> split_text(std::string_view text, std::string_view delimiter, std::size_t limit,
+                              Letters letters);
 
 // Joins lone halves that came to stand beside one another, where texts were joined byte by byte.
 void join_halves(std::string& utf8);

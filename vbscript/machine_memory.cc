@@ -2,7 +2,9 @@
 // gathers without end ends itself before it ends the process.
 
 #include <algorithm>
-#include <unordered_set>
+#include <cstdint>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/page.h"
@@ -15,6 +17,47 @@ namespace {
 
 // Shorter texts are counted at each of their places; whether two are the same costs more to know.
 constexpr std::size_t kShortText = 64;
+
+// Addresses met so far.
+//
+// OPTIMIZATION: an open table, at most half full; a page's array may hold a million texts, and the
+// page waits while they are counted.
+class Addresses {
+ public:
+  // Whether it was not there yet.
+  bool insert(const void* address) {
+    if (2 * (count_ + 1) > slots_.size()) grow();
+    const void*& slot = slot_of(address);
+    if (slot == address) return false;
+    slot = address;
+    ++count_;
+    return true;
+  }
+
+ private:
+  static constexpr std::size_t kFirstSlots = 1024;
+
+  const void*& slot_of(const void* address) {
+    constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15u;
+    constexpr unsigned kHighHalf = 32;
+    const std::size_t mask = slots_.size() - 1;
+    auto at =
+        static_cast<std::size_t>(reinterpret_cast<std::uintptr_t>(address) * kSpread >> kHighHalf) &
+        mask;
+    while (slots_[at] != nullptr && slots_[at] != address) at = (at + 1) & mask;
+    return slots_[at];
+  }
+  void grow() {
+    const std::vector<const void*> before = std::move(slots_);
+    slots_.assign(std::max(kFirstSlots, 4 * before.size()), nullptr);
+    for (const void* const address : before) {
+      if (address != nullptr) slot_of(address) = address;
+    }
+  }
+
+  std::vector<const void*> slots_;
+  std::size_t count_ = 0;
+};
 
 // Adds up values, each array and long text once however many variables share it.
 class Count {
@@ -32,15 +75,12 @@ class Count {
 
  private:
   void one(const Value& value) {
-    if (value.is_text()) {
-      const std::size_t size = value.as_view().size();
-      if (size <= kShortText || seen_.insert(value.as_view().data()).second) bytes_ += size;
-    } else if (value.is_array() && seen_.insert(&value.as_array()).second) {
+    if (value.is_array() && seen_.insert(&value.as_array())) {
       const Array& array = value.as_array();
       bytes_ += array.elements().size_bytes() + array.bytes().size();
       for (const Value& element : array.elements()) wait(element);
     } else if (value.is_object() && value.as_object() != nullptr &&
-               seen_.insert(value.as_object()).second) {
+               seen_.insert(value.as_object())) {
       HeldMemory held;
       value.as_object()->add_held(held);
       bytes_ += held.bytes;
@@ -49,11 +89,18 @@ class Count {
   }
 
   void wait(const Value& value) {
-    if (value.is_text() || value.is_array() || value.is_object()) waiting_.push_back(&value);
+    if (value.is_text()) {
+      add_text(value.as_view());
+    } else if (value.is_array() || value.is_object()) {
+      waiting_.push_back(&value);
+    }
+  }
+  void add_text(std::string_view text) {
+    if (text.size() <= kShortText || seen_.insert(text.data())) bytes_ += text.size();
   }
 
   std::size_t bytes_ = 0;
-  std::unordered_set<const void*> seen_;
+  Addresses seen_;
   std::vector<const Value*> waiting_;
 };
 

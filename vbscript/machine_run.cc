@@ -14,6 +14,16 @@ bool both(const Value& a, const Value& b, Kind kind) {
   return a.kind() == kind && b.kind() == kind;
 }
 
+// What counters add to a sum that has become a Double.
+bool widens(const Value& value) {
+  return value.kind() == Kind::Double || value.kind() == Kind::Long ||
+         value.kind() == Kind::Integer;
+}
+double widened(const Value& value) {
+  if (value.kind() == Kind::Long) return value.as_long();
+  return value.kind() == Kind::Integer ? value.as_integer() : value.as_double();
+}
+
 // OPTIMIZATION: the kinds that loops and counters have, without a call. What does not fit goes the
 // general way.
 bool add_fast(Value& result, const Value& a, const Value& b) {
@@ -33,8 +43,8 @@ bool add_fast(Value& result, const Value& a, const Value& b) {
     result = Value::long_integer(sum);
     return true;
   }
-  if (both(a, b, Kind::Double)) {
-    const double sum = a.as_double() + b.as_double();
+  if (a.kind() == Kind::Double && widens(b)) {
+    const double sum = a.as_double() + widened(b);
     if (!(sum - sum == 0)) return false;  // past the widest kind
     result = Value::real(sum);
     return true;

@@ -7,6 +7,12 @@ namespace {
 
 constexpr std::size_t kAll = static_cast<std::size_t>(-1);
 
+std::string joined(const std::vector<Value>& parts) {
+  std::string text;
+  for (const Value& part : parts) text.append("[").append(part.as_view()).append("]");
+  return text;
+}
+
 TEST(TextFunctions, LetterCaseBeyondAscii) {
   EXPECT_EQ(lower_case("ÄÉ Ω Ж Ａ 中"), "äé ω ж ａ 中");
   EXPECT_EQ(upper_case("äéÿ ω ж ａ 中"), "ÄÉŸ Ω Ж Ａ 中");
@@ -36,10 +42,11 @@ TEST(TextFunctions, ReplacesFromTheLeftWithoutOverlap) {
 }
 
 TEST(TextFunctions, SplitsKeepingTheRestInTheLastPart) {
-  using Parts = std::vector<std::string_view>;
-  EXPECT_EQ(split_text("a,b,c", ",", 2, Letters::Exact), (Parts{"a", "b,c"}));
-  EXPECT_EQ(split_text(",", ",", kAll, Letters::Exact), (Parts{"", ""}));
-  EXPECT_EQ(split_text("abc", "", kAll, Letters::Exact), (Parts{"abc"}));
+  EXPECT_EQ(joined(split_text("a,b,c", ",", 2, Letters::Exact)), "[a][b,c]");
+  EXPECT_EQ(joined(split_text(",", ",", kAll, Letters::Exact)), "[][]");
+  EXPECT_EQ(joined(split_text("abc", "", kAll, Letters::Exact)), "[abc]");
+  EXPECT_EQ(joined(split_text("1x2X3", "x", kAll, Letters::AnyCase)), "[1][2][3]");
+  EXPECT_EQ(joined(split_text("a,b", ",", 0, Letters::Exact)), "");
 }
 
 TEST(TextFunctions, FindsTheLastPlaceBeforeAnEnd) {

@@ -1,6 +1,7 @@
 #include "value/text.h"
 
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 #include <random>
 #include <string>
@@ -193,6 +194,29 @@ TEST(Text, BytesThatAreNoUtf8DoNoHarm) {
     for (std::size_t at = text.length(); at-- > 0;) text.unit(at);
     EXPECT_EQ(text.view(), bytes);
   }
+}
+
+TEST(Text, AnEmptyTextIsKnownWithoutCounting) {
+  EXPECT_TRUE(Text().empty());
+  EXPECT_FALSE(Text("a").empty());
+  EXPECT_FALSE(Text::from_bytes("a").empty());
+  Text cut("a");
+  EXPECT_TRUE(cut.mid(1, 1).empty());
+}
+
+// Any bytes, also such that are no UTF-8, and so many that the counters of words fill up.
+RC_GTEST_PROP(TextPlain, UnitsAreThoseOfACountByteByByte, ()) {
+  const auto byte = rc::gen::element<char>('a', '\x80', '\xBF', '\xC3', '\xE4', '\xF0', '\xFF');
+  std::string text;
+  const auto pattern = *rc::gen::container<std::string>(byte);
+  const auto times = *rc::gen::element<int>(1, 2, 50);
+  for (int i = 0; i < times; ++i) text += pattern;
+  std::size_t units = 0;
+  for (const char c : text) {
+    const auto value = static_cast<unsigned char>(c);
+    if (value < 0x80 || value >= 0xC0) units += value >= 0xF0 ? 2 : 1;
+  }
+  RC_ASSERT(unit_length(text) == units);
 }
 
 }  // namespace
