@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "tests/support/memory_files.h"
@@ -87,6 +90,19 @@ TEST_F(Cache, AKeptPageIsNotLookedForAgain) {
   files_.searches = 0;
   cache_.page("/a.asp");
   EXPECT_EQ(files_.searches, 0);
+}
+
+TEST_F(Cache, ManyRequestsOfANewPageReadItOnce) {
+  constexpr std::size_t kThreads = 8;
+  files_.put("/site/a.asp", "x");
+  std::vector<std::shared_ptr<const CompiledPage>> pages(kThreads);
+  std::vector<std::thread> threads;
+  for (std::size_t i = 0; i < kThreads; ++i) {
+    threads.emplace_back([&, i] { pages[i] = cache_.page("/a.asp"); });
+  }
+  for (std::thread& thread : threads) thread.join();
+  for (const auto& page : pages) EXPECT_EQ(page, pages[0]);
+  EXPECT_EQ(files_.reads().size(), 1u);
 }
 
 }  // namespace
