@@ -33,12 +33,15 @@ std::unique_ptr<platform::Database> Engine::page(PageHooks hooks) {
 
 std::shared_ptr<DatabaseFile> Engine::file(std::string_view connection_string) {
   const std::string text(connection_string);
-  {
-    const std::lock_guard lock(mutex_);
-    const auto known = by_string_.find(text);
-    if (known != by_string_.end() && known->second->is_current()) return known->second;
-  }
-  return locate(text);
+  const std::shared_ptr<DatabaseFile> known = known_file(text);
+  // Asks the file system, so not under the lock that all pages meet at.
+  return known != nullptr && known->is_current() ? known : locate(text);
+}
+
+std::shared_ptr<DatabaseFile> Engine::known_file(const std::string& connection_string) {
+  const std::lock_guard lock(mutex_);
+  const auto known = by_string_.find(connection_string);
+  return known == by_string_.end() ? nullptr : known->second;
 }
 
 std::shared_ptr<DatabaseFile> Engine::locate(const std::string& connection_string) {

@@ -56,6 +56,7 @@ class Engine {
   const platform::Clock& clock() const noexcept { return clock_; }
 
  private:
+  std::shared_ptr<DatabaseFile> known_file(const std::string& connection_string);
   std::shared_ptr<DatabaseFile> locate(const std::string& connection_string);
 
   const EngineSettings settings_;

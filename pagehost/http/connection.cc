@@ -32,6 +32,8 @@ using SteadyClock = std::chrono::steady_clock;
 constexpr std::size_t kReadBytes = 8192;
 // Of a file at a time, and so what a slow visitor of a large one costs.
 constexpr std::size_t kFileBytes = std::size_t{32} << 10;
+// An answer that is left to the event loop is copied: so much costs less than waking its visitor.
+constexpr std::size_t kLeftBytes = std::size_t{32} << 10;
 // Chunks of a file in a row before other connections have their turn.
 constexpr int kChunksInARow = 16;
 // How long a refused visitor may go on sending, so that it reads the refusal before the end.
@@ -57,6 +59,7 @@ class HttpConnection final : public Connection,
   void start() override;
   SteadyClock::time_point deadline() const override;
   void meet_deadline() override;
+  void conclude_page() override;
   void break_off() override;
   void run() noexcept override;  // the page, on its thread
   bool is_abandoned() const noexcept override { return turn_state_ == TurnState::Abandoned; }
@@ -92,6 +95,7 @@ class HttpConnection final : public Connection,
   void look_for_visitor();
   void enqueue(pagehost::SessionTurn turn);
   void answer_page(PageAnswerer& answerer);
+  void finish_page(PageAnswerer& answerer, pagehost::PageAnswer answer);
   void refuse(int status);
   void refuse_busy();
   void answer_file(const std::string& path);
@@ -302,10 +306,13 @@ void HttpConnection::run() noexcept {
     log_access();
     return await_request();
   }
-  net::post(hub_.io, [self = shared_from_this()] {
-    if (self->gone_) return self->close();
-    self->pump();
-  });
+  if (hub_.outbox.leave(shared_from_this())) return;
+  net::post(hub_.io, [self = shared_from_this()] { self->conclude_page(); });
+}
+
+void HttpConnection::conclude_page() {
+  if (gone_) return close();
+  pump();
 }
 
 // The page run itself answers for what a page does; what comes out of it here is its own failure.
@@ -313,8 +320,8 @@ void HttpConnection::answer_page(PageAnswerer& answerer) {
   Pages& pages = *hub_.parts.pages;
   const pagehost::PageRequest& page = request().page;
   try {
-    answerer.finish(not_found_ ? pages.answer_not_found(page, std::move(turn_), &answerer)
-                               : pages.run(page, std::move(turn_), &answerer));
+    finish_page(answerer, not_found_ ? pages.answer_not_found(page, std::move(turn_), &answerer)
+                                     : pages.run(page, std::move(turn_), &answerer));
   } catch (const std::exception& failure) {
     hub_.parts.log->error("[" + page.id + "] " + page.path + ": " + failure.what());
     if (answerer.began()) {
@@ -328,6 +335,15 @@ void HttpConnection::answer_page(PageAnswerer& answerer) {
   status_ = answerer.status();
   body_bytes_ = answerer.body_bytes();
   out_ = answerer.take_left_over();
+}
+
+// OPTIMIZATION: where the event loop sends answers in a row, it sends this one too.
+void HttpConnection::finish_page(PageAnswerer& answerer, pagehost::PageAnswer answer) {
+  if (hub_.outbox.is_open() && answer.body.size() <= kLeftBytes) {
+    answerer.finish_unsent(std::move(answer));
+  } else {
+    answerer.finish(std::move(answer));
+  }
 }
 
 void HttpConnection::refuse(int status) {

@@ -18,6 +18,7 @@
 
 #include "pagehost/http/access_log.h"
 #include "pagehost/http/front.h"
+#include "pagehost/http/outbox.h"
 #include "pagehost/http/page_pool.h"
 
 namespace boost::asio {
@@ -55,6 +56,8 @@ class Connection {
   virtual void start() = 0;
   virtual std::chrono::steady_clock::time_point deadline() const = 0;
   virtual void meet_deadline() = 0;
+  // Goes on behind the end of a page whose thread left the rest to the event loop.
+  virtual void conclude_page() = 0;
   // Cuts the visitor off; whatever the connection is at ends by that.
   virtual void break_off() = 0;
 };
@@ -74,6 +77,7 @@ struct Hub {
   std::function<void()> on_closed;                              // called there, a connection less
   std::atomic<bool> stopping{false};
   std::chrono::steady_clock::time_point stopped_at;  // set before `stopping`
+  Outbox outbox;
   std::unique_ptr<PagePool> pool;
 };
 

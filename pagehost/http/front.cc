@@ -25,6 +25,11 @@ using SteadyClock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds kSweep{100};
 // After stop_time: for the answers of pages that were ended.
 constexpr std::chrono::seconds kLastAnswers{5};
+// The longest that the event loop lets answers and requests gather while pages queue: several of
+// each by then, and little beside what a request waits in such a queue.
+constexpr std::chrono::microseconds kRound{500};
+// Pages that wait in such a queue at least: with fewer of them the threads would run dry meanwhile.
+constexpr std::size_t kQueueOfRounds = 6;
 // Connections taken in a row before others have their turn.
 constexpr int kAcceptsInARow = 64;
 
@@ -73,6 +78,7 @@ class Front::Server {
   }
 
  private:
+  void serve_in_rounds();
   void accept();
   bool take_next();
   void connection_closed();
@@ -120,7 +126,19 @@ void Front::Server::run() {
   accept();
   sweep();
   sweep_sessions();
-  io_.run();
+  while (io_.run_one() > 0) serve_in_rounds();
+}
+
+// OPTIMIZATION: while pages queue, new requests would only queue too, so the loop lets some come,
+// and some answers be left, before it turns.
+void Front::Server::serve_in_rounds() {
+  while (hub_.pool->waiting() >= kQueueOfRounds) {
+    hub_.outbox.open();
+    hub_.pool->await_empty_queue(kRound);
+    const auto left = hub_.outbox.close();
+    for (const auto& connection : left) connection->conclude_page();
+    if (io_.poll() == 0 && left.empty()) return;  // nothing to do but to wait
+  }
 }
 
 void Front::Server::await_signal() {

@@ -110,21 +110,38 @@ void PageAnswerer::write(std::string_view bytes) {
   send(framed(bytes));
 }
 
-void PageAnswerer::finish(pagehost::PageAnswer answer) {
-  if (began_) {
-    left_over_.append(framed(answer.body));
-    if (chunked_) left_over_.append("0\r\n\r\n");
-    if (promised_ && *promised_ > 0 && !terms_.head_only) terms_.keep_alive = false;
-    return send_left_over();
-  }
+// The end of an answer that is on its way already.
+void PageAnswerer::finish_begun(std::string_view rest) {
+  left_over_.append(framed(rest));
+  if (chunked_) left_over_.append("0\r\n\r\n");
+  if (promised_ && *promised_ > 0 && !terms_.head_only) terms_.keep_alive = false;
+}
+
+// The head of an answer in one piece, which keeps of its body what the visitor is to see.
+std::string PageAnswerer::finished_head(pagehost::PageAnswer& answer) {
   status_ = answer.status;
   const bool bodied = has_body(answer.status);
   if (!bodied) answer.body.clear();
   HeadFraming framing;
   if (bodied) framing.length = answer.body.size();
-  const std::string head = head_of(answer, framing);
+  std::string head = head_of(answer, framing);
   if (terms_.head_only) answer.body.clear();
   body_bytes_ = answer.body.size();
+  return head;
+}
+
+void PageAnswerer::finish_unsent(pagehost::PageAnswer answer) {
+  if (began_) return finish_begun(answer.body);
+  left_over_ = finished_head(answer);
+  left_over_.append(answer.body);
+}
+
+void PageAnswerer::finish(pagehost::PageAnswer answer) {
+  if (began_) {
+    finish_begun(answer.body);
+    return send_left_over();
+  }
+  const std::string head = finished_head(answer);
   const std::optional<std::size_t> sent = wire_.send_now(head, answer.body);
   if (!sent) {
     gone_ = true;

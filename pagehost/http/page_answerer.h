@@ -45,6 +45,8 @@ class PageAnswerer final : public pagehost::AnswerSink {
 
   // At its end. What the socket does not take at once is left over.
   void finish(pagehost::PageAnswer answer);
+  // The same, but all of it is left over.
+  void finish_unsent(pagehost::PageAnswer answer);
   // The page failed: what was begun must not look whole.
   void break_off() {
     gone_ = true;
@@ -60,6 +62,8 @@ class PageAnswerer final : public pagehost::AnswerSink {
 
  private:
   std::string framed(std::string_view bytes);
+  void finish_begun(std::string_view rest);
+  std::string finished_head(pagehost::PageAnswer& answer);
   void send(std::string_view bytes);
   void send_left_over();
   void wait_for_visitor();

@@ -63,6 +63,11 @@ PagePool::~PagePool() {
   workers_.clear();
 }
 
+void PagePool::await_empty_queue(std::chrono::microseconds patience) {
+  std::unique_lock lock(mutex_);
+  emptied_.wait_for(lock, patience, [this] { return queue_.empty(); });
+}
+
 std::size_t PagePool::running() const {
   const std::lock_guard lock(mutex_);
   return running_;
@@ -156,6 +161,7 @@ void PagePool::work(Worker& worker) {
     if (!queue_.empty()) {
       worker.task = std::move(queue_.front());
       queue_.pop_front();
+      if (queue_.empty()) emptied_.notify_one();
       worker.started = Clock::now();
       continue;
     }
@@ -181,6 +187,7 @@ void PagePool::supervise() {
       worker->wake.notify_one();
       queue_.pop_front();
     }
+    if (queue_.empty()) emptied_.notify_one();
   }
 }
 

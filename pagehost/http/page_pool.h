@@ -69,6 +69,9 @@ class PagePool {
   // False, and the task dropped, where the queue is full of tasks that someone waits for.
   bool submit(std::shared_ptr<PageTask> task);
 
+  // Waits until no task waits in the queue, or so long.
+  void await_empty_queue(std::chrono::microseconds patience);
+
   std::size_t running() const;
   std::size_t waiting() const;
 
@@ -96,6 +99,7 @@ class PagePool {
   bool stopping_ = false;
   bool supervising_ = false;
   std::condition_variable queued_;
+  std::condition_variable emptied_;
   std::unique_ptr<PageThread> supervisor_;
 };
 

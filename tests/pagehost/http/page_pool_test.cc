@@ -100,6 +100,25 @@ TEST(PagePool, PastItsThreadsTasksWaitAndPastItsQueueTheyAreRefused) {
   EXPECT_EQ(ran.load(), 5);
 }
 
+TEST(PagePool, AnEmptyQueueIsAwaitedUntilItIsEmptyAndNoLongerThanSaid) {
+  std::promise<void> gate;
+  const std::shared_future<void> open = gate.get_future().share();
+  std::promise<void> held;
+  PagePool pool(options(1, 10));
+  pool.await_empty_queue(std::chrono::hours(1));
+  pool.submit(task([&held, open] {
+    held.set_value();
+    open.wait();
+  }));
+  held.get_future().wait();
+  for (int i = 0; i < 5; ++i) pool.submit(task([] {}));
+  pool.await_empty_queue(std::chrono::microseconds(1));
+  EXPECT_EQ(pool.waiting(), 5u);
+  gate.set_value();
+  pool.await_empty_queue(std::chrono::hours(1));
+  EXPECT_EQ(pool.waiting(), 0u);
+}
+
 class Abandoned final : public PageTask {
  public:
   void run() noexcept override { ran = true; }
