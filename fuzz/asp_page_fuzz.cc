@@ -3,12 +3,13 @@
 // is the query string and cookie of a request.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "fuzz/checks.h"
+#include "fuzz/latin_pages.h"
 #include "pagehost/pages/name_values.h"
 #include "pagehost/pages/page_cache.h"
 #include "pagehost/pages/page_reader.h"
@@ -16,27 +17,12 @@
 #include "platform/code_page.h"
 #include "platform/files.h"
 #include "value/script_error.h"
-#include "value/text.h"
 
 namespace {
 
+using rk::fuzz::LatinPages;
+using rk::fuzz::must;
 using rk::platform::FileStamp;
-
-void must(bool holds) {
-  if (!holds) std::abort();
-}
-
-// One byte a character, so that any bytes are text.
-class LatinPages final : public rk::platform::CodePages {
- public:
-  bool supports(int) const override { return true; }
-  std::string to_utf8(std::string_view bytes, int, std::optional<std::size_t>*) const override {
-    std::string out;
-    for (const char c : bytes) rk::append_code_point(out, static_cast<unsigned char>(c));
-    return out;
-  }
-  std::string from_utf8(std::string_view utf8, int) const override { return std::string(utf8); }
-};
 
 // A site whose every file is the page.
 class OnePage final : public rk::platform::Files {

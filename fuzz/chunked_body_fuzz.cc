@@ -2,19 +2,17 @@
 // more taken than given, and over once it is complete or refused.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include "fuzz/checks.h"
 #include "pagehost/http/chunked_body.h"
 
 namespace {
 
-constexpr std::uint64_t kMostBytes = 1024;
+using rk::fuzz::must;
 
-void must(bool holds) {
-  if (!holds) std::abort();
-}
+constexpr std::uint64_t kMostBytes = 1024;
 
 // What comes of the bytes, fed in pieces of so many: the body and how far it reached, or its state.
 std::string read(std::string_view bytes, std::size_t piece) {

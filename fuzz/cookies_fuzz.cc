@@ -1,53 +1,26 @@
 // Any bytes as a Cookie header: its cookies hold what was sent and no more, the names by which
 // pages ask find them, and neither a session's identifier nor a line end of the header reaches a
 // page.
-#include <chrono>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 
+#include "fuzz/checks.h"
+#include "fuzz/latin_pages.h"
 #include "pagehost/pages/name_values.h"
 #include "pagehost/pages/request.h"
 #include "pagehost/pages/response.h"
-#include "platform/clock.h"
-#include "platform/code_page.h"
-#include "value/text.h"
+#include "tests/support/fixed_clock.h"
 
-namespace {
-
-void must(bool holds) {
-  if (!holds) std::abort();
-}
-
-// One byte a character, so that any bytes are text.
-class LatinPages final : public rk::platform::CodePages {
- public:
-  bool supports(int) const override { return true; }
-  std::string to_utf8(std::string_view bytes, int, std::optional<std::size_t>*) const override {
-    std::string out;
-    for (const char c : bytes) rk::append_code_point(out, static_cast<unsigned char>(c));
-    return out;
-  }
-  std::string from_utf8(std::string_view utf8, int) const override { return std::string(utf8); }
-};
-
-class StoppedClock final : public rk::platform::Clock {
- public:
-  double now() const override { return 40000; }
-  double ahead_of_utc() const override { return 0; }
-  std::chrono::steady_clock::time_point steady() const override { return {}; }
-};
-
-}  // namespace
+using rk::fuzz::LatinPages;
+using rk::fuzz::must;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string sent(reinterpret_cast<const char*>(data), size);
   const LatinPages code_pages;
-  const StoppedClock clock;
+  const rk::tests::FixedClock clock;
   std::size_t bytes = 0;
   for (const auto& cookie : rk::pagehost::parsed_cookies(sent, 1252, code_pages)) {
     bytes += cookie.value.size();

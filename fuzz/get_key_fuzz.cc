@@ -2,26 +2,14 @@
 // is cut stands in the text behind the first marker and holds neither of the two.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 
+#include "fuzz/checks.h"
 #include "site/tags.h"
 #include "value/value.h"
 
-namespace {
-
-std::string_view next_part(std::string_view& input) {
-  const std::size_t end = input.find('\0');
-  const std::string_view part = input.substr(0, end);
-  input.remove_prefix(end == std::string_view::npos ? input.size() : end + 1);
-  return part;
-}
-
-void require(bool holds) {
-  if (!holds) std::abort();
-}
-
-}  // namespace
+using rk::fuzz::must;
+using rk::fuzz::next_part;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   std::string_view input(reinterpret_cast<const char*>(data), size);
@@ -36,10 +24,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       place == std::string_view::npos ? std::string_view() : html.substr(place + start.size());
   const std::string_view piece = behind.substr(0, behind.find(start));
   // An empty piece has no parts to take the first of.
-  require(cut.is_text() == !piece.empty());
+  must(cut.is_text() == !piece.empty());
   if (!cut.is_text()) return 0;
-  require(piece.starts_with(cut.as_view()));
-  require(cut.as_view().find(last) == std::string_view::npos);
-  require(cut.as_view().find(start) == std::string_view::npos);
+  must(piece.starts_with(cut.as_view()));
+  must(cut.as_view().find(last) == std::string_view::npos);
+  must(cut.as_view().find(start) == std::string_view::npos);
   return 0;
 }

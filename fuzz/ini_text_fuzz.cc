@@ -3,14 +3,16 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "adapters/posix/ini_text.h"
+#include "fuzz/checks.h"
 
 namespace {
 
+using rk::fuzz::must;
+using rk::fuzz::next_part;
 using rk::posix::ini_text_with;
 using rk::posix::ini_value;
 using rk::posix::LeadBytes;
@@ -19,18 +21,6 @@ LeadBytes double_byte() {
   LeadBytes lead{};
   for (std::size_t byte = 0x81; byte < 0xFF; ++byte) lead[byte] = true;
   return lead;
-}
-
-// The part of the input up to the next NUL.
-std::string_view next_part(std::string_view& input) {
-  const std::size_t end = input.find('\0');
-  const std::string_view part = input.substr(0, end);
-  input.remove_prefix(end == std::string_view::npos ? input.size() : end + 1);
-  return part;
-}
-
-void require(bool holds) {
-  if (!holds) std::abort();
 }
 
 // Names and values that a line of a file can say: without line ends, and whole characters.
@@ -76,15 +66,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                        is_sayable(key, "=", lead) && !trimmed(key).starts_with(';') &&
                        !trimmed(key).starts_with('[');
   if (!sayable) return 0;
-  require(ini_value(written, section, key, lead) == read_back(value));
+  must(ini_value(written, section, key, lead) == read_back(value));
   // Writing the same again changes nothing.
-  require(ini_text_with(written, section, key, value, lead) == written);
-  require(deleted.size() < written.size());
+  must(ini_text_with(written, section, key, value, lead) == written);
+  must(deleted.size() < written.size());
   const std::string without = ini_text_with(written, section, key, std::nullopt, lead);
-  require(without.size() < written.size());
+  must(without.size() < written.size());
   if (section != "other" && other && ini_value(written, "other", "key", lead) != other) {
     // Only a section of the same name in another letter case or with blanks may have been meant.
-    require(trimmed(section).size() == 5);
+    must(trimmed(section).size() == 5);
   }
   return 0;
 }

@@ -2,33 +2,20 @@
 // leaves the site, an encoded one is read as itself again, a range lies inside its file.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <optional>
 #include <string>
 #include <string_view>
 
+#include "fuzz/checks.h"
+#include "fuzz/latin_pages.h"
 #include "pagehost/http/forwarded.h"
 #include "pagehost/http/static_answer.h"
 #include "pagehost/http/target.h"
 #include "platform/code_page.h"
-#include "value/text.h"
 
 namespace {
 
-void must(bool holds) {
-  if (!holds) std::abort();
-}
-
-class LatinPages final : public rk::platform::CodePages {
- public:
-  bool supports(int) const override { return true; }
-  std::string to_utf8(std::string_view bytes, int, std::optional<std::size_t>*) const override {
-    std::string out;
-    for (const char c : bytes) rk::append_code_point(out, static_cast<unsigned char>(c));
-    return out;
-  }
-  std::string from_utf8(std::string_view utf8, int) const override { return std::string(utf8); }
-};
+using rk::fuzz::LatinPages;
+using rk::fuzz::must;
 
 void check_path(const rk::http::Target& target, const LatinPages& code_pages) {
   const std::string& path = target.path;

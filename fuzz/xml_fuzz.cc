@@ -3,7 +3,6 @@
 // behind a zero byte is selected from it.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -11,18 +10,16 @@
 #include <vector>
 
 #include "adapters/xml/documents.h"
+#include "fuzz/checks.h"
 #include "value/script_error.h"
 
 namespace {
 
+using rk::fuzz::must;
 using rk::platform::XmlDocument;
 using rk::platform::XmlFault;
 using rk::platform::XmlKind;
 using rk::platform::XmlNode;
-
-void must(bool holds) {
-  if (!holds) std::abort();
-}
 
 std::unique_ptr<XmlDocument> parsed(std::string_view text, bool keep) {
   auto result = rk::xml::Documents().parse(text, keep);
