@@ -204,7 +204,8 @@ class FormReader {
         "a",  "Z", "0",        " ",        "-",        "--",       "=",        "\r\n",
         "\n", ":", "\xD6\xD0", "\xCE\xC4", "\x81\x5C", "\xB0\x7C", "\x80\x22", "\xB0\xA1"};
     std::string out;
-    for (std::size_t left = number() % 24; left > 0; --left) out += kCharacters[number() % std::size(kCharacters)];
+    for (std::size_t left = number() % 24; left > 0; --left)
+      out += kCharacters[number() % std::size(kCharacters)];
     return out;
   }
 
@@ -241,7 +242,9 @@ Form form_of(FormReader reader) {
       fields += "field " + name + "=" + text + "\n";
       continue;
     }
-    const std::string bytes = reader.bytes(200);
+    std::string bytes = reader.bytes(200);
+    // Who makes a form chooses a mark that nothing in it holds.
+    bytes.resize(std::min(bytes.find(kBoundary), bytes.size()));
     const std::string file = std::to_string(++files) + ".bin";
     add_part(form,
              "name=\"" + name + "\"; filename=\"C:\\\xCE\xC4\\" + file +

@@ -23,6 +23,13 @@ constexpr KnownError kWrongParameterType{
     3421, "Application uses a value of the wrong type for the current operation.",
     errors::kDatabaseSource};
 
+// What a procedure gives back has no value to hand in.
+bool goes_in(const ParameterObject& parameter) {
+  constexpr std::int32_t kOutput = 2;
+  constexpr std::int32_t kReturnValue = 4;
+  return parameter.direction != kOutput && parameter.direction != kReturnValue;
+}
+
 bool is_name_character(char c) {
   return c == '_' || (c >= '0' && c <= '9') || (ascii_lower(c) >= 'a' && ascii_lower(c) <= 'z');
 }
@@ -171,8 +178,10 @@ Value ParameterObject::ignored(const Call& call) {
   return call.assigns() ? Value() : Value::long_integer(0);
 }
 
-platform::SqlText with_parameters(std::string_view statement, const ParameterList& parameters) {
+platform::SqlText with_parameters(std::string_view statement, const ParameterList& given) {
   platform::SqlText out;
+  ParameterList parameters = given;
+  std::erase_if(parameters, [](const auto& each) { return !goes_in(*each); });
   std::size_t used = 0;
   char closing = 0;  // of the quoted text or name that runs
   for (std::size_t i = 0; i < statement.size(); ++i) {
@@ -262,6 +271,7 @@ ParameterList CommandObject::given_parameters(const Call& call) const {
     auto fresh = make_ref<ParameterObject>();
     fresh->name = out[i]->name;
     fresh->type = out[i]->type;
+    fresh->direction = out[i]->direction;
     fresh->size = out[i]->size;
     fresh->set_value(plain_value(values[i]));
     out[i] = std::move(fresh);

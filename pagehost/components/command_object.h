@@ -45,8 +45,9 @@ using ParameterList = std::vector<Ref<ParameterObject>>;
 
 // The statement with the values of its "?" outside of quotes and brackets, in order; "@name" of a
 // parameter is a "?" for that one. A statement that has neither names its parameters in a
-// Parameters clause: all are bound, in order. Raises -2147217904 where parameters are missing.
-platform::SqlText with_parameters(std::string_view statement, const ParameterList& parameters);
+// Parameters clause: all are bound, in order. Those that only give something back (output, return
+// value) are none of them. Raises -2147217904 where parameters are missing.
+platform::SqlText with_parameters(std::string_view statement, const ParameterList& given);
 
 class CommandObject final : public TabledObject<CommandObject> {
  public:

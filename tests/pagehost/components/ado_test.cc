@@ -188,6 +188,32 @@ TEST_F(Ado, ACommandRunsWithItsParameters) {
   EXPECT_EQ(database_->bound(), (std::vector<std::string>{"2", "2"}));
 }
 
+TEST_F(Ado, ParametersThatOnlyGiveBackAreNotBound) {
+  database_->answer("Select * From t Where Id=?", {{"Id"}, {{tests::number(2)}}});
+  const Value command = Value::object(make_ref<CommandObject>(database_));
+  let(command, "ActiveConnection", {connection()});
+  let(command, "CommandText", {t("Select * From t Where Id=?")});
+  const auto append = [&](const char* name, int direction, std::vector<Value> value) {
+    std::vector<Value> all{t(name), n(3), n(direction), n(4)};
+    all.insert(all.end(), value.begin(), value.end());
+    get(get(command, "Parameters"), "Append", {get(command, "CreateParameter", all)});
+  };
+  append("RETURN_VALUE", 4, {});
+  append("id", 1, {n(2)});
+  append("found", 2, {});
+  EXPECT_EQ(text_of(get(get(command, "Execute"), "", {n(0)})), "2");
+  EXPECT_EQ(database_->bound(), std::vector<std::string>{"2"});
+  EXPECT_TRUE(get(get(command, "Parameters", {t("found")}), "Value").is_empty());
+  get(get(command, "Parameters"), "Delete", {t("id")});
+  EXPECT_EQ(error_number([&] { get(command, "Execute"); }), -2147217904);
+}
+
+TEST_F(Ado, AfterTheRowsOfAStatementComeNoOthers) {
+  const Value rows = opened();
+  EXPECT_EQ(get(rows, "NextRecordset").as_object(), nullptr);
+  EXPECT_EQ(text_of(get(rows, "State")), "0");
+}
+
 TEST_F(Ado, FilterAndSortChooseAndOrderTheRows) {
   const Value rows = opened();
   let(rows, "Filter", {t("Id >= 2")});

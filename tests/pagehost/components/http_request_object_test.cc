@@ -118,6 +118,61 @@ TEST_F(HttpRequestTest, AFailureIsRaisedBySendOrLaterWhereItIsAsynchronous) {
   EXPECT_EQ(error_number([&] { get(made, "status"); }), -2147012894);
 }
 
+TEST_F(HttpRequestTest, EachFailureHasItsNumberInBothKinds) {
+  const std::pair<HttpFailure, int> failures[] = {
+      {HttpFailure::BadAddress, -2147012891},     {HttpFailure::OtherScheme, -2147012890},
+      {HttpFailure::NoSuchHost, -2147012889},     {HttpFailure::NotConnected, -2147012867},
+      {HttpFailure::BadCertificate, -2147012721}, {HttpFailure::TimedOut, -2147012894},
+      {HttpFailure::TooLarge, -2147012695},       {HttpFailure::BadAnswer, -2147012744}};
+  for (const HttpFlavour flavour : {HttpFlavour::Xml, HttpFlavour::Plain}) {
+    for (const auto& [failure, number] : failures) {
+      const Value made = request(flavour);
+      get(made, "open", {t("GET"), t("http://a.example/"), Value::boolean(false)});
+      client_->answers.emplace_back(failure);
+      EXPECT_EQ(error_number([&] { get(made, "send"); }), number);
+      EXPECT_EQ(error_number([&] { get(made, "status"); }), number);
+      EXPECT_EQ(error_number([&] { get(made, "responseText"); }), number);
+      get(made, "open", {t("GET"), t("http://a.example/"), Value::boolean(false)});
+      client_->answers.emplace_back(HttpAnswer{200, "OK", {}, "again"});
+      get(made, "send");
+      EXPECT_EQ(text_of(get(made, "responseText")), "again");
+    }
+  }
+}
+
+TEST_F(HttpRequestTest, AnAsynchronousAnswerIsThereWhenItIsWaitedFor) {
+  for (const HttpFlavour flavour : {HttpFlavour::Xml, HttpFlavour::Plain}) {
+    const Value made = request(flavour);
+    get(made, "open", {t("GET"), t("http://a.example/"), Value::boolean(true)});
+    EXPECT_FALSE(get(made, "waitForResponse").as_boolean()) << "nothing was sent";
+    client_->answers.emplace_back(HttpAnswer{204, "No Content", {}, ""});
+    get(made, "send");
+    EXPECT_TRUE(get(made, "waitForResponse", {n(1)}).as_boolean());
+    EXPECT_EQ(get(made, "readyState").as_long(), 4);
+    EXPECT_EQ(get(made, "status").as_long(), 204);
+    get(made, "abort");
+    EXPECT_EQ(get(made, "readyState").as_long(), 0);
+    EXPECT_EQ(error_number([&] { get(made, "status"); }), -2147483638);
+  }
+}
+
+TEST_F(HttpRequestTest, TheStreamOfAnAnswerIsReadAsOne) {
+  const Value stream = get(answered({200, "OK", {}, std::string("\0\xFFz", 3)}), "responseStream");
+  EXPECT_EQ(get(stream, "Size").as_long(), 3);
+  get(stream, "SaveToFile", {t("/site/a.bin"), n(2)});
+  EXPECT_EQ(files_.read("/site/a.bin"), std::string("\0\xFFz", 3));
+}
+
+TEST_F(HttpRequestTest, ADocumentGoesOutAsItIsSaved) {
+  const Value document = get(answered({200, "OK", {}, "<a><b>1</b></a>"}), "responseXML");
+  const Value made = request();
+  get(made, "open", {t("POST"), t("http://a.example/"), Value::boolean(false)});
+  client_->answers.emplace_back(HttpAnswer{200, "OK", {}, ""});
+  get(made, "send", {document});
+  EXPECT_EQ(client_->sent.back().body, "<a><b>1</b></a>\r\n");
+  EXPECT_EQ(client_->sent.back().headers.at(0).second, "text/xml");
+}
+
 TEST_F(HttpRequestTest, NothingIsThereBeforeTheRequestIsSent) {
   const Value made = request();
   EXPECT_EQ(error_number([&] { get(made, "send"); }), -2147467259);

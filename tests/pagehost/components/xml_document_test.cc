@@ -177,6 +177,62 @@ TEST_F(XmlDocumentTest, TypedValuesAreBytes) {
   EXPECT_EQ(error_number([&] { get(top(made), "nodeTypedValue"); }), 13);
 }
 
+TEST_F(XmlDocumentTest, LoadingTellsHowItEnded) {
+  const Value made = document();
+  let(made, "async", {Value::boolean(false)});
+  EXPECT_FALSE(get(made, "async").as_boolean());
+  EXPECT_EQ(get(made, "readyState").as_long(), 4);
+  EXPECT_TRUE(get(made, "loadXML", {t("<a/>")}).as_boolean());
+  EXPECT_EQ(get(get(made, "parseError"), "errorCode").as_long(), 0);
+  EXPECT_EQ(text_of(get(get(made, "parseError"), "reason")), "");
+  EXPECT_FALSE(get(made, "loadXML", {t("<a>")}).as_boolean());
+  EXPECT_NE(get(get(made, "parseError"), "errorCode").as_long(), 0);
+  EXPECT_TRUE(is_nothing(top(made)));
+  EXPECT_EQ(text_of(get(made, "xml")), "");
+  EXPECT_FALSE(get(made, "load", {t("http://a.example/a.xml")}).as_boolean()) << "no client";
+}
+
+TEST_F(XmlDocumentTest, NodesOfNamespacesAreMadeAndFound) {
+  const Value made = document("<r xmlns='urn:d' xmlns:p='urn:p'><p:a k='1'/><a/></r>");
+  const Value node = get(made, "createNode", {n(1), t("p:b"), t("urn:p")});
+  get(top(made), "appendChild", {node});
+  EXPECT_EQ(text_of(get(node, "namespaceURI")), "urn:p");
+  EXPECT_EQ(text_of(get(node, "prefix")), "p");
+  EXPECT_EQ(text_of(get(node, "baseName")), "b");
+  EXPECT_EQ(text_of(get(get(made, "getElementsByTagName", {t("p:a")}), "length")), "1");
+  EXPECT_EQ(text_of(get(get(made, "getElementsByTagName", {t("*")}), "length")), "4");
+  EXPECT_TRUE(is_nothing(get(made, "selectSingleNode", {t("//none")})));
+  get(made, "setProperty", {t("SelectionNamespaces"), t("xmlns:q='urn:p'")});
+  EXPECT_EQ(text_of(get(get(made, "selectNodes", {t("//q:*")}), "length")), "2");
+  EXPECT_EQ(text_of(get(top(made), "xml")),
+            "<r xmlns=\"urn:d\" xmlns:p=\"urn:p\"><p:a k=\"1\"/><a/><p:b/></r>");
+}
+
+TEST_F(XmlDocumentTest, NothingOutsideOfADocumentIsRead) {
+  files_.put("/site/secret.txt", "secret");
+  const Value made = document();
+  get(made, "loadXML",
+      {t("<!DOCTYPE a [<!ENTITY e SYSTEM 'secret.txt'>"
+         "<!ENTITY f SYSTEM 'file:///etc/passwd'>]><a>&e;&f;</a>")});
+  EXPECT_EQ(text_of(get(made, "xml")).find("root:"), std::string::npos);
+  EXPECT_EQ(text_of(get(made, "text")), "");
+  EXPECT_TRUE(files_.reads().empty());
+  std::string bomb = "<!DOCTYPE a [<!ENTITY e0 'xxxxxxxxxx'>";
+  for (int i = 1; i < 12; ++i) {
+    const std::string before = "&e" + std::to_string(i - 1) + ";";
+    bomb += "<!ENTITY e" + std::to_string(i) + " '";
+    for (int k = 0; k < 10; ++k) bomb += before;
+    bomb += "'>";
+  }
+  EXPECT_FALSE(get(made, "loadXML", {t(bomb + "]><a>&e11;</a>")}).as_boolean());
+  EXPECT_NE(get(get(made, "parseError"), "errorCode").as_long(), 0);
+}
+
+TEST_F(XmlDocumentTest, StyleSheetsAreNotApplied) {
+  const Value made = document("<a/>");
+  EXPECT_EQ(error_number([&] { get(made, "transformNode", {document("<b/>")}); }), 438);
+}
+
 TEST_F(XmlDocumentTest, StreamsAndBytesAreLoadedAndSavedInto) {
   const Value made = document();
   const std::string bytes = "\xEF\xBB\xBF<a>\xE4\xB8\xAD</a>";
