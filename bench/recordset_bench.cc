@@ -37,12 +37,12 @@ class Log {
 
   sqlite3* floor() { return floor_; }
   Ref<pagehost::RecordsetObject> opened() {
-    auto connection =
-        make_ref<pagehost::ConnectionObject>(std::shared_ptr<platform::Database>(engine_.page()));
+    const std::shared_ptr<platform::Database> database = engine_.page();
+    auto connection = make_ref<pagehost::ConnectionObject>(database);
     connection->open_with("Data Source=log.db");
     auto engine_side = connection->opened();
     const platform::SqlText sql("Select [Id],[Name],[Num],[Price] From [Log]");
-    auto rows = make_ref<pagehost::RecordsetObject>(connection->database());
+    auto rows = make_ref<pagehost::RecordsetObject>(database);
     rows->take(engine_side->execute(sql), connection, engine_side, sql);
     return rows;
   }
