@@ -8,6 +8,7 @@
 #include <iostream>
 #include <limits>
 
+#include "adapters/posix/kept_memory.h"
 #include "app/commands.h"
 
 namespace rk::app {
@@ -92,6 +93,7 @@ void print(std::string_view text) {
 }
 
 int run_program(int argc, char** argv, const std::string& version) {
+  posix::keep_freed_memory();
   CommandLine line(version);
   try {
     line.program.parse(argc, argv);
