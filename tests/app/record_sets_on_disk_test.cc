@@ -6,7 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "adapters/codepage/code_pages.h"
 #include "adapters/sqlite/engine.h"
+#include "adapters/xml/documents.h"
 #include "pagehost/components/connection_object.h"
 #include "pagehost/components/recordset_object.h"
 #include "tests/adapters/sqlite/disk_folder.h"
@@ -107,6 +109,52 @@ TEST_F(Batch, ACancelledBatchShowsTheRowsAsTheyWere) {
   EXPECT_EQ(shown(rows), "apple pear plum fig ");
   get(rows, "UpdateBatch");
   EXPECT_EQ(stored(), "apple pear plum fig ");
+}
+
+// Saved, read back by a set that knows no connection, changed, and stored by a connection at last.
+TEST_F(Batch, ASetThatWasSavedIsStoredOnceItHasAConnection) {
+  xml::start_xml();
+  const xml::Documents documents;
+  const codepage::IcuCodePages code_pages;
+  const auto files = std::make_shared<pagehost::RowFiles>();
+  files->xml.xml = &documents;
+  files->xml.system.files = &folder_;
+  files->xml.system.code_pages = &code_pages;
+  files->xml.site_root = folder_.path();
+  const auto recordset = [&] {
+    return Value::object(
+        make_ref<pagehost::RecordsetObject>(pagehost::AdoServices(database_, files)));
+  };
+  run("Update goods Set price=Null, hot=False Where name='pear'");
+  const Value rows = recordset();
+  let(rows, "CursorLocation", {n(kClient)});
+  get(rows, "Open", {t("Select * From goods Order By id"), connection_, n(kStatic), n(kBatch)});
+  get(rows, "Save", {t("goods.xml"), n(1)});
+  get(rows, "Close");
+
+  const Value back = recordset();
+  get(back, "Open", {t("goods.xml"), Value::missing(), n(kStatic), n(kBatch)});
+  EXPECT_EQ(get(back, "", {t("added")}).as_object()->type_name(), "Field");
+  EXPECT_EQ(plain_value(get(back, "", {t("added")})).kind(), Value::Kind::Date);
+  EXPECT_EQ(plain_value(get(back, "", {t("price")})).kind(), Value::Kind::Currency);
+  EXPECT_EQ(plain_value(get(back, "", {t("hot")})).kind(), Value::Kind::Boolean);
+  set(back, "name", t("melon"));
+  get(back, "MoveNext");
+  EXPECT_TRUE(plain_value(get(back, "", {t("price")})).is_null());
+  set(back, "price", n(2));
+  get(back, "MoveLast");
+  get(back, "Delete");
+  get(back, "AddNew");
+  set(back, "name", t("kiwi"));
+  get(back, "Update");
+  EXPECT_EQ(error_number([&] { get(back, "UpdateBatch"); }), 3219);
+  EXPECT_EQ(stored(), "apple pear plum fig ");
+  tests::call_as(CallKind::Set, back, "ActiveConnection", {connection_});
+  get(back, "UpdateBatch");
+  EXPECT_EQ(stored(), "melon pear plum kiwi ");
+  EXPECT_EQ(text_of(get(get(connection_, "Execute", {t("Select price From goods Where id=2")}), "",
+                        {n(0)})),
+            "2");
 }
 
 TEST_F(Batch, ANewRowGetsItsNumberAndTheTablesDefaults) {
