@@ -50,6 +50,10 @@ std::string combined_line(const AccessRecord& record) {
   append_field(line, record.referer);
   line.push_back(' ');
   append_field(line, record.user_agent);
+  if (!record.note.empty()) {
+    line.push_back(' ');
+    append_field(line, record.note);
+  }
   line.push_back('\n');
   return line;
 }

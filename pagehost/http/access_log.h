@@ -19,6 +19,7 @@ struct AccessRecord {
   std::uint64_t bytes = 0;  // of the body
   std::string_view referer;
   std::string_view user_agent;
+  std::string_view note;  // what the page appended; a further field where it did
 };
 
 // One line with its end. What the client sent is written so that it can break neither the line nor

@@ -134,6 +134,7 @@ class HttpConnection final : public Connection,
 
   int status_ = 0;
   std::uint64_t body_bytes_ = 0;
+  std::string log_note_;  // of the page, for the access log
   std::string out_;
   std::size_t out_at_ = 0;
   std::unique_ptr<SiteFile> file_;
@@ -219,6 +220,7 @@ void HttpConnection::proceed() {
 void HttpConnection::dispatch() {
   set_deadline(SteadyClock::time_point::max());
   keep_alive_ = may_keep_alive();
+  log_note_.clear();
   pagehost::PageRequest& page = request().page;
   head_only_ = page.method == "HEAD";
   std::optional<Target> target =
@@ -339,6 +341,7 @@ void HttpConnection::answer_page(PageAnswerer& answerer) {
 
 // OPTIMIZATION: where the event loop sends answers in a row, it sends this one too.
 void HttpConnection::finish_page(PageAnswerer& answerer, pagehost::PageAnswer answer) {
+  log_note_ = std::move(answer.log_note);
   if (hub_.outbox.is_open() && answer.body.size() <= kLeftBytes) {
     answerer.finish_unsent(std::move(answer));
   } else {
@@ -479,6 +482,7 @@ void HttpConnection::log_access() {
   record.bytes = body_bytes_;
   record.referer = request().page.header("Referer");
   record.user_agent = request().page.header("User-Agent");
+  record.note = log_note_;
   hub_.access_log.write(record);
 }
 

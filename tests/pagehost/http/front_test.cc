@@ -398,15 +398,24 @@ TEST_F(FrontTest, TheAccessLogTellsOfEveryAnswer) {
   start();
   answer_to(request("/hello.txt", "Connection: close\r\nUser-Agent: tester\r\n"));
   answer_to("BAD\r\n\r\n");
+  pages_.answer = [](const pagehost::PageRequest&, pagehost::AnswerSink*) {
+    pagehost::PageAnswer answer;
+    answer.log_note = "sold \"7\"";
+    return answer;
+  };
+  answer_to(request("/a.asp") + request("/hello.txt", kClose));
   stop();
   std::ifstream in(options_.access_log);
   std::string first;
   std::string second;
-  std::getline(in, first);
-  std::getline(in, second);
+  std::string third;
+  std::string fourth;
+  for (std::string* line : {&first, &second, &third, &fourth}) std::getline(in, *line);
   EXPECT_NE(first.find("\"GET /hello.txt HTTP/1.1\" 200 5 \"-\" \"tester\""), std::string::npos)
       << first;
   EXPECT_NE(second.find("\"BAD\" 400 "), std::string::npos) << second;
+  EXPECT_TRUE(third.ends_with(" 200 0 \"-\" \"-\" \"sold \\x227\\x22\"")) << third;
+  EXPECT_TRUE(fourth.ends_with("\"GET /hello.txt HTTP/1.1\" 200 5 \"-\" \"-\"")) << fourth;
   std::remove(options_.access_log.c_str());
   std::remove(folder.c_str());
 }

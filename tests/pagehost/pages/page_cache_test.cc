@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -33,7 +34,7 @@ class SearchedFiles : public tests::MemoryFiles {
     searches = before;
     return found;
   }
-  mutable int searches = 0;
+  mutable std::atomic<int> searches = 0;
 };
 
 class Cache : public ::testing::Test {
