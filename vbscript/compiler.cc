@@ -68,7 +68,8 @@ void Compiler::declare_script() {
   };
   for (const Declarator& d : script_usage_->variables()) {
     if (environment_ != nullptr) {
-      bindings_.try_emplace(d.name);
+      // Anew in a text of its own, but once in each.
+      if (!bindings_.try_emplace(d.name).second) fail(syntax::kNameRedefined, d.position);
       continue;
     }
     declare(d.name, {Binding::Kind::Variable, add_global(d.name)}, d.position, false);

@@ -48,6 +48,14 @@ TEST(Regexps, DollarIsTheVeryEnd) {
   EXPECT_EQ(first(u"a$", u"a\nb", {.multiline = true}), u"a");
 }
 
+TEST(Regexps, OfALineOfWindowsTheReturnBelongsToTheLine) {
+  EXPECT_EQ(first(u"^b", u"a\r\nb", {.multiline = true}), u"b");
+  EXPECT_EQ(first(u"^b", u"a\rb", {.multiline = true}), u"none");
+  EXPECT_EQ(first(u"a$", u"a\r\nb", {.multiline = true}), u"none");
+  EXPECT_EQ(first(u"a\\r?$", u"a\r\nb", {.multiline = true}), u"a\r");
+  EXPECT_EQ(first(u".+", u"a\r\nb", {.multiline = true}), u"a\r");
+}
+
 TEST(Regexps, DotLeavesOutLineFeedOnly) {
   EXPECT_EQ(first(u"a.b", u"a\rb"), u"a\rb");
   EXPECT_EQ(first(u"a.b", u"a\nb"), u"none");
