@@ -35,7 +35,7 @@ class PosixSiteFile final : public http::SiteFile {
   const platform::FileStamp& stamp() const override { return file_.stamp; }
   std::size_t read_at(std::uint64_t offset, char* bytes, std::size_t count) override {
     const ssize_t read =
-        ::pread(file_.descriptor.number(), bytes, count, static_cast<off_t>(offset));
+        ::pread(file_.descriptor->number(), bytes, count, static_cast<off_t>(offset));
     return read > 0 ? static_cast<std::size_t>(read) : 0;
   }
 

@@ -35,6 +35,10 @@ class Files {
   virtual std::vector<std::string> names(std::string_view folder) const = 0;
   // All bytes. Raises 53, 70 or 76.
   virtual std::string read(std::string_view path) const = 0;
+  // As many of its first bytes as it has. Raises the same.
+  virtual std::string first_bytes(std::string_view path, std::size_t count) const {
+    return read(path).substr(0, count);
+  }
   // Text of a file in the default text format (a byte-order mark, else the code page of template
   // files), as UTF-8. Raises 53, 70, 76, and 62 for an empty file.
   virtual std::string read_text(std::string_view path) const = 0;

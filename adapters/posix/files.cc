@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <ctime>
 
+#include "adapters/posix/lasting_descriptors.h"
 #include "value/script_error.h"
 #include "value/text.h"
 
@@ -94,7 +95,8 @@ std::string read_all(int descriptor, std::uint64_t expected) {
   while (true) {
     // The file may have grown since it was asked for its size.
     if (filled == bytes.size()) bytes.resize(bytes.size() + 512);
-    const ssize_t count = ::read(descriptor, bytes.data() + filled, bytes.size() - filled);
+    const ssize_t count = ::pread(descriptor, bytes.data() + filled, bytes.size() - filled,
+                                  static_cast<off_t>(filled));
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) raise(errors::kDeviceError);
     if (count == 0) break;
@@ -284,25 +286,39 @@ std::vector<std::string> PosixFiles::names(std::string_view folder) const {
 }
 
 std::optional<OpenedFile> PosixFiles::open(std::string_view path) const {
-  // Without waiting, so that a named pipe in the site does not hold the thread.
-  std::optional<Found> found = open_any_case(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+  const std::optional<Found> found = open_any_case(path, O_PATH);
   struct stat status {};
   if (!found || ::fstat(found->descriptor.number(), &status) != 0) return std::nullopt;
   if (!S_ISREG(status.st_mode)) {
     errno = EISDIR;
     return std::nullopt;
   }
-  return OpenedFile{std::move(found->descriptor), stamp_of(status), std::move(found->path)};
+  std::shared_ptr<const Descriptor> file = open_for_reading(found->descriptor, status);
+  if (!file) return std::nullopt;
+  return OpenedFile{std::move(file), stamp_of(status), found->path};
+}
+
+// The same, or raises.
+OpenedFile PosixFiles::opened(std::string_view path) const {
+  std::optional<OpenedFile> file = open(path);
+  if (file) return std::move(*file);
+  const int error = errno;
+  const std::string cleaned = roots_.clean(path);
+  raise_open_failure(error, !cleaned.empty() && is_folder(folder_part(cleaned)));
 }
 
 std::string PosixFiles::read(std::string_view path) const {
-  const std::optional<OpenedFile> file = open(path);
-  if (!file) {
-    const int error = errno;
-    const std::string cleaned = roots_.clean(path);
-    raise_open_failure(error, !cleaned.empty() && is_folder(folder_part(cleaned)));
-  }
-  return read_all(file->descriptor.number(), file->stamp.size);
+  const OpenedFile file = opened(path);
+  return read_all(file.descriptor->number(), file.stamp.size);
+}
+
+std::string PosixFiles::first_bytes(std::string_view path, std::size_t count) const {
+  const OpenedFile file = opened(path);
+  std::string bytes(count, '\0');
+  const ssize_t got = ::pread(file.descriptor->number(), bytes.data(), count, 0);
+  if (got < 0) raise(errors::kDeviceError);
+  bytes.resize(static_cast<std::size_t>(got));
+  return bytes;
 }
 
 std::string PosixFiles::decode(std::string bytes, const std::string& path) const {

@@ -34,7 +34,8 @@ struct TextDecoding {
 
 // Where a path leads, opened: for what reads files piece by piece.
 struct OpenedFile {
-  Descriptor descriptor;
+  // For pread only; may be shared. See lasting_descriptors.h.
+  std::shared_ptr<const Descriptor> descriptor;
   platform::FileStamp stamp;
   std::string path;  // as it lies on the disk
 };
@@ -51,6 +52,7 @@ class PosixFiles final : public platform::Files {
   bool is_folder(std::string_view path) const override;
   std::vector<std::string> names(std::string_view folder) const override;
   std::string read(std::string_view path) const override;
+  std::string first_bytes(std::string_view path, std::size_t count) const override;
   std::string read_text(std::string_view path) const override;
   // Whole or not at all for whoever reads meanwhile; the file is not forced to the disk.
   void write(std::string_view path, std::string_view bytes) override;
@@ -78,6 +80,7 @@ class PosixFiles final : public platform::Files {
     std::uint64_t inode = 0;
   };
 
+  OpenedFile opened(std::string_view path) const;
   bool is_known(const std::string& cleaned, const KnownFile& file) const;
   std::optional<Found> open_any_case(std::string_view path, int flags) const;
   std::optional<std::string> on_disk(const std::string& cleaned) const;

@@ -2,9 +2,7 @@
 
 #include <sqlite3.h>
 
-#include <array>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 
 #include "adapters/sqlite/locate.h"
@@ -101,13 +99,6 @@ void put_back_log(sqlite3* database) {
   if (!done) refuse(SQLITE_BUSY);
 }
 
-bool holds_database(const std::string& path) {
-  std::array<char, kMark.size()> first{};
-  std::ifstream file(path, std::ios::binary);
-  file.read(first.data(), static_cast<std::streamsize>(first.size()));
-  return std::string_view(first.data(), static_cast<std::size_t>(file.gcount())) == kMark;
-}
-
 }  // namespace
 
 std::optional<std::string> DatabaseFiles::find(std::string_view path) const {
@@ -123,7 +114,8 @@ std::optional<platform::FileStamp> DatabaseFiles::stamp(std::string_view path) c
 
 std::optional<std::string> DatabaseFiles::database_at(std::string_view path) const {
   auto found = find(path);
-  if (found && (files_.is_folder(*found) || !holds_database(*found))) found.reset();
+  if (found && (files_.is_folder(*found) || files_.first_bytes(*found, kMark.size()) != kMark))
+    found.reset();
   return found;
 }
 

@@ -36,6 +36,9 @@ class DatabaseFiles final : public platform::Files {
     return files_.names(folder);
   }
   std::string read(std::string_view path) const override;
+  std::string first_bytes(std::string_view path, std::size_t count) const override {
+    return files_.first_bytes(path, count);
+  }
   std::string read_text(std::string_view path) const override { return files_.read_text(path); }
   void write(std::string_view path, std::string_view bytes) override;
   void append(std::string_view path, std::string_view bytes) override;

@@ -1,8 +1,9 @@
 #include "adapters/sqlite/engine.h"
 
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
-#include <fstream>
 #include <utility>
 
 #include "adapters/sqlite/connection_string.h"
@@ -15,6 +16,14 @@ namespace {
 
 // Connection strings that are remembered: a site has one or two, but a page may build its own.
 constexpr std::size_t kKnownStrings = 256;
+
+// An empty file is an empty database. One that is there is not touched: closing it would take the
+// locks away that this process holds on it.
+void make_empty(const std::string& path) {
+  constexpr mode_t kAnyone = 0666;  // less what the process' mask takes away
+  const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kAnyone);
+  if (file >= 0) ::close(file);
+}
 
 }  // namespace
 
@@ -48,8 +57,7 @@ std::shared_ptr<DatabaseFile> Engine::locate(const std::string& connection_strin
   const ConnectionString parsed = parse_connection_string(connection_string);
   const Places places{settings_.site_folder, settings_.data_folders};
   const std::string path = locate_database(parsed, places, files_);
-  // An empty file is an empty database.
-  if (parsed.mode == OpenMode::Create) std::ofstream(path, std::ios::app);
+  if (parsed.mode == OpenMode::Create) make_empty(path);
   const OpenMode mode = parsed.mode == OpenMode::Read ? OpenMode::Read : OpenMode::ReadWrite;
 
   const std::lock_guard lock(mutex_);

@@ -1,8 +1,6 @@
 #include "adapters/sqlite/locate.h"
 
-#include <array>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 
 #include "value/script_error.h"
@@ -43,11 +41,8 @@ bool lies_inside(const std::string& path, const Places& places) {
   return false;
 }
 
-bool is_access_file(const std::string& path) {
-  std::array<char, kJetMark.size()> first{};
-  std::ifstream file(path, std::ios::binary);
-  file.read(first.data(), static_cast<std::streamsize>(first.size()));
-  return begins_as_access({first.data(), static_cast<std::size_t>(file.gcount())});
+bool is_access_file(const std::string& path, const platform::Files& files) {
+  return begins_as_access(files.first_bytes(path, kJetMark.size()));
 }
 
 std::string converted_database(const std::string& path, const platform::Files& files) {
@@ -93,7 +88,7 @@ std::string locate_database(const ConnectionString& connection, const Places& pl
   }
   if (const auto found = files.find(path)) {
     if (files.is_folder(*found)) refuse("Database file " + path + " is a folder");
-    return is_access_file(*found) ? converted_database(*found, files) : *found;
+    return is_access_file(*found, files) ? converted_database(*found, files) : *found;
   }
   if (is_access_ending(path)) return converted_database(path, files);
   if (connection.mode == OpenMode::Create) return new_database(path, files);

@@ -243,7 +243,7 @@ TEST_F(FilesTest, AReplacedFileKeepsItsPermissionsAndOpenReadersTheirBytes) {
   const auto reader = site.open(site_ + "/a.txt");
   site.write(site_ + "/a.txt", "new bytes");
   char bytes[8] = {};
-  EXPECT_EQ(::read(reader->descriptor.number(), bytes, sizeof bytes), 3);
+  EXPECT_EQ(::pread(reader->descriptor->number(), bytes, sizeof bytes, 0), 3);
   EXPECT_STREQ(bytes, "old");
   struct stat status {};
   ASSERT_EQ(::stat((site_ + "/a.txt").c_str(), &status), 0);
