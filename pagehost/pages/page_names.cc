@@ -153,7 +153,10 @@ std::optional<Value> name_of_page(const CompiledPage& page, std::string_view nam
   if (std::find(page.left_out.begin(), page.left_out.end(), lower) != page.left_out.end()) {
     return Value::object(make_ref<LeftOutProcedure>(std::string(name)));
   }
-  if (!page.has_type_library) return std::nullopt;
+  return page.has_type_library ? type_library_constant(name) : std::nullopt;
+}
+
+std::optional<Value> type_library_constant(std::string_view name) {
   for (const Constant& constant : kConstants) {
     if (equal_ignoring_case(constant.name, name)) return Value::long_integer(constant.value);
   }

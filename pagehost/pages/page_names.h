@@ -15,6 +15,8 @@ namespace rk::pagehost {
 // Nothing where the page knows no such name. A procedure that was left out is an object whose call
 // raises 35 with a text that says why.
 std::optional<Value> name_of_page(const CompiledPage& page, std::string_view name);
+// A constant of the database objects' type library; for who asked for it.
+std::optional<Value> type_library_constant(std::string_view name);
 
 }  // namespace rk::pagehost
 

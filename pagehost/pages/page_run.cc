@@ -263,7 +263,12 @@ std::optional<Value> PageRun::lookup(std::string_view name) {
     if (!object.is_empty()) return object;
   }
   if (running_.empty()) return std::nullopt;
-  return name_of_page(*running_.back().page, name);
+  auto found = name_of_page(*running_.back().page, name);
+  // One that global.asa asks for is every page's.
+  if (!found && life_->start_up && life_->start_up->has_type_library) {
+    found = type_library_constant(name);
+  }
+  return found;
 }
 
 Value PageRun::create(std::string_view program_identifier) {

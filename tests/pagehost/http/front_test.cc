@@ -420,5 +420,48 @@ TEST_F(FrontTest, TheAccessLogTellsOfEveryAnswer) {
   std::remove(folder.c_str());
 }
 
+TEST_F(FrontTest, APageAndTheLogKnowTheVisitorBehindANamedProxyOnly) {
+  const std::string told =
+      "X-Forwarded-For: 192.0.2.7\r\nX-Forwarded-Proto: https\r\nX-Forwarded-Host: "
+      "shop.example\r\n";
+  pages_.answer = [](const pagehost::PageRequest& request, pagehost::AnswerSink*) {
+    pagehost::PageAnswer answer;
+    answer.body = request.remote_address + (request.secure ? " secure " : " plain ") +
+                  std::string(request.header("host"));
+    return answer;
+  };
+  std::string folder = ::testing::TempDir() + "rk-front-XXXXXX";
+  ASSERT_NE(::mkdtemp(folder.data()), nullptr);
+  options_.access_log = folder + "/access.log";
+  start();
+  EXPECT_EQ(body_of(answer_to(request("/a.asp", kClose + told))), "127.0.0.1 plain h");
+  stop();
+  options_.proxies = {*parse_network("127.0.0.1")};
+  start();
+  EXPECT_EQ(body_of(answer_to(request("/a.asp", kClose + told))), "192.0.2.7 secure shop.example");
+  stop();
+  std::ifstream in(options_.access_log);
+  std::string first;
+  std::string second;
+  std::getline(in, first);
+  std::getline(in, second);
+  EXPECT_TRUE(first.starts_with("127.0.0.1 - - [")) << first;
+  EXPECT_TRUE(second.starts_with("192.0.2.7 - - [")) << second;
+  std::remove(options_.access_log.c_str());
+  std::remove(folder.c_str());
+}
+
+TEST_F(FrontTest, APageKnowsWhatStandsBehindItsName) {
+  pages_.answer = [](const pagehost::PageRequest& request, pagehost::AnswerSink*) {
+    pagehost::PageAnswer answer;
+    answer.body = request.path + " " + request.path_info;
+    return answer;
+  };
+  start();
+  const std::string answers = answer_to(request("/shop/index.asp/7") + request("/shop/", kClose));
+  EXPECT_NE(answers.find("\r\n\r\n/shop/index.asp /shop/index.asp/7HTTP"), std::string::npos);
+  EXPECT_TRUE(answers.ends_with("\r\n\r\n/shop/index.asp ")) << "nothing is left of the one before";
+}
+
 }  // namespace
 }  // namespace rk::http

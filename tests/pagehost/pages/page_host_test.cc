@@ -339,6 +339,19 @@ TEST_F(PageHostTest, ConstantsOfTheTypeLibraryAreThereWhereAskedFor) {
   EXPECT_EQ(site_.body("/a.asp"), "3");
 }
 
+TEST_F(PageHostTest, ATypeLibraryOfTheStartUpScriptIsEveryPages) {
+  site_.file("/a.asp", "<%= adOpenStatic & adlockoptimistic & adNone %>");
+  EXPECT_EQ(site_.body("/a.asp"), "");
+  site_.stop();
+  site_.file("/global.asa",
+             "<!--METADATA TYPE=\"typelib\" NAME=\"x\" UUID=\"{0}\" VERSION=\"2.1\"-->\n"
+             "<script language=VBScript runat=Server>\nSub Application_OnStart\n"
+             "Application(\"c\") = adUseClient\nEnd Sub\n</script>");
+  EXPECT_EQ(site_.body("/a.asp"), "33");
+  site_.file("/b.asp", "<% Const adOpenStatic = 7 %><%= adOpenStatic & Application(\"c\") %>");
+  EXPECT_EQ(site_.body("/b.asp"), "73");
+}
+
 TEST_F(PageHostTest, ManyThreadsRunPagesAtOnce) {
   constexpr int kThreads = 4;
   constexpr int kTimes = 50;
