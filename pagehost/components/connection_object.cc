@@ -219,7 +219,7 @@ void ConnectionObject::open_with(const std::string& connection_string) {
 // With what the page set beside it: the file among the properties, a connection that only reads.
 std::string ConnectionObject::whole_connection_string(const std::string& connection_string) const {
   constexpr std::int32_t kModeRead = 1;
-  std::string out = connection_string;
+  std::string out = provider_.empty() ? connection_string : connection_to_file(connection_string);
   const Property* file = properties_ ? property_named(*properties_, kFileProperty) : nullptr;
   const std::string path = file ? joined_text(file->value).string() : "";
   if (!path.empty()) out = with_keyword(out, kFileProperty, path);

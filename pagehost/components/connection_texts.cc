@@ -54,6 +54,13 @@ std::string with_keyword(std::string_view connection_string, std::string_view ke
   return out.append(keyword).append("=").append(value);
 }
 
+std::string connection_to_file(std::string_view text) {
+  if (trimmed(text).empty() || text.find('=') != std::string_view::npos) return std::string(text);
+  std::string out = "Data Source=\"";
+  for (const char c : trimmed(text)) out.append(c == '"' ? 2 : 1, c);
+  return out += '"';
+}
+
 bool names_saved_rows(std::string_view connection_string) {
   return equal_ignoring_case(connection_keyword(connection_string, "Provider"), "MSPersist");
 }

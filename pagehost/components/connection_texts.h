@@ -17,6 +17,10 @@ std::string connection_keyword(std::string_view connection_string, std::string_v
 std::string with_keyword(std::string_view connection_string, std::string_view keyword,
                          std::string_view value);
 
+// A file named by itself, as it may be beside a provider that was set before, as a connection
+// string; any other text as it stands.
+std::string connection_to_file(std::string_view text);
+
 // Whether it names the provider of record sets that were saved, in place of a database's.
 bool names_saved_rows(std::string_view connection_string);
 

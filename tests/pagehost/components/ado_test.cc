@@ -427,6 +427,14 @@ TEST_F(Ado, AConnectionTellsItsProvider) {
   EXPECT_EQ(error_number([&] { let(cn, "Provider", {t("x")}); }), 3705);
 }
 
+TEST_F(Ado, AFileIsOpenedByItsNameWhereTheProviderWasSet) {
+  const Value cn = Value::object(make_ref<ConnectionObject>(database_));
+  let(cn, "Provider", {t("Microsoft.Jet.OLEDB.4.0")});
+  get(cn, "Open", {t("/site/data/a.mdb")});
+  EXPECT_EQ(database_->log().front(), "open Data Source=\"/site/data/a.mdb\"");
+  EXPECT_EQ(text_of(get(cn, "State")), "1");
+}
+
 TEST_F(Ado, AConnectionThatOnlyReadsSaysSoToTheDatabase) {
   const Value cn = Value::object(make_ref<ConnectionObject>(database_));
   let(cn, "Mode", {n(1)});

@@ -22,6 +22,13 @@ TEST(ConnectionTexts, AKeywordIsAddedOnce) {
             "mode=Create;Data Source=a.db");
 }
 
+TEST(ConnectionTexts, AFileMayBeNamedByItself) {
+  EXPECT_EQ(connection_to_file("/site/data/a.mdb"), "Data Source=\"/site/data/a.mdb\"");
+  EXPECT_EQ(connection_to_file(" a;b\".mdb "), "Data Source=\"a;b\"\".mdb\"");
+  EXPECT_EQ(connection_to_file("Data Source=a.db"), "Data Source=a.db");
+  EXPECT_EQ(connection_to_file(" "), " ");
+}
+
 TEST(ConnectionTexts, ADriversStringStaysAsItIs) {
   EXPECT_EQ(with_keyword("DSN=shop", "Mode", "Read"), "DSN=shop");
   EXPECT_EQ(with_keyword("Driver={x;y};DBQ=a", "Mode", "Read"), "Driver={x;y};DBQ=a");
