@@ -1,6 +1,7 @@
 #include "value/array.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "value/script_error.h"
 
@@ -91,10 +92,16 @@ void Array::resize_last(std::int32_t upper_bound) {
   std::vector<std::int32_t> bounds = upper_bounds_;
   bounds.back() = upper_bound;
   const std::size_t count = element_count(bounds);
+  // What goes is destroyed last: its end may run script (Class_Terminate) that looks at this array.
+  std::vector<Value> gone;
   // The last dimension runs slowest, so what stays is a prefix.
   if (holds_bytes_) {
     bytes_.resize(count);
   } else {
+    if (count < elements_.size()) {
+      const auto first = elements_.begin() + static_cast<std::ptrdiff_t>(count);
+      gone.assign(std::make_move_iterator(first), std::make_move_iterator(elements_.end()));
+    }
     elements_.resize(count);
   }
   upper_bounds_ = std::move(bounds);

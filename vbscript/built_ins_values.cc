@@ -165,9 +165,10 @@ Value array(Machine&, Arguments arguments) {
 namespace {
 
 std::size_t dimension_of(Arguments arguments) {
+  // Before the array is looked at: reading it may run script that changes the variable.
+  const std::int32_t dimension = long_or(arguments, 1, 1);
   const Value& value = *arguments[0];
   if (!value.is_array()) raise(errors::kTypeMismatch);
-  const std::int32_t dimension = long_or(arguments, 1, 1);
   if (dimension < 1 || static_cast<std::size_t>(dimension) > value.as_array().dimensions()) {
     raise(errors::kSubscriptOutOfRange);
   }

@@ -16,18 +16,28 @@ std::int32_t index_number(const Value& value) {
   return to_long(value);
 }
 
-// The place of an element by values of indexes.
+const Array& array_in(const Value& variable) {
+  if (!variable.is_array()) raise(errors::kTypeMismatch);
+  return variable.as_array();
+}
+
+// The place of an element by values of indexes. An index that is an object may run script when it
+// is read, and change the variable: its array is looked at behind that.
 template <class IndexAt>
-std::size_t place_in(const Array& array, std::size_t count, IndexAt&& index_at) {
-  if (count == 1 && array.dimensions() == 1) {
+std::size_t place_in(const Value& variable, std::size_t count, IndexAt&& index_at) {
+  if (count == 1) {
     const std::int32_t index = index_number(index_at(0));
-    if (index < 0 || index > array.upper_bound(0)) raise(errors::kSubscriptOutOfRange);
-    return static_cast<std::size_t>(index);
+    const Array& array = array_in(variable);
+    if (array.dimensions() == 1) {
+      if (index < 0 || index > array.upper_bound(0)) raise(errors::kSubscriptOutOfRange);
+      return static_cast<std::size_t>(index);
+    }
+    return array.index_of({&index, 1});
   }
   std::array<std::int32_t, kMaxArrayDimensions> indexes{};
   if (count > indexes.size()) raise(errors::kSubscriptOutOfRange);
   for (std::size_t i = 0; i < count; ++i) indexes[i] = index_number(index_at(i));
-  return array.index_of({indexes.data(), count});
+  return array_in(variable).index_of({indexes.data(), count});
 }
 
 Value element(const Array& array, std::size_t at) {
@@ -37,6 +47,7 @@ Value element(const Array& array, std::size_t at) {
 
 void store_element(Array& array, std::size_t at, const Value& value) {
   if (array.holds_bytes()) {
+    if (value.is_object()) raise(errors::kTypeMismatch);
     array.bytes()[at] = static_cast<char>(to_byte(value));
   } else {
     array.elements()[at] = value;
@@ -52,11 +63,9 @@ bool is_object(const Value& value) {
 void Machine::index(Frame& frame, const Value& base, std::span<const Operand> indexes,
                     Value& result) {
   if (base.is_array()) {
-    const Array& array = base.as_array();
-    const std::size_t place = place_in(array, indexes.size(), [&](std::size_t i) -> const Value& {
-      return at(frame, indexes[i]);
-    });
-    Value found = element(array, place);
+    const std::size_t place = place_in(
+        base, indexes.size(), [&](std::size_t i) -> const Value& { return at(frame, indexes[i]); });
+    Value found = element(base.as_array(), place);
     result = std::move(found);
     return;
   }
@@ -78,10 +87,11 @@ void Machine::store_index(Frame& frame, Value& base, std::span<const Operand> in
                           const Value& value, bool set) {
   if (set && !value.is_object()) raise(errors::kObjectRequired);
   if (base.is_array()) {
-    const auto index_at = [&](std::size_t i) -> const Value& { return at(frame, indexes[i]); };
-    const std::size_t place = place_in(base.as_array(), indexes.size(), index_at);
+    // What is stored is read first: that may run script too.
     Value stored = value;
     if (!set) let(stored, value);
+    const auto index_at = [&](std::size_t i) -> const Value& { return at(frame, indexes[i]); };
+    const std::size_t place = place_in(base, indexes.size(), index_at);
     if (!base.as_array().unique()) charge(base);  // copied now
     store_element(base.writable_array(), place, stored);
     return;
@@ -109,7 +119,7 @@ void Machine::store_path(Value& base, Rows rows, const Value& value, bool set) {
       continue;
     }
     const auto index_at = [&](std::size_t i) -> const Value& { return row[i]; };
-    const std::size_t place = place_in(holder->as_array(), row.size(), index_at);
+    const std::size_t place = place_in(*holder, row.size(), index_at);
     if (!holder->as_array().unique()) charge(*holder);  // copied now
     Array& array = holder->writable_array();
     if (++walked == rows.size()) return store_element(array, place, value);
@@ -265,9 +275,9 @@ Value Machine::invoke_member(ScriptObject& object, MemberId id, CallKind kind,
 Value Machine::field_element(Value& field, Arguments arguments) {
   if (arguments.empty()) return field;
   if (field.is_array()) {
-    const Array& array = field.as_array();
     const auto index_at = [&](std::size_t i) -> const Value& { return *arguments[i]; };
-    return element(array, place_in(array, arguments.size(), index_at));
+    const std::size_t place = place_in(field, arguments.size(), index_at);
+    return element(field.as_array(), place);
   }
   if (!field.is_object()) raise(errors::kWrongArgumentCount);
   if (field.as_object() == nullptr) raise(errors::kObjectNotSet);
@@ -287,10 +297,10 @@ void Machine::store_field(Value& field, CallKind kind, Arguments arguments) {
     return;
   }
   if (field.is_array()) {
-    const auto index_at = [&](std::size_t i) -> const Value& { return *indexes[i]; };
-    const std::size_t place = place_in(field.as_array(), indexes.size(), index_at);
     Value stored = value;
     if (kind == CallKind::Let) let(stored, value);
+    const auto index_at = [&](std::size_t i) -> const Value& { return *indexes[i]; };
+    const std::size_t place = place_in(field, indexes.size(), index_at);
     store_element(field.writable_array(), place, stored);
     return;
   }

@@ -1,6 +1,9 @@
 #include <array>
 #include <cmath>
 #include <compare>
+#include <iterator>
+#include <span>
+#include <vector>
 
 #include "value/arithmetic.h"
 #include "value/array.h"
@@ -62,7 +65,7 @@ Value copied(const Value& value) {
   return Value::array(copy);
 }
 
-std::vector<std::int32_t> bounds_of(Machine&, std::span<const Value> values) {
+std::vector<std::int32_t> bounds_of(std::span<const Value> values) {
   std::vector<std::int32_t> bounds;
   for (const Value& value : values) bounds.push_back(to_long(value));
   return bounds;
@@ -241,7 +244,7 @@ void Machine::redim(Frame& frame, const Instruction& i) {
   const std::uint32_t* const list = &frame.code->lists[i.c];
   std::vector<Value> values;
   for (std::uint32_t k = 1; k <= list[0]; ++k) values.push_back(at(frame, list[k]));
-  const std::vector<std::int32_t> bounds = bounds_of(*this, values);
+  const std::vector<std::int32_t> bounds = bounds_of(values);
   Value& variable = at(frame, i.a);
   const bool is_array = variable.is_array();
   if (is_array && variable.as_array().fixed()) raise(errors::kArrayFixed);
@@ -266,7 +269,10 @@ void Machine::erase(Value& variable) {
     variable = Value::array(Array::make({}));
     return;
   }
-  for (Value& element : variable.writable_array().elements()) element = Value();
+  const std::span<Value> elements = variable.writable_array().elements();
+  // Emptied at once: the end of an element may run script that looks at the others.
+  const std::vector<Value> gone(std::make_move_iterator(elements.begin()),
+                                std::make_move_iterator(elements.end()));
 }
 
 }  // namespace rk::vbscript
