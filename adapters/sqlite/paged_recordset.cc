@@ -68,6 +68,7 @@ void PagedRecordset::close() {
 // ---- Windows
 
 void PagedRecordset::load(std::int64_t position) {
+  take_in_own_rows();
   if (complete_ || (total_ >= 0 && position > total_)) return;
   if (running_ && position == first_ + rows_in_buffer()) {
     first_ = position;
@@ -172,6 +173,16 @@ void PagedRecordset::settle() {
   const bool only_adds = place_ == Place::Added || (edit_ != nullptr && edit_->adding);
   if (complete_ || (untouched && only_adds)) return;
   running_.release();
+  std::optional<RowBuffer> all = all_rows();
+  if (!all) return;
+  buffer_ = std::move(*all);
+  first_ = 1;
+  complete_ = true;
+  total_ = rows_in_buffer();
+}
+
+// Nothing where there are too many.
+std::optional<RowBuffer> PagedRecordset::all_rows() {
   const Reading reading(*session_);
   RowBuffer all;
   all.begin(width());
@@ -179,13 +190,10 @@ void PagedRecordset::settle() {
   const Lease lease = handle.lease(plan_, keyed_ ? kKeyed : kWhole);
   bind_values(lease.statement(), plan_->translation.parameters, values_);
   while (handle.step(lease.statement())) {
-    if (all.rows() == kSettledRows) return;
+    if (all.rows() == kSettledRows) return std::nullopt;
     all.add(lease.statement());
   }
-  buffer_ = std::move(all);
-  first_ = 1;
-  complete_ = true;
-  total_ = rows_in_buffer();
+  return all;
 }
 
 // ---- Where it stands
@@ -276,6 +284,10 @@ std::int64_t PagedRecordset::position_from(Origin origin) {
 void PagedRecordset::move(std::int64_t rows, Origin origin) {
   leave_row();
   if (forward_only_ && (rows < 0 || origin == Origin::Last)) raise(errors::kFeatureNotAvailable);
+  // OPTIMIZATION: the row that was added last is the last one, which needs no reading of the
+  // others.
+  const bool stays = origin == Origin::Last && rows == 0 && place_ == Place::Added;
+  if (stays && !own_rows_.empty()) return;
   const std::int64_t from = position_from(origin);
   const bool from_current = origin == Origin::Current;
   const bool stuck = from_current &&
@@ -296,6 +308,7 @@ std::int64_t PagedRecordset::record_count() {
 }
 
 std::int64_t PagedRecordset::count_rows() {
+  take_in_own_rows();
   if (total_ < 0) total_ = read_count();
   return total_;
 }

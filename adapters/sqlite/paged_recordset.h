@@ -97,6 +97,8 @@ class PagedRecordset final : public Rowset {
   void store_changed_row();
   bool read_row(std::int64_t key);
   void show_added_row();
+  std::optional<RowBuffer> all_rows();
+  void take_in_own_rows();
   std::size_t width() const { return field_count() + (keyed_ ? 1 : 0); }
 
   RunValues values_;
@@ -125,6 +127,7 @@ class PagedRecordset final : public Rowset {
   bool added_read_ = false;     // and lies in added_
   bool added_whole_ = false;    // with the columns of the tables that it is joined to
   RowBuffer added_;
+  std::vector<std::int64_t> own_rows_;  // keys of rows that were added before any was read
 };
 
 }  // namespace rk::sqlite

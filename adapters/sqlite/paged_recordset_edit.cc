@@ -1,6 +1,8 @@
 // AddNew, Update, CancelUpdate and Delete of a paged record set.
 #include <sqlite3.h>
 
+#include <optional>
+#include <unordered_set>
 #include <utility>
 
 #include "adapters/sqlite/field_values.h"
@@ -130,11 +132,37 @@ void PagedRecordset::store_new_row() {
   added_read_ = false;
   place_ = Place::Added;
   if (total_ >= 0) ++total_;
+  const bool unread = !complete_ && total_ < 0 && rows_in_buffer() == 0;
+  if (unread && keyed_ && !forward_only_) own_rows_.push_back(added_key_);
   if (!complete_ || !keyed_) return;
   // It stands behind the others from now on, whatever their order.
   show_added_row();
   buffer_.add(added_, 0);
   go_to(total_);
+}
+
+// Rows that were added stand behind all others, as if those had been read before, whether the
+// Select finds them or not.
+void PagedRecordset::take_in_own_rows() {
+  if (own_rows_.empty()) return;
+  const std::vector<std::int64_t> own = std::exchange(own_rows_, {});
+  const std::optional<RowBuffer> found = all_rows();
+  if (!found) return;
+  const std::unordered_set<std::int64_t> stored_last(own.begin(), own.end());
+  buffer_.begin(width());
+  for (std::size_t row = 0; row < found->rows(); ++row) {
+    const Cell& key = found->cell(row, field_count());
+    const bool is_own = key.kind != Cell::Kind::Null && stored_last.contains(key.integer);
+    if (!is_own) buffer_.add(*found, row);
+  }
+  for (const std::int64_t key : own) {
+    if (read_row(key)) buffer_.add(added_, 0);
+  }
+  first_ = 1;
+  complete_ = true;
+  total_ = rows_in_buffer();
+  added_read_ = false;
+  if (place_ == Place::Added) go_to(total_);
 }
 
 void PagedRecordset::store_changed_row() {
@@ -165,6 +193,7 @@ void PagedRecordset::remove() {
   }
   if (total_ > 0) --total_;
   if (place_ == Place::Added) {
+    if (!own_rows_.empty()) own_rows_.pop_back();
     place_ = Place::Past;
     return;
   }
