@@ -100,7 +100,7 @@ void PageResponse::write_bytes(std::string_view bytes) {
 }
 
 void PageResponse::room_for(std::size_t bytes) const {
-  if (body_.size() + bytes > kMaxBufferedBytes) {
+  if (flushed_.size() + body_.size() + bytes > kMaxBufferedBytes) {
     throw platform::PageEnd{platform::PageEnd::Reason::OutOfMemory};
   }
 }
@@ -137,11 +137,14 @@ void PageResponse::clear() {
 }
 
 void PageResponse::flush() {
-  if (sink_ == nullptr) return;  // one answer in the end
   settle();
-  if (!begun_) sink_->begin(head());
+  if (sink_ == nullptr) {
+    flushed_ += body_;
+  } else {
+    if (!begun_) sink_->begin(head());
+    if (!body_.empty()) sink_->write(body_);
+  }
   begun_ = true;
-  if (!body_.empty()) sink_->write(body_);
   body_.clear();
   settled_ = 0;
 }
@@ -229,7 +232,7 @@ const ResponseCookie* PageResponse::find_cookie(std::string_view name) const {
 void PageResponse::replace(int status, std::string reason, std::string_view html_utf8) {
   body_.clear();
   settled_ = 0;
-  if (!begun_) {
+  if (!begun_ || sink_ == nullptr) {
     status_ = status;
     reason_ = std::move(reason);
     content_type_ = "text/html";
@@ -240,10 +243,11 @@ void PageResponse::replace(int status, std::string reason, std::string_view html
 
 PageAnswer PageResponse::take() {
   settle();
-  PageAnswer answer = begun_ ? PageAnswer() : head();
+  const bool streamed = begun_ && sink_ != nullptr;
+  PageAnswer answer = streamed ? PageAnswer() : head();
   answer.status = status_;
-  answer.body = std::move(body_);
-  answer.streamed = begun_;
+  answer.body = flushed_.empty() ? std::move(body_) : flushed_ + body_;
+  answer.streamed = streamed;
   answer.log_note = log_note_;
   body_.clear();
   settled_ = 0;

@@ -107,6 +107,7 @@ class PageResponse final : public platform::Response {
   std::int32_t lcid_ = 2052;  // kept and answered; changes no text
   bool buffered_ = true;
   bool begun_ = false;
+  std::string flushed_;  // without a sink: what a visitor would have by now; goes out in the end
   std::string body_;
   std::size_t settled_ = 0;  // bytes of body_ that are final; text behind them
   int status_ = 200;
