@@ -349,8 +349,13 @@ void XmlDocumentObject::save_into(const Value& target) const {
     return other->load_bytes(tree_->bytes());
   }
   Object& object = *target.as_object();
-  MemberId write = object.member("BinaryWrite");
-  if (write == kNoMember) write = object.member("Write");
+  if (const MemberId write = object.member("BinaryWrite"); write != kNoMember) {
+    // A Response says in which charset its bytes are.
+    const std::string charset = joined_text(called(object, object.member("Charset"), {})).string();
+    called(object, write, {Value::array(Array::of_bytes(tree_->bytes(charset)))});
+    return;
+  }
+  const MemberId write = object.member("Write");
   if (write == kNoMember) raise(errors::kTypeMismatch);
   called(object, write, {Value::array(Array::of_bytes(tree_->bytes()))});
 }

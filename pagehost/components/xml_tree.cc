@@ -154,12 +154,15 @@ std::string XmlTree::text() const {
   return out;
 }
 
-std::string XmlTree::bytes() const {
+std::string XmlTree::bytes(std::string_view undeclared) const {
   std::string out;
-  std::string encoding;
+  std::string encoding(undeclared);
   for (const platform::XmlNode* each : document->children(document->root())) {
     if (document->kind(each) == XmlKind::Instruction && document->name(each) == "xml") {
-      encoding = declared(document->value(each).value_or(""), "encoding");
+      const std::string value = document->value(each).value_or("");
+      if (const std::string_view named = declared(value, "encoding"); !named.empty()) {
+        encoding = named;
+      }
     }
     out += document->xml(each) + "\r\n";
   }

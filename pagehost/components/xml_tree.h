@@ -58,8 +58,8 @@ class XmlTree {
 
   // As the file of it: with its declaration, each child of the document on a line.
   std::string text() const;
-  // The same in the encoding that it declares.
-  std::string bytes() const;
+  // The same in the encoding that it declares, else in this one.
+  std::string bytes(std::string_view undeclared = "utf-8") const;
 
   XmlServices services;
   std::unique_ptr<platform::XmlDocument> document;

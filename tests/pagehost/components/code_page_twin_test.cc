@@ -145,6 +145,19 @@ TEST_F(CodePageTwins, DocumentsHoldTheSameCharacters) {
       false, word);
 }
 
+TEST_F(CodePageTwins, WhatIsSavedIntoAResponseIsOfItsCharset) {
+  const std::string word(kWord);
+  same("<% Set d = Server.CreateObject(\"MSXML2.DOMDocument\")\nd.loadXML \"<a>" + word +
+           "</a>\"\nd.save Response\n"
+           "Set rs = Server.CreateObject(\"ADODB.Recordset\")\nrs.Fields.Append \"" +
+           word + "\", 202, 9\nrs.Open\nrs.AddNew\nrs(0) = \"" + word +
+           "\"\nrs.Update\nrs.Save Server.MapPath(\"r.xml\"), 1\n"
+           "Set back = Server.CreateObject(\"ADODB.Recordset\")\n"
+           "back.Open Server.MapPath(\"r.xml\")\nResponse.Write back(\"" +
+           word + "\") %>",
+       false, "<a>" + word + "</a>\r\n" + word);
+}
+
 TEST_F(CodePageTwins, AscAndChrGoByTheServersCodePage) {
   same("<%= Hex(Asc(\"\xE4\xB8\xAD\")) & Chr(&HD6D0) & AscW(\"\xE4\xB8\xAD\") %>", false,
        "D6D0\xE4\xB8\xAD"
