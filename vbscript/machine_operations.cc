@@ -143,14 +143,15 @@ void Machine::join(Frame& frame, const Instruction& i) {
 }
 
 void Machine::append_held(Value& target, Value& held, const Value& more) {
+  const Text tail = joined_text(more);  // first: it may run script that changes the target
   const bool unchanged = target.is_text() && held.is_text() &&
                          target.as_text().identity() == held.as_text().identity();
   if (!unchanged) {
-    target = concatenate(held, more);
+    target =
+        more.is_null() && held.is_null() ? Value::null() : concatenate(held, Value::text(tail));
     held = Value();
     return;
   }
-  const Text tail = joined_text(more);
   held = Value();
   target.append(tail);
 }

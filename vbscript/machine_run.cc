@@ -74,16 +74,15 @@ void add_into(Value& result, const Value& a, const Value& b) {
 
 // Appends in place where the result is the left side.
 void concatenate_into(Value& result, const Value& a, const Value& b) {
-  if (&result == &a && a.is_text()) {
-    if (b.is_text()) {
-      result.append(b.as_text());
-    } else {
-      const Value joined = concatenate(Value::text(Text()), b);
-      result.append(joined.as_text());
-    }
-    return;
+  // Reading an object may run script that changes the left side.
+  if (&result != &a || !a.is_text() || b.is_object()) {
+    result = concatenate(a, b);
+  } else if (b.is_text()) {
+    result.append(b.as_text());
+  } else {
+    const Value joined = concatenate(Value::text(Text()), b);
+    result.append(joined.as_text());
   }
-  result = concatenate(a, b);
 }
 
 // Nothing where the kinds need the general way.

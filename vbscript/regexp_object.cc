@@ -137,7 +137,7 @@ class RegExp final : public Object {
       "Pattern", "IgnoreCase", "Global", "Multiline", "Execute", "Test", "Replace"};
 
   Value property(MemberId id, CallKind kind, Arguments arguments);
-  const platform::Regexp& compiled();
+  std::shared_ptr<const platform::Regexp> compiled();
   Value execute(const std::u16string& subject);
   Value replace(const std::u16string& subject, const Value& replacement);
   template <class Found>
@@ -156,7 +156,7 @@ Value RegExp::invoke(MemberId id, CallKind kind, Arguments arguments) {
   check_reads(kind);
   if (arguments.size() != (id == kReplace ? 2U : 1U)) raise(errors::kWrongArgumentCount);
   const std::u16string subject = to_text(*arguments[0]).units();
-  if (id == kTest) return Value::boolean(compiled().match(subject, 0).has_value());
+  if (id == kTest) return Value::boolean(compiled()->match(subject, 0).has_value());
   if (id == kExecute) return execute(subject);
   return replace(subject, *arguments[1]);
 }
@@ -167,30 +167,31 @@ Value RegExp::property(MemberId id, CallKind kind, Arguments arguments) {
   if (arguments.size() != (assigns ? 1U : 0U)) raise(errors::kWrongArgumentCount);
   bool* const flag = id == kIgnoreCase ? &ignore_case_ : id == kGlobal ? &global_ : &multiline_;
   if (!assigns) return id == kPattern ? Value::text(pattern_) : Value::boolean(*flag);
-  compiled_ = nullptr;
   if (id == kPattern) {
     pattern_ = to_text(*arguments[0]);
   } else {
     *flag = to_boolean(*arguments[0]);
   }
+  compiled_ = nullptr;  // last: reading what is assigned may run script that searches
   return Value();
 }
 
-const platform::Regexp& RegExp::compiled() {
+std::shared_ptr<const platform::Regexp> RegExp::compiled() {
   if (!compiled_) {
     compiled_ =
         factory_.compile(pattern_.units(), {.ignore_case = ignore_case_, .multiline = multiline_});
   }
-  return *compiled_;
+  return compiled_;
 }
 
 // The first match, or all of them; behind an empty one the search goes on a unit later.
 template <class Found>
 void RegExp::each_match(const std::u16string& subject, Found found) {
-  const platform::Regexp& regexp = compiled();
+  // Held: a procedure that makes the replacement may assign another pattern.
+  const std::shared_ptr<const platform::Regexp> regexp = compiled();
   std::size_t from = 0;
   while (from <= subject.size()) {
-    const std::optional<RegexpMatch> match = regexp.match(subject, from);
+    const std::optional<RegexpMatch> match = regexp->match(subject, from);
     if (!match) return;
     const RegexpMatch::Stretch whole = *match->stretches[0];
     found(*match);

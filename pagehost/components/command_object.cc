@@ -86,7 +86,8 @@ class ParametersObject final : public TabledObject<ParametersObject> {
     return static_cast<std::size_t>(place);
   }
   Value item(const Call& call) {
-    const Ref<ParameterObject>& found = (*list_)[place_of(call.at(0))];
+    // Held: what is assigned may run script that takes it out of the list.
+    const Ref<ParameterObject> found = (*list_)[place_of(call.at(0))];
     if (!call.assigns()) return Value::object(found);
     found->set_value(plain_value(call.assigned()));
     return {};

@@ -57,6 +57,20 @@ TEST(RegExpObject, ExecuteAnswersTheFirstMatchUnlessGlobal) {
             (Lines{"1", "2"}));
 }
 
+TEST(RegExpObject, AReplacingProcedureMayAssignAnotherPattern) {
+  EXPECT_EQ(printed("Function made(m, g, none, at, all)\nr.Pattern = \"zz\"\nmade = \"-\"\n"
+                    "End Function\nr.Pattern = \"ab\"\nr.Global = True\n"
+                    "Print r.Replace(\"abab\", GetRef(\"made\")), r.Test(\"zz\")"),
+            (Lines{"-- True"}));
+}
+
+TEST(RegExpObject, ASearchWhileThePatternIsReadKeepsNothingOfTheOldOne) {
+  EXPECT_EQ(printed("Class P\nPublic Default Property Get V\nr.Test \"a\"\nV = \"b\"\n"
+                    "End Property\nEnd Class\nr.Pattern = \"a\"\nr.Pattern = New P\n"
+                    "Print r.Test(\"a\"), r.Test(\"b\")"),
+            (Lines{"False True"}));
+}
+
 TEST(RegExpObject, AMatchTellsItsPlaceAndGroups) {
   EXPECT_EQ(printed("r.Pattern = \"ab\"\nSet m = r.Execute(\"中ab\")(0)\n"
                     "Print m, m.Value, m.FirstIndex, m.Length, m.SubMatches.Count\n"
