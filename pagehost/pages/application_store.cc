@@ -91,6 +91,13 @@ void ApplicationStore::unlock_all(const void* page) {
   changed_.notify_all();
 }
 
+void ApplicationStore::end_lock() {
+  const std::lock_guard held(mutex_);
+  holder_ = nullptr;
+  times_held_ = 0;
+  changed_.notify_all();
+}
+
 void ApplicationStore::wake() {
   changed_.notify_all();
 }

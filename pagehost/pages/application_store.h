@@ -36,6 +36,8 @@ class ApplicationStore {
   void lock(const void* page, const PageWatch& watch);
   void unlock(const void* page);
   void unlock_all(const void* page);
+  // Whoever holds the lock holds it no longer: at the application's end.
+  void end_lock();
   // Whoever waits looks again whether its time is over.
   void wake();
 

@@ -132,6 +132,7 @@ class PageHost::Parts {
   }
 
   void end(const ApplicationLives::Life& life) {
+    life->application.end_lock();  // of a page that was not waited for any longer
     end_sessions(life, life->sessions.take_all());
     run_event(life, "Application_OnEnd", nullptr);
   }

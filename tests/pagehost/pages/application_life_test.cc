@@ -214,6 +214,27 @@ TEST_F(ChangedStartUp, APageThatCannotEndBeforeKeepsItsApplication) {
   EXPECT_EQ(run_as(cookie, "/s.asp").body, "1");
 }
 
+// Or the end would wait for that page, and every page for the end.
+TEST_F(ChangedStartUp, ThatPageHoldsUpTheEndByNoLock) {
+  site_.options.longest_drain = 0ms;
+  site_.file("/global.asa",
+             "<script language=VBScript runat=Server>\nSub Application_OnEnd\nApplication.Lock\n"
+             "Application(\"seen\") = \"!\"\nServer.CreateObject \"Toy.end\"\nEnd Sub\n</script>");
+  site_.file("/long.asp",
+             "<% Application.Lock\nResponse.Flush\nApplication(\"x\") = 1\n"
+             "Application.UnLock\nResponse.Write Application(\"x\") %>");
+  std::string body;
+  AtFlush sink([&] {
+    site_.file("/global.asa", script("2"));
+    later();
+    body = site_.body("/a.asp");
+  });
+  EXPECT_EQ(site_.host().run(tests::PageSite::request("/long.asp"), SessionTurn(), &sink).body,
+            "1");
+  EXPECT_EQ(body, "2");
+  EXPECT_EQ(events(), "end! start ");
+}
+
 // The turn was given before the change, and the page comes behind it.
 TEST_F(ChangedStartUp, AWaitingRequestOfASessionOfBeforeHasNone) {
   const std::string cookie = cookie_of(site_.run("/s.asp"));
