@@ -209,7 +209,9 @@ Value ConnectionObject::remembering(const std::function<Value()>& step) {
 }
 
 void ConnectionObject::open_with(const std::string& connection_string) {
-  if (connection_) raise(rk::errors::kObjectOpen);
+  if (connection_ || of_files_) raise(rk::errors::kObjectOpen);
+  of_files_ = names_saved_rows(connection_string) || is_saved_rows_provider(provider_);
+  if (of_files_) return;
   std::shared_ptr<platform::Connection> fresh = services_.database->connection();
   fresh->open(whole_connection_string(connection_string));
   connection_ = std::move(fresh);
@@ -244,6 +246,7 @@ Value ConnectionObject::open(const Call& call) {
 }
 
 Value ConnectionObject::close(const Call&) {
+  if (std::exchange(of_files_, false)) return {};
   if (!connection_) raise(rk::errors::kObjectClosed);
   for (RecordsetObject* set : sets_) set->shut();
   transactions_ = 0;
@@ -255,6 +258,7 @@ Value ConnectionObject::close(const Call&) {
 // Execute(text, affected, options): a record set, closed where the statement gives no rows.
 Value ConnectionObject::execute(const Call& call) {
   return remembering([&] {
+    if (of_files_) return saved_rows(call.at(0));
     if (!connection_) raise(rk::errors::kObjectClosed);
     std::int64_t affected = 0;
     const std::int32_t options = call.number_or(2, 0);
@@ -262,6 +266,12 @@ Value ConnectionObject::execute(const Call& call) {
     if (call.count() > 1) call.at(1) = Value::long_integer(static_cast<std::int32_t>(affected));
     return made;
   });
+}
+
+Value ConnectionObject::saved_rows(const Value& file) {
+  auto recordset = make_ref<RecordsetObject>(services_);
+  recordset->open_saved(plain_value(file));
+  return Value::object(recordset);
 }
 
 Value ConnectionObject::run(platform::SqlText sql, std::int32_t options, std::int64_t& affected) {
@@ -313,7 +323,7 @@ Value ConnectionObject::rollback_trans(const Call&) {
 }
 
 Value ConnectionObject::state(const Call&) {
-  return Value::long_integer(connection_ ? 1 : 0);
+  return Value::long_integer(connection_ || of_files_ ? 1 : 0);
 }
 
 Value ConnectionObject::errors(const Call& call) {

@@ -37,6 +37,8 @@ class ConnectionObject final : public TabledObject<ConnectionObject>, public Kee
   // The open connection; raises 3709 where it is closed.
   std::shared_ptr<platform::Connection> opened() const;
   void open_with(const std::string& connection_string);
+  // Whether it was opened to saved record sets in place of a database: its statements are files.
+  bool is_of_files() const { return of_files_; }
   // In place of a page that assigns it.
   void set_cursor_location(std::int32_t location) { cursor_location_ = location; }
   // Runs a step and keeps its failure for the Errors collection.
@@ -77,6 +79,7 @@ class ConnectionObject final : public TabledObject<ConnectionObject>, public Kee
   Value nothing_to_do(const Call& call);
   std::unique_ptr<platform::Recordset> rows_of(const platform::SqlText& sql,
                                                std::int64_t& affected);
+  Value saved_rows(const Value& file);
   std::string whole_connection_string(const std::string& connection_string) const;
   Value number_property(const Call& call, std::int32_t& kept);
   Value text_property(const Call& call, std::string& kept);
@@ -89,7 +92,8 @@ class ConnectionObject final : public TabledObject<ConnectionObject>, public Kee
   std::string default_database_;
   std::vector<RecordsetObject*> sets_;
   std::shared_ptr<PropertyList> properties_;  // once the page asked for them
-  std::int32_t transactions_ = 0;             // levels that are open
+  bool of_files_ = false;
+  std::int32_t transactions_ = 0;  // levels that are open
   std::int32_t attributes_ = 0;
   std::int32_t cursor_location_ = 2;
   std::int32_t command_timeout_ = 30;

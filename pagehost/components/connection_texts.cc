@@ -62,7 +62,11 @@ std::string connection_to_file(std::string_view text) {
 }
 
 bool names_saved_rows(std::string_view connection_string) {
-  return equal_ignoring_case(connection_keyword(connection_string, "Provider"), "MSPersist");
+  return is_saved_rows_provider(connection_keyword(connection_string, "Provider"));
+}
+
+bool is_saved_rows_provider(std::string_view provider) {
+  return equal_ignoring_case(provider, "MSPersist");
 }
 
 }  // namespace rk::pagehost

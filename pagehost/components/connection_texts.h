@@ -23,6 +23,7 @@ std::string connection_to_file(std::string_view text);
 
 // Whether it names the provider of record sets that were saved, in place of a database's.
 bool names_saved_rows(std::string_view connection_string);
+bool is_saved_rows_provider(std::string_view provider);
 
 }  // namespace rk::pagehost
 

@@ -45,6 +45,10 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   // Rows without a connection.
   void take(std::unique_ptr<MemoryRows> rows);
 
+  // The rows as Save wrote them, out of a file, an object or bytes: held by the client; with the
+  // lock for batches their changes wait for a connection. Raises 53 where there is no file.
+  void open_saved(const Value& from);
+
   // Closes the rows with their connection, whatever was being changed; nothing where it is closed.
   void shut();
 
@@ -136,7 +140,6 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   void set_fields(const Value& names, const Value& values);
   void connect(const Value& connection);
   bool opens_saved(const Value& from, std::int32_t options);
-  void open_saved(const Value& from);
 
   AdoServices services_;
   Ref<ConnectionObject> connection_;

@@ -68,14 +68,13 @@ bool RecordsetObject::opens_saved(const Value& from, std::int32_t options) {
   if (from.is_array()) return true;
   if (!from.is_text() || from.as_view().empty()) return false;
   if (options > 0 && (options & kSourceIsFile) != 0) return true;
+  if (connection_ && connection_->is_of_files()) return true;
   if (connection_ || !services_.files || begins_as_select(from.as_view())) return false;
   if (from.as_view().find_first_of("/\\") != std::string_view::npos) return true;
   const XmlServices& with = services_.files->xml;
   return with.system.files->find(path_in_site(with.site_root, from.as_view())).has_value();
 }
 
-// The rows as they were saved, held by the client; with the lock for batches their changes wait for
-// a connection. Raises 53 where there is no file.
 void RecordsetObject::open_saved(const Value& from) {
   const RowFiles& with = saving(services_);
   std::string file;
@@ -89,6 +88,7 @@ void RecordsetObject::open_saved(const Value& from) {
                                                   document->tree()->problem.reason);
   }
   auto read = rows_of_saved(*document->tree()->document);
+  if (connection_ && connection_->is_of_files()) belong_to({});
   command_ = {};
   source_ = {};
   if (lock_type_ == kLockBatch) read->begin_batch();

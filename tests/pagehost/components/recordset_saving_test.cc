@@ -184,6 +184,28 @@ TEST_F(RecordsetSaving, TheProviderOrAnOptionNamesAFileToo) {
       << "no table is behind it";
 }
 
+TEST_F(RecordsetSaving, AConnectionToFilesTakesTheirNamesForStatements) {
+  get(opened(), "Save", {t("rows.xml"), n(1)});
+  for (const bool by_provider : {true, false}) {
+    const Value connection = Value::object(make_ref<ConnectionObject>(
+        AdoServices(database_, std::make_shared<RowFiles>(RowFiles{xml(), nullptr}))));
+    if (by_provider) let(connection, "Provider", {t("mspersist")});
+    get(connection, "Open", {t(by_provider ? "" : "Provider=MSPersist;")});
+    EXPECT_EQ(text_of(get(connection, "State")), "1");
+    EXPECT_EQ(error_number([&] { get(connection, "Open", {t("Data Source=a.db")}); }), 3705);
+    EXPECT_EQ(shown(get(connection, "Execute", {t("rows.xml")})), "1,\xE4\xB8\xAD;2,-;3,it's;");
+    EXPECT_EQ(error_number([&] { get(connection, "Execute", {t("none.xml")}); }), 53);
+    const Value rows = recordset();
+    get(rows, "Open", {t("rows.xml"), connection, n(3), n(3)});
+    EXPECT_EQ(text_of(get(rows, "RecordCount")), "3");
+    EXPECT_EQ(error_number([&] { get(connection, "BeginTrans"); }), 3704);
+    get(connection, "Close");
+    EXPECT_EQ(text_of(get(rows, "RecordCount")), "3");
+    EXPECT_EQ(text_of(get(connection, "State")), "0");
+    EXPECT_EQ(error_number([&] { get(connection, "Close"); }), 3704);
+  }
+}
+
 TEST_F(RecordsetSaving, WhatHoldsNoRowsIsRefusedAndLeavesTheSetClosed) {
   files_.put("/site/old.dat", std::string("\x01TG!\x02\0\0", 7));
   files_.put("/site/page.xml", "<a/>");
