@@ -294,7 +294,10 @@ Ref<Object> PageRun::made(std::string_view program_identifier, const KnownError&
   const ObjectFactory* factory = host_.parts.programs->find(program_identifier);
   if (factory == nullptr) {
     if (host_.is_new_unknown_program(program_identifier)) {
-      host_.parts.log->note(log_mark() + place() + ": no class is served by the name '" +
+      // A declared object is made before the first statement.
+      const bool begun = running_.empty() || running_.back().script != nullptr;
+      const std::string where = begun ? place() : running_.back().page->path;
+      host_.parts.log->note(log_mark() + where + ": no class is served by the name '" +
                             std::string(program_identifier) + "'");
     }
     raise(otherwise);

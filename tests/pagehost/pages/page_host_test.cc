@@ -325,6 +325,19 @@ TEST_F(PageHostTest, ADeclaredObjectIsMadeWhenItIsUsed) {
   EXPECT_EQ(site_.body("/a.asp"), "shop.example:8080!");
 }
 
+TEST_F(PageHostTest, ADeclaredObjectOfAnUnknownClassIsAnErrorOfThePagesThatNameIt) {
+  const std::string object = "<object runat=server id=mail progid=\"No.Such\"></object>";
+  site_.file("/a.asp", object + "<% On Error Resume Next\nmail.Send %>x")
+      .file("/b.asp", object + "b");
+  EXPECT_EQ(site_.body("/b.asp"), "b");
+  EXPECT_TRUE(site_.log.lines().empty());
+  const PageAnswer answer = site_.run("/a.asp");
+  EXPECT_EQ(answer.status, 500);
+  EXPECT_NE(answer.body.find("Invalid class string"), std::string::npos) << answer.body;
+  ASSERT_EQ(site_.log.lines().size(), 2u);
+  EXPECT_EQ(site_.log.lines()[0], "N /a.asp: no class is served by the name 'No.Such'");
+}
+
 TEST_F(PageHostTest, AProcedureOfAnotherLanguageFailsAtItsCall) {
   site_.file("/a.asp",
              "<script language=JScript runat=server>function Total(a){}</script>"
