@@ -1,6 +1,7 @@
 #include "vbscript/compiler.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "vbscript/lexer.h"
 #include "vbscript/syntax_error.h"
@@ -53,47 +54,58 @@ std::shared_ptr<Unit> Compiler::expression_unit() {
 // --- what the script declares ------------------------------------------------------------------
 
 void Compiler::declare_script() {
-  std::unordered_map<NameId, Position> places;
-  const auto declare = [&](NameId name, Binding binding, Position where, bool again) {
-    const auto [at, is_new] = bindings_.emplace(name, binding);
-    const auto [first, is_first] = places.emplace(name, where);
-    if (!is_new && !again) {
-      // The later one in the text is at fault, whatever is declared first here.
-      const bool behind = std::pair(first->second.piece, first->second.offset) <
-                          std::pair(where.piece, where.offset);
-      fail(syntax::kNameRedefined, behind || is_first ? where : first->second);
-    }
-    at->second = binding;
-    unit_->names[tree_.names.folded(name)] = binding;
-  };
   for (const Declarator& d : script_usage_->variables()) {
-    if (environment_ != nullptr) {
+    if (environment_ == nullptr) {
+      declare_variable(d);
+    } else if (!bindings_.try_emplace(d.name).second) {
       // Anew in a text of its own, but once in each.
-      if (!bindings_.try_emplace(d.name).second) fail(syntax::kNameRedefined, d.position);
-      continue;
+      fail(syntax::kNameRedefined, d.position);
     }
-    declare(d.name, {Binding::Kind::Variable, add_global(d.name)}, d.position, false);
-    unit_->globals[global_slots_[d.name]].defined = true;
   }
   for (const Constant& c : script_usage_->constants()) {
-    declare(c.name, {Binding::Kind::Constant, index_of(constant(c.value))}, c.position, false);
+    declare(c.name, {Binding::Kind::Constant, index_of(constant(c.value))}, c.position);
   }
-  // A procedure of the same name replaces the one before it.
-  std::unordered_map<NameId, bool> procedures;
+  declare_procedures();
+  declare_classes();
+  for (const Declarator& d : script_usage_->redimensioned()) {
+    if (environment_ == nullptr && !bindings_.contains(d.name)) declare_variable(d);
+  }
+}
+
+void Compiler::declare(NameId name, Binding binding, Position where, bool again) {
+  const auto [at, is_new] = bindings_.emplace(name, binding);
+  const auto [first, is_first] = declared_at_.emplace(name, where);
+  if (!is_new && !again) {
+    // The later one in the text is at fault, whatever is declared first here.
+    const bool behind =
+        std::pair(first->second.piece, first->second.offset) < std::pair(where.piece, where.offset);
+    fail(syntax::kNameRedefined, behind || is_first ? where : first->second);
+  }
+  at->second = binding;
+  unit_->names[tree_.names.folded(name)] = binding;
+}
+
+void Compiler::declare_variable(const Declarator& d) {
+  const std::uint32_t slot = add_global(d.name);
+  declare(d.name, {Binding::Kind::Variable, slot}, d.position);
+  unit_->globals[slot].defined = true;
+}
+
+// A procedure of the same name replaces the one before it.
+void Compiler::declare_procedures() {
+  std::unordered_set<NameId> procedures;
   for (const Procedure* p : tree_.procedures) {
     const auto index = static_cast<std::uint32_t>(add_code(p, -1));
-    declare(p->name, {Binding::Kind::Procedure, index}, p->position, procedures[p->name]);
-    procedures[p->name] = true;
+    const bool again = !procedures.insert(p->name).second;
+    declare(p->name, {Binding::Kind::Procedure, index}, p->position, again);
   }
+}
+
+void Compiler::declare_classes() {
   for (const Class* c : tree_.classes) {
     const auto index = static_cast<std::uint32_t>(unit_->classes.size());
-    declare(c->name, {Binding::Kind::Class, index}, c->position, false);
+    declare(c->name, {Binding::Kind::Class, index}, c->position);
     declare_class(*c);
-  }
-  for (const Declarator& d : script_usage_->redimensioned()) {
-    if (environment_ != nullptr || bindings_.contains(d.name)) continue;
-    declare(d.name, {Binding::Kind::Variable, add_global(d.name)}, d.position, false);
-    unit_->globals[global_slots_[d.name]].defined = true;
   }
 }
 
@@ -112,11 +124,11 @@ void Compiler::declare_class(const Class& c) {
     code.fields.push_back({d.is_array, d.bounds});
   }
   const int owner = static_cast<int>(unit_->classes.size()) - 1;
-  for (const Procedure* p : c.procedures) add_member(code, c, *p, add_code(p, owner));
+  for (const Procedure* p : c.procedures) add_member(code, *p, add_code(p, owner));
   check_properties(code, c);
 }
 
-void Compiler::add_member(ClassCode& code, const Class&, const Procedure& p, int code_index) {
+void Compiler::add_member(ClassCode& code, const Procedure& p, int code_index) {
   const std::string& folded = tree_.names.folded(p.name);
   const auto [at, is_new] =
       code.member_index.try_emplace(folded, static_cast<int>(code.members.size()));
@@ -191,31 +203,39 @@ void Compiler::compile_script() {
   begin_scope(scope, nullptr);
   for (const Declarator& d : script_usage_->variables()) {
     if (environment_ != nullptr) {
-      const Environment::Found found = environment_->find(tree_.names.folded(d.name));
-      Value* place = found.kind == Environment::Found::Kind::Variable
-                         ? found.variable
-                         : environment_->declare(tree_.names.folded(d.name));
-      scope.meanings[d.name] = outer_variable(place);
-      dimension(d, scope.meanings[d.name].place);
+      place_in_environment(d);
     } else {
       dimension(d, operand(Place::Global, global_slots_[d.name]));
     }
   }
   if (environment_ != nullptr) {
-    // Code that runs later sees what this code declares.
-    for (const Constant& c : script_usage_->constants()) {
-      const std::string& folded = tree_.names.folded(c.name);
-      const Environment::Found found = environment_->find(folded);
-      // A name that the page uses and does not declare has a place already.
-      if (found.kind == Environment::Found::Kind::None) {
-        *environment_->declare(folded) = c.value;
-      } else if (found.kind == Environment::Found::Kind::Variable) {
-        *found.variable = c.value;
-      }
-    }
+    for (const Constant& c : script_usage_->constants()) tell_environment(c);
   }
   block(tree_.body);
   end_scope(tree_.body.empty() ? Position{} : tree_.body.back()->position);
+}
+
+void Compiler::place_in_environment(const Declarator& d) {
+  const std::string& folded = tree_.names.folded(d.name);
+  const Environment::Found found = environment_->find(folded);
+  Value* const place = found.kind == Environment::Found::Kind::Variable
+                           ? found.variable
+                           : environment_->declare(folded);
+  const Meaning variable = outer_variable(place);
+  scope_->meanings[d.name] = variable;
+  dimension(d, variable.place);
+}
+
+// Code that runs later sees what this code declares.
+void Compiler::tell_environment(const Constant& c) {
+  const std::string& folded = tree_.names.folded(c.name);
+  const Environment::Found found = environment_->find(folded);
+  // A name that the page uses and does not declare has a place already.
+  if (found.kind == Environment::Found::Kind::None) {
+    *environment_->declare(folded) = c.value;
+  } else if (found.kind == Environment::Found::Kind::Variable) {
+    *found.variable = c.value;
+  }
 }
 
 void Compiler::compile_procedure(const Procedure& p, int code_index, const ClassCode* owner) {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "value/script_error.h"
+#include "vbscript/compiler_scope.h"
 #include "vbscript/environment.h"
 #include "vbscript/meaning.h"
 #include "vbscript/name_usage.h"
@@ -31,33 +32,23 @@ class Compiler {
   std::shared_ptr<Unit> expression_unit();
 
  private:
-  struct Loop {
-    Statement::ExitKind kind;
-    std::vector<std::size_t> exits;  // jumps to patch
-  };
-  struct Scope {
-    Code* code = nullptr;
-    const Procedure* procedure = nullptr;  // null: outside of procedures
-    const ClassCode* owner = nullptr;
-    const NameUsage* usage = nullptr;
-    std::unordered_map<NameId, Meaning> meanings;
-    std::vector<Loop> loops;
-    std::vector<std::uint32_t> withs;  // registers
-    std::uint32_t next_register = 0;
-    std::uint32_t dirty_begin = 0;  // temporaries of the statement that may hold more than numbers
-    std::uint32_t dirty_end = 0;
-    bool lone_statement = false;
-  };
   // A register taken for a statement's length.
   class Hidden;
 
   // --- the unit (compiler.cc)
   void declare_script();
+  // Raises 1041 where the name is taken; `again`: it may be, and means this from now on.
+  void declare(NameId name, Binding binding, Position where, bool again = false);
+  void declare_variable(const Declarator& d);
+  void declare_procedures();
+  void declare_classes();
   void declare_class(const Class& c);
-  void add_member(ClassCode& code, const Class& c, const Procedure& p, int code_index);
+  void add_member(ClassCode& code, const Procedure& p, int code_index);
   void check_properties(const ClassCode& code, const Class& c) const;
   void note_procedures();
   void compile_script();
+  void place_in_environment(const Declarator& d);
+  void tell_environment(const Constant& c);
   void compile_procedure(const Procedure& p, int code_index, const ClassCode* owner);
   void begin_scope(Scope& scope, const Procedure* p);
   void begin_parameters(Scope& scope, const Procedure& p);
@@ -183,6 +174,7 @@ class Compiler {
   std::shared_ptr<Unit> unit_ = std::make_shared<Unit>();
   std::unique_ptr<NameUsage> script_usage_;
   std::unordered_map<NameId, Binding> bindings_;
+  std::unordered_map<NameId, Position> declared_at_;  // what the script declares
   std::unordered_map<NameId, std::uint32_t> global_slots_;
   std::unordered_map<NameId, Operand> name_constants_;
   std::unordered_map<NameId, bool> used_in_procedures_;  // undeclared there, and perhaps assigned

@@ -3,12 +3,14 @@
 #define RK_VBSCRIPT_FRAME_H_
 
 #include <memory>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 #include "value/object.h"
 #include "value/value.h"
+#include "vbscript/instructions.h"
 #include "vbscript/script_object.h"
 #include "vbscript/unit.h"
 
@@ -50,6 +52,12 @@ struct Frame {
   // Code of Execute runs in the scope of the procedure that called it.
   Frame* scope = nullptr;
   std::unique_ptr<LocalVariables> made;  // variables that such code made
+
+  // The operands of a list: their count, then they themselves.
+  std::span<const Operand> operands(std::uint32_t list) const {
+    const std::uint32_t* const first = &code->lists[list];
+    return {first + 1, first[0]};
+  }
 };
 
 }  // namespace rk::vbscript

@@ -28,6 +28,8 @@
 
 namespace rk::vbscript {
 
+class ArgumentBuffer;
+
 class Machine {
  public:
   Machine(std::shared_ptr<const Unit> unit, Host& host);
@@ -126,10 +128,13 @@ class Machine {
   void member(Frame& frame, const Instruction& i, CallKind kind);
   MemberId member_id(Frame& frame, Object& object, std::uint32_t site, std::uint32_t name);
   void invoke(Object& object, MemberId id, CallKind kind, Arguments arguments, Value* result);
+  Value answer(ScriptObject& object, int code, Arguments arguments);
   Value field_element(Value& field, Arguments arguments);
   void store_field(Value& field, CallKind kind, Arguments arguments);
 
   // --- calls (machine_calls.cc)
+  // Variables by their addresses; constants are copied, as what is called may assign.
+  static void collect(Frame& frame, std::span<const Operand> operands, ArgumentBuffer& buffer);
   void call_procedure(Frame& frame, const Instruction& i);
   void call_own(Frame& frame, const Instruction& i);
   void call_name(Frame& frame, const Instruction& i);

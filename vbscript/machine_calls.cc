@@ -88,24 +88,19 @@ void Machine::call(const ProcedureRef& procedure, ScriptObject* me, Arguments ar
 
 // --- instructions -----------------------------------------------------------------------------
 
-namespace {
-
-template <class At>
-void collect(ArgumentBuffer& buffer, const std::uint32_t* list, At&& at) {
-  for (std::uint32_t k = 1; k <= list[0]; ++k) {
-    if (place_of(list[k]) == Place::Constant) {
-      buffer.add_copy(at(list[k]));
+void Machine::collect(Frame& frame, std::span<const Operand> operands, ArgumentBuffer& buffer) {
+  for (const Operand o : operands) {
+    if (place_of(o) == Place::Constant) {
+      buffer.add_copy(at(frame, o));
     } else {
-      buffer.add(at(list[k]));
+      buffer.add(at(frame, o));
     }
   }
 }
 
-}  // namespace
-
 void Machine::call_procedure(Frame& frame, const Instruction& i) {
   ArgumentBuffer buffer;
-  collect(buffer, &frame.code->lists[i.c], [&](Operand o) -> Value& { return at(frame, o); });
+  collect(frame, frame.operands(i.c), buffer);
   Value result;
   call(procedures_[i.b], nullptr, buffer.arguments(), &result);
   at(frame, i.a) = std::move(result);
@@ -113,7 +108,7 @@ void Machine::call_procedure(Frame& frame, const Instruction& i) {
 
 void Machine::call_own(Frame& frame, const Instruction& i) {
   ArgumentBuffer buffer;
-  collect(buffer, &frame.code->lists[i.c], [&](Operand o) -> Value& { return at(frame, o); });
+  collect(frame, frame.operands(i.c), buffer);
   Value result;
   const ProcedureRef callee{frame.unit->unit->codes[i.b].get(), frame.unit};
   call(callee, frame.me, buffer.arguments(), &result);
@@ -125,7 +120,7 @@ void Machine::call_own(Frame& frame, const Instruction& i) {
 void Machine::call_name(Frame& frame, const Instruction& i) {
   const Global& global = main_.unit->globals[i.b];
   ArgumentBuffer buffer;
-  collect(buffer, &frame.code->lists[i.c], [&](Operand o) -> Value& { return at(frame, o); });
+  collect(frame, frame.operands(i.c), buffer);
   Value result;
   if (!call_made(frame, global.folded, buffer.arguments(), result)) {
     const Value* const made = made_here(frame, global.folded);
@@ -134,8 +129,7 @@ void Machine::call_name(Frame& frame, const Instruction& i) {
       raise_about(errors::kUndefinedVariable, global.text);
     }
     if (!named.is_object() && !named.is_array()) raise_about(errors::kTypeMismatch, global.text);
-    const std::uint32_t* const list = &frame.code->lists[i.c];
-    index(frame, named, {list + 1, list[0]}, result);
+    index(frame, named, frame.operands(i.c), result);
   }
   at(frame, i.a) = std::move(result);
 }
@@ -195,7 +189,7 @@ void Machine::find_shared(Frame& frame, const SharedName& name) {
 void Machine::call_dynamic(Frame& frame, const Instruction& i) {
   const std::string_view name = frame.bases[1][i.b].as_view();
   ArgumentBuffer buffer;
-  collect(buffer, &frame.code->lists[i.c], [&](Operand o) -> Value& { return at(frame, o); });
+  collect(frame, frame.operands(i.c), buffer);
   Value result;
   if (!call_made(frame, folded_name(name), buffer.arguments(), result)) {
     if (!buffer.arguments().empty()) raise_about(errors::kTypeMismatch, name);
@@ -227,7 +221,6 @@ bool Machine::call_made(Frame& frame, const std::string& folded, Arguments argum
 
 // `x 1, 2` where x is a variable: the default member of the object in it.
 void Machine::call_value(Frame& frame, const Instruction& i) {
-  const std::uint32_t* const list = &frame.code->lists[i.c];
   const Value& called = at(frame, i.a);
   const std::string_view name =
       i.b == kNoOperand ? std::string_view() : frame.bases[1][i.b].as_view();
@@ -235,7 +228,7 @@ void Machine::call_value(Frame& frame, const Instruction& i) {
   if (called.as_object() == nullptr) raise_about(errors::kObjectNotSet, name);
   const Ref<Object> object(called.as_object());
   ArgumentBuffer buffer;
-  collect(buffer, list, [&](Operand o) -> Value& { return at(frame, o); });
+  collect(frame, frame.operands(i.c), buffer);
   invoke(*object, kDefaultMember, CallKind::Method, buffer.arguments(), nullptr);
 }
 

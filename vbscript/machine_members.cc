@@ -73,13 +73,7 @@ void Machine::index(Frame& frame, const Value& base, std::span<const Operand> in
   if (base.as_object() == nullptr) raise(errors::kObjectNotSet);
   const Ref<Object> object(base.as_object());
   ArgumentBuffer buffer;
-  for (const Operand o : indexes) {
-    if (place_of(o) == Place::Constant) {
-      buffer.add_copy(at(frame, o));
-    } else {
-      buffer.add(at(frame, o));
-    }
-  }
+  collect(frame, indexes, buffer);
   invoke(*object, kDefaultMember, CallKind::Get, buffer.arguments(), &result);
 }
 
@@ -175,28 +169,23 @@ void Machine::write_back(Frame& frame, const Instruction& i) {
 
 void Machine::member(Frame& frame, const Instruction& i, CallKind kind) {
   const std::uint32_t* const list = &frame.code->lists[i.c];
+  const std::span<const Operand> operands(list + 3, list[0]);
   const Value& base = at(frame, i.b);
   if (!base.is_object() || base.as_object() == nullptr) raise(errors::kObjectRequired);
   const Ref<Object> object(base.as_object());
   const MemberId id = member_id(frame, *object, list[1], list[2]);
   ArgumentBuffer buffer;
-  const bool assigns = kind == CallKind::Let || kind == CallKind::Set;
-  for (std::uint32_t k = 0; k < list[0]; ++k) {
-    const Operand o = list[3 + k];
-    if (assigns || place_of(o) == Place::Constant) {
-      buffer.add_copy(at(frame, o));
-    } else {
-      buffer.add(at(frame, o));
-    }
-  }
-  if (assigns) {
-    const Value& value = at(frame, i.a);
-    if (kind == CallKind::Set && !value.is_object()) raise(errors::kObjectRequired);
-    buffer.add_copy(value);
-    invoke(*object, id, kind, buffer.arguments(), nullptr);
+  if (kind != CallKind::Let && kind != CallKind::Set) {
+    collect(frame, operands, buffer);
+    Value* const result = kind == CallKind::Get ? &at(frame, i.a) : nullptr;
+    invoke(*object, id, kind, buffer.arguments(), result);
     return;
   }
-  invoke(*object, id, kind, buffer.arguments(), kind == CallKind::Get ? &at(frame, i.a) : nullptr);
+  for (const Operand o : operands) buffer.add_copy(at(frame, o));
+  const Value& value = at(frame, i.a);
+  if (kind == CallKind::Set && !value.is_object()) raise(errors::kObjectRequired);
+  buffer.add_copy(value);
+  invoke(*object, id, kind, buffer.arguments(), nullptr);
 }
 
 MemberId Machine::member_id(Frame& frame, Object& object, std::uint32_t site, std::uint32_t name) {
@@ -223,6 +212,27 @@ void Machine::invoke(Object& object, MemberId id, CallKind kind, Arguments argum
 
 // --- members of script objects -----------------------------------------------------------------
 
+namespace {
+
+// The code that such a use of a member calls; below 0 where there is none for the world.
+int callee_of(const ClassMember& member, CallKind kind) {
+  switch (kind) {
+    case CallKind::Method:
+    case CallKind::Get:
+      if (member.method >= 0) return member.is_public ? member.method : -1;
+      return member.get_public ? member.property_get : -1;
+    case CallKind::Let:
+      // QUIRK: `object.Name = value` calls a method Name with the value behind its arguments.
+      if (member.method >= 0) return member.is_public ? member.method : -1;
+      return member.let_public ? member.property_let : -1;
+    case CallKind::Set:
+      return member.method < 0 && member.set_public ? member.property_set : -1;
+  }
+  return -1;
+}
+
+}  // namespace
+
 Value Machine::invoke_member(ScriptObject& object, MemberId id, CallKind kind,
                              Arguments arguments) {
   const ClassCode& code = object.code();
@@ -237,38 +247,29 @@ Value Machine::invoke_member(ScriptObject& object, MemberId id, CallKind kind,
     store_field(field, kind, arguments);
     return Value();
   }
-  int callee = -1;
-  if (m.method >= 0) {
-    // QUIRK: `object.Name = value` calls a method Name with the value behind its arguments.
-    callee = m.is_public && kind != CallKind::Set ? m.method : -1;
-  } else if (reads) {
-    callee = m.get_public ? m.property_get : -1;
-  } else if (kind == CallKind::Set) {
-    callee = m.set_public ? m.property_set : -1;
-  } else {
-    callee = m.let_public ? m.property_let : -1;
-  }
-  LoadedUnit& unit = object.unit();
-  if (callee < 0) {
-    // What a property answers is assigned to by its elements or default member.
-    if (!reads && arguments.size() > 1 && m.get_public && m.property_get >= 0 &&
-        m.property_let < 0 && m.property_set < 0) {
-      Value answer;
-      call({unit.unit->codes[static_cast<std::size_t>(m.property_get)].get(), &unit}, &object, {},
-           &answer);
-      store_field(answer, kind, arguments);
-      return Value();
-    }
-    raise_about(errors::kNoSuchMember, m.text);
-  }
-  const Code* const target = unit.unit->codes[static_cast<std::size_t>(callee)].get();
-  Value result;
-  if (reads && m.method < 0 && target->parameters() == 0 && !arguments.empty()) {
+  const int callee = callee_of(m, kind);
+  if (callee >= 0) {
+    const Code& called = *object.unit().unit->codes[static_cast<std::size_t>(callee)];
+    const bool indexes = reads && m.method < 0 && called.parameters() == 0 && !arguments.empty();
+    if (!indexes) return answer(object, callee, arguments);
     // object.Items(1): the brackets index what the property answers.
-    call({target, &unit}, &object, {}, &result);
-    return field_element(result, arguments);
+    Value items = answer(object, callee, {});
+    return field_element(items, arguments);
   }
-  call({target, &unit}, &object, arguments, &result);
+  // What a property answers is assigned to by its elements or default member.
+  const bool only_read =
+      m.get_public && m.property_get >= 0 && m.property_let < 0 && m.property_set < 0;
+  if (reads || arguments.size() < 2 || !only_read) raise_about(errors::kNoSuchMember, m.text);
+  Value items = answer(object, m.property_get, {});
+  store_field(items, kind, arguments);
+  return Value();
+}
+
+Value Machine::answer(ScriptObject& object, int code, Arguments arguments) {
+  LoadedUnit& unit = object.unit();
+  Value result;
+  call({unit.unit->codes[static_cast<std::size_t>(code)].get(), &unit}, &object, arguments,
+       &result);
   return result;
 }
 

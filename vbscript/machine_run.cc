@@ -307,19 +307,15 @@ void Machine::step_through(Frame& frame) {
       case Op::Index1:
         index(frame, at(frame, i.b), {&i.c, 1}, at(frame, i.a));
         break;
-      case Op::Index: {
-        const std::uint32_t* const list = &frame.code->lists[i.c];
-        index(frame, at(frame, i.b), {list + 1, list[0]}, at(frame, i.a));
+      case Op::Index:
+        index(frame, at(frame, i.b), frame.operands(i.c), at(frame, i.a));
         break;
-      }
       case Op::StoreIndex1:
         store_index(frame, at(frame, i.a), {&i.b, 1}, at(frame, i.c), false);
         break;
-      case Op::StoreIndex: {
-        const std::uint32_t* const list = &frame.code->lists[i.b];
-        store_index(frame, at(frame, i.a), {list + 1, list[0]}, at(frame, i.c), i.n != 0);
+      case Op::StoreIndex:
+        store_index(frame, at(frame, i.a), frame.operands(i.b), at(frame, i.c), i.n != 0);
         break;
-      }
       case Op::MemberGet:
         member(frame, i, CallKind::Get);
         break;

@@ -288,8 +288,9 @@ Value Dictionary::key(const Call& call) {
 // Only while there are no keys, which would not be found any more.
 Value Dictionary::compare_mode(const Call& call) {
   if (!call.assigns()) return Value::long_integer(compare_mode_);
+  const std::int32_t mode = to_long(call.assigned());
   if (count_ != 0) raise(errors::kInvalidCall);
-  compare_mode_ = to_long(call.assigned());
+  compare_mode_ = mode;
   return {};
 }
 
