@@ -175,7 +175,7 @@ TEST_F(PageHostTest, ASyntaxErrorIsLoggedWithItsLineAndACaret) {
   const std::string line = site_.log.lines()[0];
   EXPECT_NE(line.find("/a.asp:2:"), std::string::npos) << line;
   EXPECT_NE(line.find("If x Then Then\n"), std::string::npos);
-  EXPECT_NE(line.find("^"), std::string::npos);
+  EXPECT_NE(line.find('^'), std::string::npos);
 }
 
 TEST_F(PageHostTest, AStrangerSeesNothingOfTheInside) {
