@@ -271,6 +271,7 @@ void HttpConnection::start_page(bool not_found) {
   turn_state_ = TurnState::Waiting;
   state_ = State::Page;
   not_found_ = not_found;
+  if (not_found) request().page.missed_address = request().target;
   set_deadline(kVisitorCheck);
   const auto self = shared_from_this();
   const bool admitted = hub_.parts.pages->admit(
@@ -363,17 +364,18 @@ void HttpConnection::refuse_busy() {
 
 void HttpConnection::answer_file(const std::string& path) {
   const pagehost::PageRequest& page = request().page;
-  if (page.method == "POST") {
-    pagehost::PageAnswer answer = plain_answer(405);
-    answer.headers.emplace_back("Allow", "GET, HEAD");
-    return send_own(answer);
-  }
   file_ = hub_.parts.site_files->open(hub_.options.rules.site_root + path);
   std::array<char, kDatabaseStartBytes> start;
   const std::size_t length = file_ ? file_->read_at(0, start.data(), start.size()) : 0;
   if (!file_ || begins_as_database(std::string_view(start.data(), length))) {
     file_.reset();
     return start_page(true);
+  }
+  if (page.method == "POST") {
+    file_.reset();
+    pagehost::PageAnswer answer = plain_answer(405);
+    answer.headers.emplace_back("Allow", "GET, HEAD");
+    return send_own(answer);
   }
   const StaticAnswer answer = static_answer(page, path, file_->stamp());
   file_at_ = answer.offset;

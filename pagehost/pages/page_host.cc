@@ -51,6 +51,13 @@ PageAnswer not_found_answer() {
   return plain_answer(404, "Not Found", "There is nothing at this address.");
 }
 
+// In the bytes that came where they are known: they may be of any code page.
+std::string missed_address(const PageRequest& request) {
+  if (request.missed_address.starts_with('/')) return request.missed_address;
+  const std::string address = header_safe_address(request.asked_path());
+  return request.query.empty() ? address : address + "?" + request.query;
+}
+
 // A turn whose session lives as long as the turn does.
 SessionTurn turn_of_life(SessionStore::Turn turn, ApplicationLives::Life life) {
   if (!turn || !life) return {};
@@ -289,8 +296,7 @@ PageAnswer PageHost::answer_not_found(const PageRequest& request, SessionTurn tu
   other.path = *path;
   other.path_info.clear();
   other.query = std::string("404;") + (request.secure ? "https://" : "http://") +
-                std::string(request.header("host")) + header_safe_address(request.asked_path());
-  if (!request.query.empty()) other.query += "?" + request.query;
+                std::string(request.header("host")) + missed_address(request);
   const ApplicationLives::Stay stay = parts_->enter(turn);
   PageRun run(state, stay.life(), other, std::static_pointer_cast<Session>(std::move(turn.held_)),
               sink);

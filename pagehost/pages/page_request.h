@@ -23,6 +23,8 @@ struct PageRequest {
   // "/show.asp/7.html" the page is "/show.asp". Else empty.
   std::string path_info;
   std::string query;  // as sent, without "?"
+  // Path and query in the bytes of the request, where no page was found for it; may be empty.
+  std::string missed_address;
   std::string protocol = "HTTP/1.1";
   Headers headers;  // as sent, in order; names in any letter case
   std::string body;

@@ -43,7 +43,7 @@ const Row kRows[] = {
          kHead + "\r\n",
      "200 POST /1.asp [] [abc]\n200 hello\n"},
     {"a folder", "GET /shop?q HTTP/1.1\r\n" + kHead + "\r\n", "301 "},
-    {"nothing there", "GET /none HTTP/1.1\r\n" + kHead + "\r\n", "404 no /none\n"},
+    {"nothing there", "GET /none HTTP/1.1\r\n" + kHead + "\r\n", "404 no /none (/none)\n"},
     {"another method", "PUT /a.asp HTTP/1.1\r\n" + kHead + "\r\n", "405 "},
     {"no host", "GET / HTTP/1.1\r\n\r\n", "400 "},
     {"two hosts", "GET / HTTP/1.1\r\nHost: a\r\nHost: b\r\n\r\n", "400 "},

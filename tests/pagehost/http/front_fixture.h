@@ -49,7 +49,7 @@ class PlayedPages final : public Pages {
     pagehost::PageAnswer missing;
     missing.status = 404;
     missing.reason = "Not Found";
-    missing.body = "no " + request.path;
+    missing.body = "no " + request.path + " (" + request.missed_address + ")";
     return missing;
   }
   void end_running_pages() override { ended.store(true); }

@@ -89,6 +89,19 @@ TEST_F(FrontTest, RefusalsHaveTheirStatusAndCloseTheConnection) {
   }
 }
 
+TEST_F(FrontTest, AFormPostedToAFileIsNotAllowedAndToNothingIsForThePageOfFriendlyAddresses) {
+  start();
+  const auto posted = [this](const std::string& target) {
+    return answer_to("POST " + target +
+                     " HTTP/1.1\r\nHost: h\r\nConnection: close\r\nContent-Length: 3\r\n\r\na=1");
+  };
+  EXPECT_TRUE(posted("/hello.txt").starts_with("HTTP/1.1 405 "));
+  const std::string missed = posted("/item/%e5?x=%D6");
+  EXPECT_TRUE(missed.starts_with("HTTP/1.1 404 ")) << missed;
+  EXPECT_TRUE(missed.ends_with(" (/item/%e5?x=%D6)")) << missed;
+  EXPECT_TRUE(posted("/item.html").starts_with("HTTP/1.1 404 "));
+}
+
 TEST_F(FrontTest, OtherMethodsAreToldWhatIsAllowed) {
   start();
   for (const char* method : {"PUT", "DELETE", "TRACE", "OPTIONS", "CONNECT"}) {
@@ -123,7 +136,7 @@ TEST_F(FrontTest, WhatIsHiddenOrMissingIsNotFound) {
     const int status = status_of(request(target, kClose));
     EXPECT_TRUE(status == 404 || status == 400) << target << status;
   }
-  EXPECT_EQ(body_of(answer_to(request("/renamed.png", kClose))), "no /renamed.png");
+  EXPECT_EQ(body_of(answer_to(request("/renamed.png", kClose))), "no /renamed.png (/renamed.png)");
 }
 
 TEST_F(FrontTest, AFolderIsRedirectedWithItsQueryString) {

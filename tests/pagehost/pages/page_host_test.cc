@@ -140,6 +140,15 @@ TEST_F(PageHostTest, ThePageOfFriendlyAddressesRunsInPlaceOfA404) {
   EXPECT_EQ(answer.body, "404;http://shop.example:8080/plan/7.asp?a=1");
 }
 
+TEST_F(PageHostTest, ThePageOfFriendlyAddressesSeesTheBytesThatWereAskedFor) {
+  site_.options.not_found = "/404.asp";
+  site_.file("/404.asp", "<%= Request.ServerVariables(\"QUERY_STRING\") %>");
+  PageRequest request = tests::PageSite::request("/item/other.asp");
+  request.missed_address = "/item/%D6%D0?a=%CE%C4";
+  EXPECT_EQ(site_.host().answer_not_found(request, {}, nullptr).body,
+            "404;http://shop.example:8080/item/%D6%D0?a=%CE%C4");
+}
+
 TEST_F(PageHostTest, AChangedPageOrIncludeIsNoticed) {
   site_.file("/a.asp", "1<!--#include file=\"b.inc\"-->").file("/b.inc", "x");
   EXPECT_EQ(site_.body("/a.asp"), "1x");
