@@ -7,6 +7,7 @@
 
 #include "adapters/codepage/code_pages.h"
 #include "adapters/curl/http.h"
+#include "adapters/odbc/engine.h"
 #include "adapters/pcre2/regexps.h"
 #include "adapters/posix/clock.h"
 #include "adapters/posix/files.h"
@@ -16,6 +17,7 @@
 #include "adapters/sqlite/database_files.h"
 #include "adapters/sqlite/engine.h"
 #include "adapters/xml/documents.h"
+#include "app/databases.h"
 #include "app/program.h"
 #include "classes/program_ids.h"
 #include "pagehost/components/components.h"
@@ -171,6 +173,7 @@ struct Site::Parts {
   pagehost::PageHostParts host_parts();
   std::shared_ptr<platform::Database> make_database(
       const std::shared_ptr<const pagehost::PageWatch>& watch);
+  odbc::PageHooks odbc_hooks(const std::shared_ptr<const pagehost::PageWatch>& watch);
   classes::LogFolder found_log_folder() const;
   std::shared_ptr<curl::CurlHttp> http_client(pagehost::PageServices& page);
   classes::Equipment equipment(pagehost::PageServices& page);
@@ -186,6 +189,7 @@ struct Site::Parts {
   posix::PosixFiles files;
   PosixSiteFiles site_files;
   sqlite::Engine engine;
+  odbc::Engine odbc;
   sqlite::DatabaseFiles database_files;
   // Pages name these files themselves: what they may do to a file is the same by every way.
   pagehost::PageFiles ini_files;
@@ -267,7 +271,19 @@ std::shared_ptr<platform::Database> Site::Parts::make_database(
     hooks.trace = options.trace;
     hooks.place = [watch] { return watch->place(); };
   }
-  return engine.page(std::move(hooks));
+  return std::make_shared<SiteDatabase>(engine.page(std::move(hooks)),
+                                        [this, watch] { return odbc.page(odbc_hooks(watch)); });
+}
+
+odbc::PageHooks Site::Parts::odbc_hooks(const std::shared_ptr<const pagehost::PageWatch>& watch) {
+  odbc::PageHooks hooks;
+  hooks.expired = [watch] { return watch->over(); };
+  hooks.end = [watch] { watch->check(); };
+  if (options.trace) {
+    hooks.trace = options.trace;
+    hooks.place = [watch] { return watch->place(); };
+  }
+  return hooks;
 }
 
 pagehost::PageHostParts Site::Parts::host_parts() {
@@ -322,7 +338,8 @@ const platform::CodePages& Site::code_pages() const {
 }
 
 std::shared_ptr<platform::Database> Site::database() {
-  return parts_->engine.page();
+  return std::make_shared<SiteDatabase>(parts_->engine.page(),
+                                        [parts = parts_.get()] { return parts->odbc.page(); });
 }
 
 std::vector<std::string> Site::hidden_folders() const {

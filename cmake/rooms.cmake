@@ -19,6 +19,7 @@ endif()
 
 # What each room needs from outside, as link names.
 set(RK_LIBS_adapters_sqlite sqlite3)
+set(RK_LIBS_adapters_odbc odbc Threads::Threads)
 set(RK_LIBS_adapters_codepage icuuc icudata)
 set(RK_LIBS_adapters_pcre2 pcre2-16)
 set(RK_LIBS_adapters_curl curl)

@@ -8,7 +8,7 @@ include(GoogleTest)
 set(RK_RESULTS ${CMAKE_BINARY_DIR}/results)
 file(MAKE_DIRECTORY ${RK_RESULTS})
 # Rooms whose code several threads run: their tests are run under ThreadSanitizer as well.
-set(RK_THREADED value adapters/sqlite pagehost/pages pagehost/components pagehost/http)
+set(RK_THREADED value adapters/sqlite adapters/odbc pagehost/pages pagehost/components pagehost/http)
 
 file(GLOB support CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/support/*.cc ${CMAKE_SOURCE_DIR}/tests/plain/*.cc)
 if(support)

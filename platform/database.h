@@ -174,6 +174,9 @@ class Database {
  public:
   virtual ~Database() = default;
   virtual std::unique_ptr<Connection> connection() = 0;
+  // One for texts that the page wrote itself: on engines that are not read as Jet's they go as they
+  // stand.
+  virtual std::unique_ptr<Connection> page_connection() { return connection(); }
 };
 
 // What a page sent to the database, for `--trace` and the log. It is told at the statement's end:

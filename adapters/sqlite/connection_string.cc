@@ -114,25 +114,32 @@ Keywords read_keywords(std::string_view text) {
   return words;
 }
 
+bool is_access(std::string_view driver) {
+  return lowered_ascii(driver).find("access") != std::string::npos;
+}
+
+bool is_sqlite(std::string_view driver) {
+  return lowered_ascii(driver).find("sqlite") != std::string::npos;
+}
+
 // What the driver's own keyword names, where the driver is one of those read as a file.
 std::string data_source_of(const Keywords& words) {
   if (!words.dsn.empty()) {
-    refuse("DSN=" + words.dsn + " names an ODBC data source; there is no ODBC adapter yet");
+    refuse("DSN=" + words.dsn + " names an ODBC data source, not a file");
   }
   if (words.driver.empty()) {
     if (words.data_source.empty()) refuse("it has no Data Source=FILE");
     return words.data_source;
   }
-  const std::string driver = lowered_ascii(words.driver);
-  if (driver.find("access") != std::string::npos) {
+  if (is_access(words.driver)) {
     if (words.dbq.empty()) refuse("the Access driver needs DBQ=FILE");
     return words.dbq;
   }
-  if (driver.find("sqlite") != std::string::npos) {
+  if (is_sqlite(words.driver)) {
     if (words.database.empty()) refuse("the SQLite driver needs Database=FILE");
     return words.database;
   }
-  refuse("Driver={" + words.driver + "} is an ODBC driver; there is no ODBC adapter yet");
+  refuse("Driver={" + words.driver + "} is an ODBC driver, and names no file");
 }
 
 OpenMode mode_of(std::string_view mode) {
@@ -142,6 +149,16 @@ OpenMode mode_of(std::string_view mode) {
 }
 
 }  // namespace
+
+bool names_odbc_source(std::string_view text) {
+  try {
+    const Keywords words = read_keywords(text);
+    if (!words.dsn.empty()) return true;
+    return !words.driver.empty() && !is_access(words.driver) && !is_sqlite(words.driver);
+  } catch (const ScriptError&) {  // told by parse_connection_string()
+    return false;
+  }
+}
 
 ConnectionString parse_connection_string(std::string_view text) {
   if (trimmed(text).empty()) refuse("it is empty (is Rk_ConnStr set?)");

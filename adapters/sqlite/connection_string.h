@@ -17,6 +17,10 @@ struct ConnectionString {
   OpenMode mode = OpenMode::ReadWrite;
 };
 
+// Whether the text names a data source of ODBC, or a driver that is neither Access's nor SQLite's:
+// such a one means no file. False where it is malformed.
+bool names_odbc_source(std::string_view text);
+
 // Raises -2147467259 where the text is malformed, names no file, or names a driver or data source
 // of ODBC.
 ConnectionString parse_connection_string(std::string_view text);

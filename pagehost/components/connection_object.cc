@@ -212,7 +212,7 @@ void ConnectionObject::open_with(const std::string& connection_string) {
   if (connection_ || of_files_) raise(rk::errors::kObjectOpen);
   of_files_ = names_saved_rows(connection_string) || is_saved_rows_provider(provider_);
   if (of_files_) return;
-  std::shared_ptr<platform::Connection> fresh = services_.database->connection();
+  std::shared_ptr<platform::Connection> fresh = services_.database->page_connection();
   fresh->open(whole_connection_string(connection_string));
   connection_ = std::move(fresh);
   connection_string_ = connection_string;

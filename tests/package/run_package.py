@@ -76,7 +76,7 @@ class Tests:
         expect(output(program, "--version") == output(self.program, "--version"), "another version")
         expect("not found" not in output("ldd", program), output("ldd", program))
         depends = output("dpkg-deb", "--field", self.package(), "Depends")
-        for library in ("libc6", "libsqlite3-0", "libicu", "libpcre2-16-0", "libcurl4"):
+        for library in ("libc6", "libsqlite3-0", "libicu", "libpcre2-16-0", "libcurl4", "libodbc2"):
             expect(library in depends, f"{library} is not in: {depends}")
         expect("region" in output(program, "run", "/region.asp", "--site", self.small_site()), "no page")
 

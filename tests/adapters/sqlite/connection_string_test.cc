@@ -59,6 +59,17 @@ TEST(ConnectionString, OtherDriversAndDataSourcesAreRefusedByName) {
   EXPECT_NE(refusal("Driver={Microsoft Access Driver (*.mdb)};Database=x"), "");
 }
 
+TEST(ConnectionString, OtherDriversAndDataSourcesAreThoseOfOdbc) {
+  EXPECT_TRUE(names_odbc_source("Driver={SQL Server};Server=db;Database=x"));
+  EXPECT_TRUE(names_odbc_source("Driver={PostgreSQL Unicode};Server=db"));
+  EXPECT_TRUE(names_odbc_source("dsn=shop;uid=a"));
+  EXPECT_FALSE(names_odbc_source("Driver={Microsoft Access Driver (*.mdb)};DBQ=x.mdb"));
+  EXPECT_FALSE(names_odbc_source("Driver=SQLite3;Database=x.db"));
+  EXPECT_FALSE(names_odbc_source("Data Source=shop.db"));
+  EXPECT_FALSE(names_odbc_source("DSN=shop;nonsense"));
+  EXPECT_FALSE(names_odbc_source(""));
+}
+
 TEST(ConnectionString, TheModeIsReadWriteUnlessItSaysReadOrCreate) {
   EXPECT_EQ(parse_connection_string("Data Source=x").mode, OpenMode::ReadWrite);
   EXPECT_EQ(parse_connection_string("Data Source=x;Mode=CREATE").mode, OpenMode::Create);
