@@ -1,5 +1,8 @@
 #include "pagehost/components/components.h"
 
+#include <string>
+#include <string_view>
+
 #include "pagehost/components/command_object.h"
 #include "pagehost/components/connection_object.h"
 #include "pagehost/components/dictionary.h"
@@ -12,6 +15,9 @@
 namespace rk::pagehost {
 namespace {
 
+// Of the XML objects; the others select by XSL patterns until they are told.
+constexpr std::string_view kXPathVersions[] = {".4.0", ".5.0", ".6.0"};
+
 FileSystem system_of(PageServices& page) {
   return {&page.files(), &page.code_pages(), page.ansi_code_page(), page.memory()};
 }
@@ -20,9 +26,13 @@ Ref<Object> file_system(PageServices& page) {
   return make_ref<FileSystemObject>(system_of(page), page.random(), page.clock(), page.site_root());
 }
 
-XmlServices xml_services(PageServices& page, const ComponentParts& parts) {
-  return {parts.xml, system_of(page), page.site_root(), parts.http ? parts.http(page) : nullptr,
-          [parts](PageServices& other) { return xml_services(other, parts); }};
+XmlServices xml_services(PageServices& page, const ComponentParts& parts, bool patterns) {
+  return {parts.xml,
+          system_of(page),
+          page.site_root(),
+          parts.http ? parts.http(page) : nullptr,
+          [parts, patterns](PageServices& other) { return xml_services(other, parts, patterns); },
+          patterns};
 }
 
 AdoServices ado_services(PageServices& page, const platform::Xml* xml) {
@@ -47,27 +57,35 @@ void add_ado(Programs& programs, const platform::Xml* xml) {
 }
 
 void add_xml(Programs& programs, const ComponentParts& parts) {
-  const auto document = [parts](PageServices& page) {
-    return make_ref<XmlDocumentObject>(xml_services(page, parts));
+  const auto document = [parts](bool patterns) {
+    return [parts, patterns](PageServices& page) {
+      return make_ref<XmlDocumentObject>(xml_services(page, parts, patterns));
+    };
   };
   for (const std::string_view name :
        {"MSXML2.DOMDocument", "MSXML2.FreeThreadedDOMDocument", "MSXML.DOMDocument",
         "Microsoft.XMLDOM", "Microsoft.FreeThreadedXMLDOM"}) {
-    programs.add(name, document);
+    programs.add(name, document(true));
+    for (const std::string_view version : kXPathVersions) {
+      programs.add(std::string(name) + std::string(version), document(false));
+    }
   }
 }
 
 void add_http(Programs& programs, const ComponentParts& parts) {
-  const auto made = [parts](HttpFlavour flavour) {
-    return [parts, flavour](PageServices& page) {
-      return make_ref<HttpRequestObject>(flavour, xml_services(page, parts));
+  const auto made = [parts](HttpFlavour flavour, bool patterns) {
+    return [parts, flavour, patterns](PageServices& page) {
+      return make_ref<HttpRequestObject>(flavour, xml_services(page, parts, patterns));
     };
   };
   for (const std::string_view name :
        {"MSXML2.ServerXMLHTTP", "MSXML2.XMLHTTP", "Microsoft.XMLHTTP", "Microsoft.ServerXMLHTTP"}) {
-    programs.add(name, made(HttpFlavour::Xml));
+    programs.add(name, made(HttpFlavour::Xml, true));
+    for (const std::string_view version : kXPathVersions) {
+      programs.add(std::string(name) + std::string(version), made(HttpFlavour::Xml, false));
+    }
   }
-  programs.add("WinHttp.WinHttpRequest", made(HttpFlavour::Plain));
+  programs.add("WinHttp.WinHttpRequest", made(HttpFlavour::Plain, true));
 }
 
 }  // namespace

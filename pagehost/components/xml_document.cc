@@ -17,6 +17,10 @@ using platform::XmlKind;
 constexpr std::int32_t kLoaded = 4;  // readyState
 constexpr std::int32_t kNotLocated = -2146697210;
 constexpr std::string_view kNotLocatedWords = "The system cannot locate the object specified.";
+constexpr std::string_view kXPath = "XPath";
+constexpr std::string_view kPatterns = "XSLPattern";
+constexpr KnownError kUnknownLanguage{errors::kInvalidCall.number,
+                                      "SelectionLanguage is XPath or XSLPattern."};
 constexpr KnownError kUnknownProperty{errors::kInvalidCall.number,
                                       "The document has no property of this name."};
 
@@ -92,13 +96,18 @@ platform::XmlPrefixes prefixes_of(std::string_view text) {
 
 class KeptDocument final : public KeptObject {
  public:
-  KeptDocument(std::string text, bool keep_white_space,
-               std::function<XmlServices(PageServices&)> of_page)
-      : text_(std::move(text)), keep_white_space_(keep_white_space), of_page_(std::move(of_page)) {}
+  explicit KeptDocument(const XmlTree& tree)
+      : text_(tree.text()),
+        keep_white_space_(tree.keep_white_space),
+        patterns_(tree.patterns),
+        prefixes_(tree.prefixes),
+        of_page_(tree.services.of_page) {}
   std::string_view type_name() const override { return "DOMDocument"; }
   Ref<Object> made_for(PageServices& page) const override {
     auto tree = std::make_shared<XmlTree>(of_page_(page));
     tree->keep_white_space = keep_white_space_;
+    tree->patterns = patterns_;
+    tree->prefixes = prefixes_;
     if (!text_.empty()) tree->read(text_);
     return make_ref<XmlDocumentObject>(tree);
   }
@@ -106,6 +115,8 @@ class KeptDocument final : public KeptObject {
  private:
   std::string text_;
   bool keep_white_space_;
+  bool patterns_;
+  platform::XmlPrefixes prefixes_;
   std::function<XmlServices(PageServices&)> of_page_;
 };
 
@@ -160,7 +171,7 @@ std::span<const Member<XmlDocumentObject>> XmlDocumentObject::members() {
 
 Ref<KeptObject> XmlDocumentObject::kept() const {
   if (!tree_->services.of_page) raise(errors::kInvalidCall);
-  return make_ref<KeptDocument>(tree_->text(), tree_->keep_white_space, tree_->services.of_page);
+  return make_ref<KeptDocument>(*tree_);
 }
 
 // Set: takes the place of the top element.
@@ -252,8 +263,7 @@ Value XmlDocumentObject::import_node(const Call& call) {
 // Nodes that scripts still hold stay with the document that they came from.
 void XmlDocumentObject::begin() {
   auto fresh = std::make_shared<XmlTree>(tree_->services);
-  fresh->keep_white_space = tree_->keep_white_space;
-  fresh->prefixes = tree_->prefixes;
+  fresh->be_set_as(*tree_);
   tree_ = std::move(fresh);
   node_ = document().root();
 }
@@ -399,16 +409,24 @@ Value XmlDocumentObject::resolve_externals(const Call& call) {
 
 Value XmlDocumentObject::set_property(const Call& call) {
   const std::string name = lowered_ascii(call.text(0));
+  if (name == "selectionlanguage") return set_language(call.text(1));
   if (name == "selectionnamespaces") tree_->prefixes = prefixes_of(call.text(1));
   properties_[name] = plain_value(call.at(1));
   return {};
 }
 
+Value XmlDocumentObject::set_language(std::string_view language) {
+  const bool patterns = equal_ignoring_case(language, kPatterns);
+  if (!patterns && !equal_ignoring_case(language, kXPath)) raise(kUnknownLanguage);
+  tree_->patterns = patterns;
+  return {};
+}
+
 Value XmlDocumentObject::property(const Call& call) {
   const std::string name = lowered_ascii(call.text(0));
+  if (name == "selectionlanguage") return Value::text(tree_->patterns ? kPatterns : kXPath);
   const auto found = properties_.find(name);
   if (found != properties_.end()) return found->second;
-  if (name == "selectionlanguage") return Value::text("XPath");
   if (name == "selectionnamespaces") return Value::text("");
   raise(kUnknownProperty);
 }

@@ -56,6 +56,7 @@ class XmlDocumentObject final : public TabledObject<XmlDocumentObject, XmlNodeBa
   Value validate_on_parse(const Call& call);
   Value resolve_externals(const Call& call);
   Value set_property(const Call& call);
+  Value set_language(std::string_view language);
   Value property(const Call& call);
   Value ignored(const Call& call);
 

@@ -296,7 +296,7 @@ Value XmlNodeBase::clone_node(const Call& call) {
   const bool deep = to_boolean(call.at(0));
   if (kind() == Kind::Document) {
     auto tree = std::make_shared<XmlTree>(tree_->services);
-    tree->keep_white_space = tree_->keep_white_space;
+    tree->be_set_as(*tree_);
     for (Node* each : document().children(node_)) {
       if (!deep || document().kind(each) == Kind::DocumentType) continue;
       tree->document->insert(tree->document->root(), tree->document->copy(document(), each, true),
@@ -311,7 +311,7 @@ Value XmlNodeBase::clone_node(const Call& call) {
 }
 
 std::vector<XmlNodeBase::Node*> XmlNodeBase::selected(const Call& call) {
-  return document().select(node_, call.text(0), tree_->prefixes);
+  return tree_->selected(node_, call.text(0));
 }
 
 Value XmlNodeBase::select_nodes(const Call& call) {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <utility>
-#include <vector>
 
 #include "pagehost/components/charsets.h"
+#include "pagehost/components/xml_pattern.h"
 #include "value/text.h"
 
 namespace rk::pagehost {
@@ -93,6 +93,18 @@ std::string_view without_outer_space(std::string_view text) {
   const std::size_t from = text.find_first_not_of(kSpace);
   if (from == std::string_view::npos) return {};
   return text.substr(from, text.find_last_not_of(kSpace) - from + 1);
+}
+
+void XmlTree::be_set_as(const XmlTree& other) {
+  keep_white_space = other.keep_white_space;
+  prefixes = other.prefixes;
+  patterns = other.patterns;
+}
+
+std::vector<platform::XmlNode*> XmlTree::selected(const platform::XmlNode* from,
+                                                  std::string_view expression) const {
+  if (!patterns) return document->select(from, expression, prefixes);
+  return document->select(from, xpath_of_pattern(expression, prefixes), prefixes);
 }
 
 bool XmlTree::fail(XmlProblem why) {

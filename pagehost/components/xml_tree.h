@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "pagehost/components/text_stream.h"
 #include "pagehost/pages/held_memory.h"
@@ -28,6 +29,7 @@ struct XmlServices {
   std::shared_ptr<platform::HttpClient> http;  // null: addresses cannot be loaded
   // The same for another page; empty: a document cannot be kept in the application.
   std::function<XmlServices(PageServices& page)> of_page = nullptr;
+  bool patterns = true;  // a new document selects by XSL patterns, not by XPath
 };
 
 // Why the last load failed; number 0 where it did not.
@@ -43,7 +45,12 @@ struct XmlProblem {
 class XmlTree {
  public:
   explicit XmlTree(const XmlServices& given)
-      : services(given), document(given.xml->empty_document()), held_(given.system.memory) {}
+      : services(given),
+        document(given.xml->empty_document()),
+        patterns(given.patterns),
+        held_(given.system.memory) {}
+  // How nodes are read and selected is as in the other.
+  void be_set_as(const XmlTree& other);
 
   // Takes the place of the document by one out of a text (UTF-8). False, with the problem noted and
   // an empty document, where it is none.
@@ -51,6 +58,10 @@ class XmlTree {
   // The same of bytes, by their mark or the encoding that they declare.
   bool read_bytes(std::string_view bytes);
   bool fail(XmlProblem why);  // false
+
+  // By the language and the prefixes that are set.
+  std::vector<platform::XmlNode*> selected(const platform::XmlNode* from,
+                                           std::string_view expression) const;
 
   // After each change, so that lists look again and the page's memory is counted.
   void changed();
@@ -66,6 +77,7 @@ class XmlTree {
   XmlProblem problem;
   platform::XmlPrefixes prefixes;
   bool keep_white_space = false;
+  bool patterns;  // selections are XSL patterns, not XPath
   std::unordered_map<const platform::XmlNode*, std::string> data_types;
   // The objects that scripts hold, so that one node is one object. Not counted: each takes itself
   // out when it goes.

@@ -66,6 +66,21 @@ TEST_F(ComponentsTest, EachNameIsServedWithAndWithoutAVersion) {
   EXPECT_EQ(type_of("VBScript.RegExp"), "IRegExp2");
 }
 
+TEST_F(ComponentsTest, DocumentsSelectByPatternsBeforeTheirFourthVersion) {
+  const std::pair<std::string, std::string> names[] = {
+      {"MSXML2.DOMDocument", "XSLPattern"},
+      {"MSXML2.DOMDocument.3.0", "XSLPattern"},
+      {"Microsoft.XMLDOM", "XSLPattern"},
+      {"MSXML2.DOMDocument.4.0", "XPath"},
+      {"Msxml2.FreeThreadedDOMDocument.6.0", "XPath"}};
+  for (const auto& [name, language] : names) {
+    EXPECT_EQ(site_.written("Response.Write Server.CreateObject(\"" + name +
+                            "\").getProperty(\"SelectionLanguage\")"),
+              language)
+        << name;
+  }
+}
+
 TEST_F(ComponentsTest, AnAbsentNameIsTrappedAndLoggedOnce) {
   for (const char* name :
        {"JMail.Message", "JMail.SMTPMail", "CDONTS.NewMail", "CDO.Message", "Persits.Upload",

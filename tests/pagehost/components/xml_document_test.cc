@@ -160,6 +160,44 @@ TEST_F(XmlDocumentTest, AttributesAreNodesToo) {
   EXPECT_TRUE(is_nothing(get(map, "getNamedItem", {t("k")})));
 }
 
+TEST_F(XmlDocumentTest, SelectionsAreXslPatternsUntilXPathIsSet) {
+  const Value made = document("<a><b>1</b><b>2</b></a>");
+  EXPECT_EQ(text_of(get(made, "getProperty", {t("SelectionLanguage")})), "XSLPattern");
+  EXPECT_EQ(text_of(get(get(made, "selectSingleNode", {t("//b[0]")}), "text")), "1");
+  EXPECT_EQ(text_of(get(get(made, "selectSingleNode", {t("//b[1]")}), "text")), "2");
+  EXPECT_EQ(text_of(get(get(top(made), "selectSingleNode", {t("b[end()]")}), "text")), "2");
+  get(made, "setProperty", {t("selectionlanguage"), t("xpath")});
+  EXPECT_EQ(text_of(get(made, "getProperty", {t("SelectionLanguage")})), "XPath");
+  EXPECT_TRUE(is_nothing(get(made, "selectSingleNode", {t("//b[0]")})));
+  EXPECT_EQ(text_of(get(get(made, "selectSingleNode", {t("//b[1]")}), "text")), "1");
+  EXPECT_TRUE(get(made, "loadXML", {t("<a><b>3</b></a>")}).as_boolean());
+  EXPECT_EQ(text_of(get(get(made, "selectSingleNode", {t("//b[position()=1]")}), "text")), "3");
+  EXPECT_EQ(error_number([&] { get(made, "setProperty", {t("SelectionLanguage"), t("SQL")}); }), 5);
+}
+
+TEST_F(XmlDocumentTest, PrefixesOfPatternsAreThoseOfTheDocument) {
+  const Value made = document(
+      "<r xmlns:dc='urn:dc' xmlns:content='urn:c'><i><dc:creator>Ann</dc:creator>"
+      "<content:encoded>x</content:encoded></i><i dc:k='1'/></r>");
+  const Value item = get(top(made), "firstChild");
+  EXPECT_EQ(text_of(get(get(item, "selectSingleNode", {t("dc:creator")}), "text")), "Ann");
+  EXPECT_EQ(text_of(get(get(made, "selectSingleNode", {t("//content:encoded")}), "text")), "x");
+  EXPECT_EQ(get(get(made, "selectNodes", {t("//dc:*")}), "length").as_long(), 1);
+  EXPECT_EQ(get(get(made, "selectNodes", {t("//i[@dc:k]")}), "length").as_long(), 1);
+  EXPECT_TRUE(is_nothing(get(item, "selectSingleNode", {t("none:creator")})));
+  get(made, "setProperty", {t("SelectionNamespaces"), t("xmlns:dc='urn:c'")});
+  EXPECT_EQ(text_of(get(get(made, "selectSingleNode", {t("//dc:encoded")}), "text")), "x");
+  EXPECT_TRUE(is_nothing(get(made, "selectSingleNode", {t("//dc:creator")})));
+}
+
+TEST_F(XmlDocumentTest, PrefixesOfXPathAreOnlyThoseThatAreSet) {
+  const Value made = document("<r xmlns:dc='urn:dc'><dc:creator>Ann</dc:creator></r>");
+  get(made, "setProperty", {t("SelectionLanguage"), t("XPath")});
+  EXPECT_NE(error_number([&] { get(made, "selectSingleNode", {t("//dc:creator")}); }), 0);
+  get(made, "setProperty", {t("SelectionNamespaces"), t("xmlns:q='urn:dc'")});
+  EXPECT_EQ(text_of(get(get(made, "selectSingleNode", {t("//q:creator")}), "text")), "Ann");
+}
+
 TEST_F(XmlDocumentTest, PrefixesOfSelectionsAreSet) {
   const Value made = document("<a xmlns='urn:a'><b>1</b></a>");
   EXPECT_TRUE(is_nothing(get(made, "selectSingleNode", {t("//b")})));
