@@ -48,6 +48,7 @@ enum class AdoType : std::int32_t {
   DbTime = 134,
   DbTimeStamp = 135,
   VarChar = 200,
+  LongVarChar = 201,
   VarWChar = 202,
   LongVarWChar = 203,
   VarBinary = 204,

@@ -111,6 +111,18 @@ void RecordsetObject::set_field(std::size_t ordinal, const Value& value) {
   if (editing_ == Editing::None) editing_ = Editing::Row;
 }
 
+// A column of single-byte text takes bytes as text of the server's code page: pages turn what was
+// uploaded into text by it.
+Text RecordsetObject::text_of_chunk(std::size_t ordinal, const Value& more) const {
+  const MemoryColumn* column = memory_column(ordinal);
+  const AdoType type = column ? column->type : AdoType::VarWChar;
+  const bool single_bytes =
+      type == AdoType::Char || type == AdoType::VarChar || type == AdoType::LongVarChar;
+  if (!single_bytes || !holds_bytes(more) || !services_.files) return joined_text(more);
+  const FileSystem& system = services_.files->xml.system;
+  return Text(system.code_pages->to_utf8(bytes_of(more), system.ansi_code_page));
+}
+
 // The first part replaces what the field held, each further one goes behind it.
 void RecordsetObject::append_chunk(std::size_t ordinal, const Value& more) {
   if (!more.is_text() && !holds_bytes(more)) raise(kFieldMismatch);
@@ -123,7 +135,7 @@ void RecordsetObject::append_chunk(std::size_t ordinal, const Value& more) {
     set_field(ordinal, Value::array(Array::of_bytes(bytes_of(held) + bytes_of(more))));
   } else {
     Text text = joined_text(held);
-    text.append(joined_text(more));
+    text.append(text_of_chunk(ordinal, more));
     set_field(ordinal, Value::text(std::move(text)));
   }
   chunks_ = {ordinal, true, 0};

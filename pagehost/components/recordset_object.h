@@ -163,6 +163,8 @@ class RecordsetObject final : public TabledObject<RecordsetObject> {
   Ref<Object> command_;          // by which it was opened
   std::shared_ptr<PropertyList> properties_;
   std::vector<std::optional<platform::ColumnType>> column_types_;  // as far as asked
+  Text text_of_chunk(std::size_t ordinal, const Value& more) const;
+
   // AppendChunk and GetChunk go on where the last call for the same column and row ended.
   struct Chunks {
     std::size_t column = static_cast<std::size_t>(-1);
