@@ -13,6 +13,7 @@
 
 #include "adapters/xml/documents.h"
 #include "adapters/xml/tree.h"
+#include "adapters/xml/white_space.h"
 
 namespace rk::xml {
 namespace {
@@ -120,12 +121,24 @@ xmlNode* following(const xmlNode* node, const xmlNode* top) {
   return node == top ? nullptr : node->next;
 }
 
+// So that the document is written as it was laid out.
+void remember_white_space(const xmlNode* blank) {
+  const bool breaks = xmlStrchr(blank->content, '\n') != nullptr;
+  const Space space = breaks ? Space::Line : Space::Blank;
+  if (blank->next != nullptr) {
+    set_space_before(blank->next, space);
+  } else if (blank->prev != nullptr) {
+    set_space_at_end(blank->parent, space);
+  }
+}
+
 // White space between elements is no text, but where xml:space keeps it.
 void drop_white_space(xmlDoc* document) {
   xmlNode* top = xmlDocGetRootElement(document);
   for (xmlNode* node = top; node != nullptr;) {
     xmlNode* next = following(node, top);
     if (is_blank(node) && xmlNodeGetSpacePreserve(node->parent) != 1) {
+      remember_white_space(node);
       xmlUnlinkNode(node);
       xmlFreeNode(node);
     }

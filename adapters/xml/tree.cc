@@ -3,12 +3,12 @@
 #include <libxml/tree.h>
 #include <libxml/valid.h>
 #include <libxml/xmlerror.h>
-#include <libxml/xmlsave.h>
 
 #include <algorithm>
 #include <new>
 
 #include "adapters/xml/documents.h"
+#include "adapters/xml/white_space.h"
 #include "platform/page.h"
 #include "value/script_error.h"
 
@@ -211,26 +211,6 @@ std::optional<std::string> Tree::value(const Node* node) const {
   }
 }
 
-std::string Tree::text(const Node* node) const {
-  if (kind(node) == Kind::DocumentType) return {};
-  xmlChar* text = xmlNodeGetContent(of(node));
-  std::string out = text_from(text);
-  xmlFree(text);
-  return out;
-}
-
-std::string Tree::xml(const Node* node) const {
-  xmlBuffer* buffer = made_or_throw(xmlBufferCreate());
-  xmlSaveCtxt* saving = xmlSaveToBuffer(buffer, "UTF-8", XML_SAVE_AS_XML | XML_SAVE_NO_DECL);
-  if (saving != nullptr) {
-    xmlSaveTree(saving, of(node));
-    xmlSaveClose(saving);
-  }
-  std::string out = text_from(xmlBufferContent(buffer));
-  xmlBufferFree(buffer);
-  return out;
-}
-
 Tree::Node* Tree::parent(const Node* node) const {
   const xmlNode* given = of(node);
   return given->type == XML_ATTRIBUTE_NODE ? nullptr : as_node(given->parent);
@@ -397,6 +377,7 @@ void Tree::set_text(Node* node, std::string_view text) {
                          given->children->type == XML_TEXT_NODE;
   if (only_text && !text.empty()) return set_value(as_node(given->children), text);
   while (given->children != nullptr) take_out(given->children);
+  set_space_at_end(given, Space::None);
   if (!text.empty()) insert(node, create(Kind::Text, "", "", text), nullptr);
 }
 
@@ -504,6 +485,7 @@ void Tree::insert(Node* parent, Node* node, Node* before) {
 void Tree::take_out(_xmlNode* node) {
   if (node->parent == nullptr) return;
   xmlUnlinkNode(node);
+  set_space_before(node, Space::None);  // it stood at the place
   loose_.insert(node);
 }
 

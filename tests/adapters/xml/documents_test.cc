@@ -50,12 +50,62 @@ class XmlTest : public ::testing::Test {
   }
 };
 
-TEST_F(XmlTest, WhiteSpaceBetweenElementsIsDroppedUnlessKept) {
+TEST_F(XmlTest, WhiteSpaceBetweenElementsIsNoNodeUnlessKept) {
   constexpr std::string_view kText = "<a>\n <b> x </b>\n</a>";
   const auto document = parsed(kText);
-  EXPECT_EQ(document->xml(top(*document)), "<a><b> x </b></a>");
+  EXPECT_EQ(document->children(top(*document)).size(), 1u);
+  EXPECT_EQ(document->xml(top(*document)), "<a>\r\n\t<b> x </b>\r\n</a>");
   const auto kept = parsed(kText, true);
   EXPECT_EQ(kept->xml(top(*kept)), kText);
+}
+
+TEST_F(XmlTest, LinesAndBlanksComeBackWhereTheyStood) {
+  const auto document = parsed("<a>\n<b><c/> <d/></b>\n\n<!--x--><e/>\n</a>");
+  XmlNode* a = top(*document);
+  EXPECT_EQ(document->xml(a), "<a>\r\n\t<b><c/> <d/></b>\r\n\t<!--x--><e/>\r\n</a>");
+  XmlNode* b = document->children(a).front();
+  EXPECT_EQ(document->xml(b), "<b><c/> <d/></b>");
+  document->insert(a, document->create(XmlKind::Element, "f", "", ""), nullptr);
+  document->insert(a, b, nullptr);
+  EXPECT_EQ(document->xml(a), "<a>\r\n\t<!--x--><e/><f/><b><c/> <d/></b>\r\n</a>");
+  document->set_text(a, "t");
+  EXPECT_EQ(document->xml(a), "<a>t</a>");
+}
+
+TEST_F(XmlTest, ALaidOutDocumentIsWrittenTheSameAgain) {
+  const auto once = parsed("<a>\n <b>\n  <c>x</c> </b>\n <d>\n </d></a>");
+  const std::string text = once->xml(top(*once));
+  EXPECT_EQ(text, "<a>\r\n\t<b>\r\n\t\t<c>x</c> </b>\r\n\t<d/></a>");
+  const auto again = parsed(text);
+  EXPECT_EQ(again->xml(top(*again)), text);
+}
+
+TEST_F(XmlTest, TextsAreJoinedByABlankWhereWhiteSpaceStood) {
+  const auto document =
+      parsed("<a>\n<b>x</b>\n\n<b>y</b><c>\n<d>z</d>\n</c>\n<b/>\n<b>1</b>\n</a>");
+  EXPECT_EQ(document->text(top(*document)), "x y z 1 ");
+  EXPECT_EQ(document->text(document->root()), "x y z 1 ");
+}
+
+TEST_F(XmlTest, CharactersStandAsTheyAreInADocumentThatWasBuilt) {
+  const auto document = Documents().empty_document();
+  XmlNode* a = document->create(XmlKind::Element, "p:\xE4\xB8\xAD", "urn:\xE4\xB8\xAD", "");
+  document->insert(document->root(), a, nullptr);
+  document->set_attribute(a, "k", "\xE4\xB8\xAD<&>\"'\t\r\n");
+  document->insert(a, document->create(XmlKind::Text, "", "", "x\r\ny<&>\"'"), nullptr);
+  document->insert(a, document->create(XmlKind::CData, "", "", "<]]>&#13;"), nullptr);
+  document->insert(a, document->create(XmlKind::Comment, "", "", "&#13;"), nullptr);
+  document->insert(a, document->create(XmlKind::Instruction, "i", "", "a b"), nullptr);
+  document->insert(a, document->create(XmlKind::EntityReference, "e", "", ""), nullptr);
+  const std::string name = "p:\xE4\xB8\xAD";
+  EXPECT_EQ(
+      document->xml(a),
+      "<" + name +
+          " xmlns:p=\"urn:\xE4\xB8\xAD\" k=\"\xE4\xB8\xAD&lt;&amp;&gt;&quot;'&#9;&#13;&#10;\">"
+          "x\r\ny&lt;&amp;&gt;\"'<![CDATA[<]]]]><![CDATA[>&#13;]]><!--&#13;--><?i a b?>&e;</" +
+          name + ">");
+  EXPECT_EQ(document->xml(document->attributes(a).front()),
+            " k=\"\xE4\xB8\xAD&lt;&amp;&gt;&quot;'&#9;&#13;&#10;\"");
 }
 
 TEST_F(XmlTest, TheDeclarationIsANode) {

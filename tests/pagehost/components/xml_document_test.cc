@@ -198,6 +198,34 @@ TEST_F(XmlDocumentTest, PrefixesOfXPathAreOnlyThoseThatAreSet) {
   EXPECT_EQ(text_of(get(get(made, "selectSingleNode", {t("//q:creator")}), "text")), "Ann");
 }
 
+TEST_F(XmlDocumentTest, WhatWasBuiltIsWrittenInItsCharacters) {
+  const Value made = document();
+  get(made, "appendChild",
+      {get(made, "createProcessingInstruction",
+           {t("xml"), t("version=\"1.0\" encoding=\"gb2312\"")})});
+  get(made, "appendChild", {get(made, "createElement", {t("a")})});
+  get(top(made), "setAttribute", {t("k"), t("\xE4\xB8\xAD")});
+  let(top(made), "text", {t("x\r\n\xE6\x96\x87")});
+  EXPECT_EQ(text_of(get(made, "xml")),
+            "<?xml version=\"1.0\"?>\r\n<a k=\"\xE4\xB8\xAD\">x\r\n\xE6\x96\x87</a>\r\n");
+  get(made, "save", {t("/site/b.xml")});
+  EXPECT_EQ(files_.read("/site/b.xml"),
+            "<?xml version=\"1.0\" encoding=\"gb2312\"?>\r\n"
+            "<a k=\"\xD6\xD0\">x\r\n\xCE\xC4</a>\r\n");
+}
+
+TEST_F(XmlDocumentTest, ALaidOutFileKeepsItsLinesAndJoinsItsTextsByBlanks) {
+  files_.put("/site/c.xml", "<c>\n  <i>\n    <n>x</n>\n    <v>3.5</v>\n  </i>\n</c>");
+  const Value made = document();
+  EXPECT_TRUE(get(made, "load", {t("/site/c.xml")}).as_boolean());
+  EXPECT_EQ(text_of(get(top(made), "text")), "x 3.5");
+  EXPECT_EQ(get(get(top(made), "childNodes"), "length").as_long(), 1);
+  let(get(made, "selectSingleNode", {t("//v")}), "text", {t("4")});
+  get(made, "save", {t("/site/c.xml")});
+  EXPECT_EQ(files_.read("/site/c.xml"),
+            "<c>\r\n\t<i>\r\n\t\t<n>x</n>\r\n\t\t<v>4</v>\r\n\t</i>\r\n</c>\r\n");
+}
+
 TEST_F(XmlDocumentTest, PrefixesOfSelectionsAreSet) {
   const Value made = document("<a xmlns='urn:a'><b>1</b></a>");
   EXPECT_TRUE(is_nothing(get(made, "selectSingleNode", {t("//b")})));
