@@ -418,6 +418,10 @@ std::span<const Member<XmlNodeObject>> XmlNodeObject::members() {
       {"target", &N::target},
       {"appendData", &N::append_data, 1, 1},
       {"substringData", &N::substring_data, 2, 2},
+      {"insertData", &N::insert_data, 2, 2},
+      {"deleteData", &N::delete_data, 2, 2},
+      {"replaceData", &N::replace_data, 3, 3},
+      {"splitText", &N::split_text, 1, 1},
   });
   return kMembers;
 }
@@ -506,25 +510,6 @@ Value XmlNodeObject::length(const Call&) {
 Value XmlNodeObject::target(const Call& call) {
   must_be(Kind::Instruction);
   return node_name(call);
-}
-
-Value XmlNodeObject::append_data(const Call& call) {
-  must_hold_text();
-  document().set_value(node_, document().value(node_).value_or("") + call.text(0));
-  tree_->changed();
-  return {};
-}
-
-// substringData(offset, count), in units from 0.
-Value XmlNodeObject::substring_data(const Call& call) {
-  must_hold_text();
-  const Text text(document().value(node_).value_or(""));
-  const std::int32_t offset = call.number(0);
-  const std::int32_t count = call.number(1);
-  if (offset < 0 || count < 0 || static_cast<std::size_t>(offset) > text.length()) {
-    raise(errors::kInvalidCall);
-  }
-  return Value::text(text.mid(static_cast<std::size_t>(offset), static_cast<std::size_t>(count)));
 }
 
 }  // namespace rk::pagehost

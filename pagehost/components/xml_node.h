@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <span>
 #include <string>
@@ -107,6 +108,15 @@ class XmlNodeObject final : public TabledObject<XmlNodeObject, XmlNodeBase> {
   Value target(const Call& call);
   Value append_data(const Call& call);
   Value substring_data(const Call& call);
+  Value insert_data(const Call& call);
+  Value delete_data(const Call& call);
+  Value replace_data(const Call& call);
+  Value split_text(const Call& call);
+
+  struct Cut;
+  // Units are counted from 0 as everywhere in the document; raises 5 past the end.
+  Cut cut(std::int32_t offset, std::int32_t count) const;
+  void put(const std::string& value);
 };
 
 // Nothing for null; the document's object for the document itself.

@@ -330,6 +330,36 @@ TEST_F(XmlDocumentTest, WhatPagesHoldOfDocumentsIsBounded) {
   EXPECT_EQ(memory_->bytes(), 0u);
 }
 
+TEST_F(XmlDocumentTest, PartsOfTextsAreTakenPutAndCut) {
+  const Value made = document("<a>x\xE4\xB8\xADyz<!--c--></a>");
+  const Value x = get(top(made), "firstChild");
+  get(x, "insertData", {n(1), t("-")});
+  EXPECT_EQ(text_of(get(x, "data")), "x-\xE4\xB8\xADyz");
+  get(x, "deleteData", {n(2), n(1)});
+  EXPECT_EQ(text_of(get(x, "data")), "x-yz");
+  get(x, "replaceData", {n(1), n(2), t("\xE6\x96\x87&")});
+  EXPECT_EQ(text_of(get(x, "data")), "x\xE6\x96\x87&z");
+  EXPECT_EQ(text_of(get(x, "substringData", {n(1), n(99)})), "\xE6\x96\x87&z");
+  get(x, "deleteData", {n(3), n(99)});
+  const Value behind = get(x, "splitText", {n(1)});
+  EXPECT_EQ(text_of(get(x, "data")), "x");
+  EXPECT_EQ(text_of(get(behind, "data")), "\xE6\x96\x87&");
+  EXPECT_EQ(get(x, "nextSibling").as_object(), behind.as_object());
+  EXPECT_EQ(text_of(get(top(made), "xml")), "<a>x\xE6\x96\x87&amp;<!--c--></a>");
+}
+
+TEST_F(XmlDocumentTest, PartsOutsideOfATextAreRefused) {
+  const Value made = document("<a>xy<!--c--></a>");
+  const Value x = get(top(made), "firstChild");
+  EXPECT_EQ(error_number([&] { get(x, "insertData", {n(3), t("-")}); }), 5);
+  EXPECT_EQ(error_number([&] { get(x, "deleteData", {n(-1), n(1)}); }), 5);
+  EXPECT_EQ(error_number([&] { get(x, "replaceData", {n(0), n(-1), t("")}); }), 5);
+  EXPECT_EQ(error_number([&] { get(x, "splitText", {n(3)}); }), 5);
+  EXPECT_EQ(error_number([&] { get(top(made), "insertData", {n(0), t("-")}); }), 438);
+  EXPECT_EQ(error_number([&] { get(get(top(made), "lastChild"), "splitText", {n(0)}); }), 438);
+  EXPECT_EQ(text_of(get(top(made), "xml")), "<a>xy<!--c--></a>");
+}
+
 TEST_F(XmlDocumentTest, TextsSideBySideBecomeOne) {
   const Value made = document("<a>x</a>");
   get(top(made), "appendChild", {get(made, "createTextNode", {t("y")})});
