@@ -4,6 +4,7 @@
 #include <libxml/tree.h>
 #include <libxml/xmlsave.h>
 
+#include <algorithm>
 #include <new>
 
 #include "adapters/xml/tree.h"
@@ -107,10 +108,16 @@ void write_by_engine(xmlNode* node, std::string& out) {
   xmlBufferFree(buffer);
 }
 
+// Deeper lines stand beneath one another: a text of many short lines far down would else grow by
+// two orders of magnitude.
+constexpr int kMostTabs = 16;
+
 // Space that was dropped comes back: a line of the node's own, or a blank.
 void write_space(Space space, int depth, std::string& out) {
   if (space == Space::Blank) out += ' ';
-  if (space == Space::Line) out += "\r\n" + std::string(static_cast<std::size_t>(depth), '\t');
+  if (space != Space::Line) return;
+  out += "\r\n";
+  out.append(static_cast<std::size_t>(std::min(depth, kMostTabs)), '\t');
 }
 
 void write(xmlNode* node, int depth, std::string& out);

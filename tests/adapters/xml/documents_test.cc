@@ -80,6 +80,19 @@ TEST_F(XmlTest, ALaidOutDocumentIsWrittenTheSameAgain) {
   EXPECT_EQ(again->xml(top(*again)), text);
 }
 
+TEST_F(XmlTest, LinesFarDownDoNotGrowWithTheirDepth) {
+  std::string text;
+  std::string end;
+  for (int i = 0; i < 200; ++i) {
+    text += "<a>\n";
+    end += "\n</a>";
+  }
+  const auto document = parsed(text + "<b/>" + end);
+  const std::string written = document->xml(top(*document));
+  EXPECT_NE(written.find("\r\n" + std::string(16, '\t') + "<b/>"), std::string::npos);
+  EXPECT_EQ(written.find(std::string(17, '\t')), std::string::npos);
+}
+
 TEST_F(XmlTest, TextsAreJoinedByABlankWhereWhiteSpaceStood) {
   const auto document =
       parsed("<a>\n<b>x</b>\n\n<b>y</b><c>\n<d>z</d>\n</c>\n<b/>\n<b>1</b>\n</a>");
