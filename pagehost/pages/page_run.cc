@@ -288,7 +288,7 @@ Value PageRun::create_object(std::string_view program_identifier) {
 }
 
 Ref<Object> PageRun::made(std::string_view program_identifier, const KnownError& otherwise) {
-  if (equal_ignoring_case(program_identifier, kRegExpClass)) {
+  if (equal_ignoring_case(without_version(program_identifier), kRegExpClass)) {
     return Ref<Object>(vbscript::regexp_object(services_).as_object());
   }
   const ObjectFactory* factory = host_.parts.programs->find(program_identifier);

@@ -5,9 +5,7 @@
 #include "value/text.h"
 
 namespace rk::pagehost {
-namespace {
 
-// The name without a version behind it: "msxml2.domdocument.6.0" is "msxml2.domdocument".
 std::string_view without_version(std::string_view name) {
   while (true) {
     const auto dot = name.rfind('.');
@@ -16,8 +14,6 @@ std::string_view without_version(std::string_view name) {
     name = name.substr(0, dot);
   }
 }
-
-}  // namespace
 
 void Programs::add(std::string_view program_identifier, ObjectFactory factory) {
   factories_[lowered_ascii(program_identifier)] = std::move(factory);

@@ -78,6 +78,9 @@ class KeepableObject {
 
 using ObjectFactory = std::function<Ref<Object>(PageServices& page)>;
 
+// A program identifier without a version behind it: of "MSXML2.DOMDocument.6.0" the rest.
+std::string_view without_version(std::string_view name);
+
 class Programs {
  public:
   // Names in any letter case; a later one replaces an earlier.

@@ -64,6 +64,7 @@ TEST_F(ComponentsTest, EachNameIsServedWithAndWithoutAVersion) {
     EXPECT_EQ(type_of(lowered_ascii(name)), type);
   }
   EXPECT_EQ(type_of("VBScript.RegExp"), "IRegExp2");
+  EXPECT_EQ(type_of("VBScript.RegExp.5.5"), "IRegExp2");
 }
 
 TEST_F(ComponentsTest, DocumentsSelectByPatternsBeforeTheirFourthVersion) {
