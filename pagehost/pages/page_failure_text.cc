@@ -7,7 +7,6 @@
 namespace rk::pagehost {
 namespace {
 
-// Numbers of the language lie in this range of the longer ones.
 constexpr std::uint32_t kLanguageErrors = 0x800A0000;
 
 bool is_loopback(std::string_view address) {
@@ -16,9 +15,13 @@ bool is_loopback(std::string_view address) {
 
 }  // namespace
 
+std::int32_t host_number(std::int32_t number) {
+  if (number < 1 || number > 0xFFFF) return number;
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(number) | kLanguageErrors);
+}
+
 std::string error_number_text(std::int32_t number) {
-  std::uint32_t bits = static_cast<std::uint32_t>(number);
-  if (number >= 0 && number <= 0xFFFF) bits |= kLanguageErrors;
+  const std::uint32_t bits = static_cast<std::uint32_t>(host_number(number));
   constexpr std::string_view kHex = "0123456789abcdef";
   std::string out;
   for (int shift = 28; shift >= 0; shift -= 4) out += kHex[bits >> shift & 15];

@@ -12,6 +12,8 @@
 
 namespace rk::pagehost {
 
+// As hosts of this kind number failures: numbers of the language lie in a range of the longer ones.
+std::int32_t host_number(std::int32_t number);
 // As pages of this kind show numbers: "800a000d" for 13, "80040e14" for -2147217900.
 std::string error_number_text(std::int32_t number);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <initializer_list>
 #include <utility>
 
 #include "pagehost/pages/page_splitter.h"
@@ -162,7 +163,9 @@ class Reading {
     out_.source.pieces.push_back({kind, std::move(text), file, part.line, part.column});
   }
 
+  // One for the page with its includes: of two it would not be clear which one rules.
   void directive(const PagePart& part, const std::string& path) {
+    if (std::exchange(has_directive_, true)) fail(path, part.line, "A second <%@ directive");
     const std::string_view language = attribute(part.attributes, "language");
     if (!is_page_language(language)) {
       fail(path, part.line, "The language of this page is not served: " + std::string(language));
@@ -172,10 +175,18 @@ class Reading {
     }
     const std::string_view lcid = attribute(part.attributes, "lcid");
     std::from_chars(lcid.data(), lcid.data() + lcid.size(), out_.lcid);
-    const std::string_view transaction = attribute(part.attributes, "transaction");
-    if (equal_ignoring_case(transaction, "required") ||
-        equal_ignoring_case(transaction, "requires_new")) {
+    transaction(attribute(part.attributes, "transaction"), part, path);
+  }
+
+  void transaction(std::string_view word, const PagePart& part, const std::string& path) {
+    const auto is_one_of = [&](std::initializer_list<std::string_view> words) {
+      return std::any_of(words.begin(), words.end(),
+                         [&](std::string_view each) { return equal_ignoring_case(word, each); });
+    };
+    if (is_one_of({"required", "requires_new"})) {
       out_.in_transaction = true;
+    } else if (!is_one_of({"", "supported", "not_supported", "disabled"})) {
+      fail(path, part.line, "No word for a transaction: " + std::string(word));
     }
   }
 
@@ -294,6 +305,7 @@ class Reading {
   const std::string& site_root_;
   int code_page_;
   bool keep_page_text_ = true;
+  bool has_directive_ = false;
   PageSource out_;
   std::vector<std::string> open_;  // the files being read, as they lie on the disk
   std::vector<SourcePiece> blocks_;

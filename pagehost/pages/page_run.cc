@@ -1,5 +1,6 @@
 #include "pagehost/pages/page_run.h"
 
+#include <chrono>
 #include <exception>
 #include <new>
 #include <utility>
@@ -35,6 +36,14 @@ PageFailure failure_of(const vbscript::RuntimeError& error) {
 std::string_view words_of(platform::PageEnd::Reason reason) {
   return reason == platform::PageEnd::Reason::OutOfMemory ? errors::kOutOfMemory.text
                                                           : "Script timed out";
+}
+
+constexpr std::string_view kAbortEvent = "OnTransactionAbort";
+// For the abort of a page whose time is over: enough to note what happened.
+constexpr std::chrono::seconds kAbortTime{5};
+
+void call_if_defined(vbscript::Interpreter& script, std::string_view procedure) {
+  if (script.defines(procedure)) script.call(procedure, {});
 }
 
 }  // namespace
@@ -136,13 +145,32 @@ void PageRun::guarded(const std::function<void()>& work) {
 void PageRun::run(const std::shared_ptr<const CompiledPage>& page) {
   if (page->failure) return fail(*page->failure, vbscript::kCompilationSource);
   in_script(*page, [&](vbscript::Interpreter& script) {
-    script.run();
     if (page->in_transaction) {
-      const std::string_view event = *aborted_ ? "OnTransactionAbort" : "OnTransactionCommit";
-      if (page->program->defines(event)) script.call(event, {});
+      run_in_transaction(script);
+    } else {
+      script.run();
     }
     script.finish();
   });
+}
+
+// A page that dies of an error or of its time ends its transaction by an abort; what it died of
+// stays its answer.
+void PageRun::run_in_transaction(vbscript::Interpreter& script) {
+  try {
+    script.run();
+  } catch (const vbscript::RuntimeError&) {  // passed on
+    guarded([&] { call_if_defined(script, kAbortEvent); });
+    throw;
+  } catch (const platform::PageEnd& end) {  // passed on
+    if (end.reason == platform::PageEnd::Reason::TimedOut) {
+      failed_place_ = place();
+      time_->set_limit(time_->limit() + kAbortTime);
+      guarded([&] { call_if_defined(script, kAbortEvent); });
+    }
+    throw;
+  }
+  call_if_defined(script, *aborted_ ? kAbortEvent : "OnTransactionCommit");
 }
 
 void PageRun::run_procedure(std::string_view procedure) {

@@ -84,6 +84,7 @@ class PageRun final : public vbscript::Host, public PageServices, public Session
   void begin(const CompiledPage& page);
   void guarded(const std::function<void()>& work);
   void run(const std::shared_ptr<const CompiledPage>& page);
+  void run_in_transaction(vbscript::Interpreter& script);
   void run_procedure(std::string_view procedure);
   void in_script(const CompiledPage& page, const std::function<void(vbscript::Interpreter&)>& work);
   std::shared_ptr<const CompiledPage> page_at(std::string_view path);

@@ -3,6 +3,7 @@
 #include <optional>
 #include <utility>
 
+#include "pagehost/pages/page_failure_text.h"
 #include "pagehost/pages/page_run.h"
 #include "pagehost/pages/url_text.h"
 #include "value/script_error.h"
@@ -61,7 +62,7 @@ class LastErrorObject final : public TabledObject<LastErrorObject> {
 
  private:
   Value nothing(const Call&) { return Value::text(""); }
-  Value number(const Call&) { return Value::long_integer(failure_.number); }
+  Value number(const Call&) { return Value::long_integer(host_number(failure_.number)); }
   Value category(const Call&) {
     return Value::text(failure_.number == 0 ? std::string_view() : vbscript::kRuntimeSource);
   }

@@ -40,6 +40,16 @@ TEST_F(PageEnds, ItsTime) {
   ends_with("Do\nLoop", "Script timed out");
 }
 
+TEST_F(PageEnds, ItsTimeAbortsItsTransaction) {
+  site_.options.page_time = std::chrono::seconds(0);
+  site_.file("/a.asp",
+             "<%@ Transaction=Required %><% Sub OnTransactionAbort\n"
+             "Application(\"end\") = \"undone\"\nEnd Sub\nDo : Loop %>");
+  EXPECT_NE(site_.body("/a.asp").find("Script timed out"), std::string::npos);
+  EXPECT_EQ(site_.host().application_value("end").as_view(), "undone");
+  EXPECT_NE(site_.log.lines().at(0).find("/a.asp:4"), std::string::npos) << site_.log.lines()[0];
+}
+
 TEST_F(PageEnds, ItsMemory) {
   ends_with("Do\nResponse.Write String(1000000, \"x\")\nLoop", "Out of memory");
 }

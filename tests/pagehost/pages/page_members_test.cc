@@ -222,7 +222,7 @@ TEST_F(PageMembers, AnErrorInAnExecutedPageMayBeTrappedAndIsTold) {
   EXPECT_EQ(written("On Error Resume Next\nServer.Execute \"b.asp\"\nSet e = Server.GetLastError\n"
                     "Response.Write Err.Number & e.Number & e.File & e.Line & "
                     "(e.Description <> \"\") & (e.Category <> \"\") & \"[\" & e.ASPCode & \"]\""),
-            "1313/b.asp3TrueTrue[]");
+            "13-2146828275/b.asp3TrueTrue[]");
   EXPECT_EQ(written("Set e = Server.GetLastError\nResponse.Write e.Number & e.File & e.Line"),
             "00");
 }

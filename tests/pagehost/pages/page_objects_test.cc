@@ -188,13 +188,37 @@ TEST_F(PageObjects, TheEventsOfATransactionAreCalledWhereThePageAsksForOne) {
   EXPECT_EQ(site_.body("/b.asp?no=1"), "");
 }
 
+TEST_F(PageObjects, APageThatDiesAbortsItsTransaction) {
+  const auto page = [&](std::string_view transaction, std::string_view death) {
+    site_.file("/a.asp", "<%@ Transaction=" + std::string(transaction) +
+                             " %><% Sub OnTransactionCommit\nApplication(\"end\") = \"held\"\n"
+                             "End Sub\nSub OnTransactionAbort\nApplication(\"end\") = \"undone\"\n"
+                             "End Sub\nApplication(\"end\") = \"none\"\n" +
+                             std::string(death) + " %>");
+    const auto answer = site_.run("/a.asp");
+    return std::to_string(answer.status) + written("Response.Write Application(\"end\")");
+  };
+  EXPECT_EQ(page("Required", "x = 1 / 0"), "500undone");
+  EXPECT_EQ(page("Requires_New", "y.z"), "500undone");
+  EXPECT_EQ(page("Required", "On Error Resume Next\nx = 1 / 0"), "200held");
+  EXPECT_EQ(page("Supported", "x = 1 / 0"), "500none");
+  EXPECT_EQ(page("Bogus", "x = 1 / 0"), "500none") << "the page does not run";
+}
+
+TEST_F(PageObjects, TheAbortOfAPageThatDiedChangesNothingInItsAnswer) {
+  site_.file("/a.asp",
+             "<%@ Transaction=Required %><% Sub OnTransactionAbort\nCLng \"x\"\nEnd Sub\n"
+             "x = 1 / 0 %>");
+  EXPECT_NE(site_.run("/a.asp").body.find("800a000b"), std::string::npos);
+}
+
 TEST_F(PageObjects, TheLastErrorIsOfThePageThatWasExecuted) {
   site_.file("/inner.asp", "\n<% x = 1 / 0 %>");
   EXPECT_EQ(written("Set e = Server.GetLastError\nResponse.Write e.Number & \"[\" & e.File & "
                     "e.ASPCode & \"]\"\nOn Error Resume Next\nServer.Execute \"inner.asp\"\n"
                     "Set e = Server.GetLastError()\nResponse.Write e.Number & e.Description & "
                     "e.File & e.Line & e.ASPDescription"),
-            "0[]\n11Division by zero/inner.asp2");
+            "0[]\n-2146828277Division by zero/inner.asp2");
 }
 
 TEST_F(PageObjects, TheDirectivesLocaleIsAnswered) {

@@ -127,6 +127,28 @@ TEST_F(Reader, ADirectiveRulesThePageAndItsIncludes) {
   EXPECT_EQ(source.code_page, 936);
 }
 
+TEST_F(Reader, APageWithItsIncludesHasOneDirective) {
+  files_.put("/site/a.asp", "<%@ CodePage=936 %>\n<%@ Language=VBScript %>");
+  files_.put("/site/b.asp", "<%@ CodePage=936 %><!--#include file=\"b.inc\"-->");
+  files_.put("/site/b.inc", "<%@ CodePage=936 %>");
+  EXPECT_EQ(read("/a.asp").failure.value_or(PageFailure()).report,
+            "/a.asp:2: A second <%@ directive");
+  EXPECT_EQ(read("/b.asp").failure.value_or(PageFailure()).path, "/b.inc");
+}
+
+TEST_F(Reader, ATransactionHasFiveWords) {
+  const auto read_with = [&](const std::string& word) {
+    files_.put("/site/a.asp", "<%@ Transaction=" + word + " %>");
+    return read("/a.asp");
+  };
+  EXPECT_TRUE(read_with("REQUIRES_NEW").in_transaction);
+  for (const char* word : {"Supported", "Not_Supported", "Disabled"}) {
+    EXPECT_FALSE(read_with(word).in_transaction);
+    EXPECT_FALSE(read_with(word).failure.has_value());
+  }
+  EXPECT_TRUE(read_with("Bogus").failure.has_value());
+}
+
 TEST_F(Reader, AByteOrderMarkIsNoTextAndRulesItsFile) {
   files_.put("/site/a.asp", "\xEF\xBB\xBF\xE4\xBD\xA0");
   EXPECT_EQ(joined(read("/a.asp", platform::kGb2312)), "\xE4\xBD\xA0");
