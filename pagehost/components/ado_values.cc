@@ -159,6 +159,15 @@ AdoType ado_type_of(const platform::ColumnTraits& traits) {
   return AdoType::VarWChar;
 }
 
+bool holds_bytes(const Value& value) {
+  return value.is_array() && value.as_array().holds_bytes();
+}
+
+std::string bytes_of(const Value& value) {
+  if (value.is_text()) return value.as_text().bytes();
+  return holds_bytes(value) ? value.as_array().bytes() : std::string();
+}
+
 std::int32_t actual_size_of(const Value& value) {
   switch (value.kind()) {
     case Value::Kind::String:

@@ -4,6 +4,7 @@
 #define RK_PAGEHOST_COMPONENTS_ADO_VALUES_H_
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "platform/columns.h"
@@ -76,6 +77,9 @@ inline constexpr KnownError kFieldOverflow{
 Value value_as(platform::ColumnType type, const Value& value);
 // As above for a parameter: an Empty stays one.
 Value value_as(AdoType type, const Value& value);
+bool holds_bytes(const Value& value);
+// Of a text the bytes that LenB counts; of Null none.
+std::string bytes_of(const Value& value);
 // In bytes, 2 a character of a text; 0 for Null.
 std::int32_t actual_size_of(const Value& value);
 

@@ -123,6 +123,7 @@ std::span<const Member<ParameterObject>> ParameterObject::members() {
       {"Precision", &P::ignored, 0, 0, Access::Both},
       {"NumericScale", &P::ignored, 0, 0, Access::Both},
       {"Attributes", &P::ignored, 0, 0, Access::Both},
+      {"AppendChunk", &P::append_chunk, 1, 1},
   };
   return kMembers;
 }
@@ -130,6 +131,23 @@ std::span<const Member<ParameterObject>> ParameterObject::members() {
 Value ParameterObject::value_member(const Call& call) {
   if (!call.assigns()) return value;
   set_value(plain_value(call.assigned()));
+  in_parts_ = false;
+  return {};
+}
+
+// The first part replaces the value, each further one goes behind it.
+Value ParameterObject::append_chunk(const Call& call) {
+  const Value more = plain_value(call.at(0));
+  if (!more.is_text() && !holds_bytes(more)) raise(kWrongParameterType);
+  const Value held = in_parts_ ? value : Value::null();
+  if (holds_bytes(held) || (holds_bytes(more) && !held.is_text())) {
+    set_value(Value::array(Array::of_bytes(bytes_of(held) + bytes_of(more))));
+  } else {
+    Text whole = joined_text(held);
+    whole.append(joined_text(more));
+    set_value(Value::text(std::move(whole)));
+  }
+  in_parts_ = true;
   return {};
 }
 

@@ -39,6 +39,9 @@ class ParameterObject final : public TabledObject<ParameterObject> {
   Value direction_member(const Call& call);
   Value size_member(const Call& call);
   Value ignored(const Call& call);
+  Value append_chunk(const Call& call);
+
+  bool in_parts_ = false;  // the value came by AppendChunk, and may grow
 };
 
 using ParameterList = std::vector<Ref<ParameterObject>>;

@@ -124,6 +124,18 @@ void restrict_rows(platform::SchemaRows& list, const Value& wanted) {
   list.rows.erase(std::remove_if(list.rows.begin(), list.rows.end(), differs), list.rows.end());
 }
 
+// What lists of columns have besides for pages that show all of it: Null where the database does
+// not tell it.
+void complete_columns(platform::SchemaRows& list) {
+  for (const std::string_view name : {"COLUMN_FLAGS", "NUMERIC_PRECISION", "NUMERIC_SCALE",
+                                      "DATETIME_PRECISION", "DESCRIPTION"}) {
+    const auto same = [&](const std::string& each) { return equal_ignoring_case(each, name); };
+    if (std::any_of(list.columns.begin(), list.columns.end(), same)) continue;
+    list.columns.emplace_back(name);
+    for (auto& row : list.rows) row.push_back(Value::null());
+  }
+}
+
 std::unique_ptr<MemoryRows> memory_rows(platform::SchemaRows list) {
   std::vector<MemoryColumn> columns;
   for (std::size_t i = 0; i < list.columns.size(); ++i) {
@@ -336,7 +348,9 @@ Value ConnectionObject::errors(const Call& call) {
 Value ConnectionObject::open_schema(const Call& call) {
   return remembering([&] {
     if (!connection_) raise(rk::errors::kObjectClosed);
-    platform::SchemaRows list = connection_->schema(schema_list(call.number(0)));
+    const platform::SchemaList wanted = schema_list(call.number(0));
+    platform::SchemaRows list = connection_->schema(wanted);
+    if (wanted == platform::SchemaList::Columns) complete_columns(list);
     if (call.has(1)) restrict_rows(list, plain_value(call.at(1)));
     auto recordset = make_ref<RecordsetObject>(services_);
     recordset->take(memory_rows(std::move(list)));
@@ -387,6 +401,7 @@ Value ConnectionObject::properties(const Call& call) {
     const Value none = Value::text("");
     properties_ = std::make_shared<PropertyList>(PropertyList{
         {std::string(kFileProperty), none},
+        {"Data Source Name", none},
         {"User ID", Value::text("Admin")},
         {"Password", none},
         {"Extended Properties", none},
@@ -405,6 +420,7 @@ Value ConnectionObject::properties(const Call& call) {
   if (joined_text(file).empty()) {
     file = Value::text(connection_keyword(connection_string_, kFileProperty));
   }
+  property_named(*properties_, "Data Source Name")->value = file;
   return properties_member(properties_, call);
 }
 

@@ -86,13 +86,19 @@ std::size_t MemoryRows::ordinal(std::string_view name) const {
 Value MemoryRows::field(std::size_t ordinal) {
   column(ordinal);
   if (edit_ && edit_->values[ordinal]) return *edit_->values[ordinal];
-  return original(ordinal);
+  if (edit_ && edit_->adding) return Value::null();
+  return rows_[current()][ordinal];
 }
 
+// Of a change that waits for its batch: what was read, or stored last.
 Value MemoryRows::original(std::size_t ordinal) {
   column(ordinal);
   if (edit_ && edit_->adding) return Value::null();
-  return rows_[current()][ordinal];
+  const Value& now = rows_[current()][ordinal];
+  if (!changes_) return now;
+  const auto& before = changes_->of(current()).before;
+  const auto found = before.find(ordinal);
+  return found == before.end() ? now : found->second;
 }
 
 bool MemoryRows::append_field_text(std::size_t ordinal, std::string& out) {

@@ -47,9 +47,13 @@ class MemoryRows final : public PlacedRows {
   // Of the current row, as scripts number it: 0 where there is no batch; raises 3021.
   std::int32_t status() const;
   std::vector<std::int64_t> changed_positions() const;
+  // Of the rows that the last store found changed or gone, or that the database refused.
+  std::vector<std::int64_t> conflict_positions() const;
   // All pending changes in one transaction, or none: raises -2147217864 where a row that was
   // changed or removed is no longer as it was read, and the database's errors.
   void store_batch(platform::Connection& connection);
+  // Those of the current row, in the same way; raises 3021.
+  void store_current(platform::Connection& connection);
   // The rows are those of the last store again; goes to the first one.
   void cancel_batch();
 
@@ -78,9 +82,13 @@ class MemoryRows final : public PlacedRows {
 
  private:
   std::vector<MemoryColumn> columns_;
-  static void store_new_row(platform::Connection& connection, RowValues& row,
-                            const RowChange& change,
-                            const std::vector<platform::ColumnTraits>& origins);
+  using Origins = std::vector<platform::ColumnTraits>;
+  Origins origins() const;
+  bool store_removed(platform::Connection& connection, const Origins& origins) const;
+  bool store_row(platform::Connection& connection, const Origins& origins, std::size_t at,
+                 RowValues& stored);
+  static bool store_new_row(platform::Connection& connection, RowValues& row,
+                            const RowChange& change, const Origins& origins);
 
   std::vector<std::vector<Value>> rows_;
   std::optional<MemoryEdit> edit_;

@@ -15,16 +15,6 @@ using platform::ColumnType;
 constexpr KnownError kAlreadyThere{3367, "Object is already in collection. Cannot append.",
                                    errors::kDatabaseSource};
 
-bool holds_bytes(const Value& value) {
-  return value.is_array() && value.as_array().holds_bytes();
-}
-
-// Of a text the bytes that LenB counts; of Null none.
-std::string bytes_of(const Value& value) {
-  if (value.is_text()) return value.as_text().bytes();
-  return holds_bytes(value) ? value.as_array().bytes() : std::string();
-}
-
 }  // namespace
 
 // The columns of a set that is not open yet are known too.

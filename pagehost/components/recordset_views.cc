@@ -11,16 +11,21 @@ namespace {
 
 constexpr std::int32_t kFilterNone = 0;
 constexpr std::int32_t kFilterPending = 1;
+constexpr std::int32_t kFilterConflicts = 5;
 constexpr std::int32_t kLockReadOnly = 1;
 
 std::int64_t bookmark_of(const Value& value) {
   return static_cast<std::int64_t>(to_double(value));
 }
 
-// UpdateBatch and CancelBatch take all rows; the current one or a filter's alone are not offered.
-void check_whole_batch(const Call& call) {
-  constexpr std::int32_t kAllRows = 3;
-  if (call.number_or(0, kAllRows) != kAllRows) raise(errors::kFeatureNotAvailable);
+// The rows that UpdateBatch and CancelBatch take.
+constexpr std::int32_t kCurrentRow = 1;
+constexpr std::int32_t kAllRows = 3;
+
+// A filter's rows alone are not offered.
+void check_range(std::int32_t range, bool current_row_offered) {
+  const bool offered = range == kAllRows || (current_row_offered && range == kCurrentRow);
+  if (!offered) raise(errors::kFeatureNotAvailable);
 }
 
 // The rows in memory, at the row where the set stands.
@@ -74,13 +79,16 @@ Value RecordsetObject::update_batch(const Call& call) {
   const bool batch = memory_ != nullptr && memory_->is_batch();
   if (!batch && memory_ && connection_) raise(errors::kFeatureNotAvailable);
   if (!batch) return update(call);
-  check_whole_batch(call);
+  const std::int32_t range = call.number_or(0, kAllRows);
+  check_range(range, true);
   if (!connection_) raise(errors::kNotAllowedInContext);
+  if (range == kCurrentRow) row();  // raises where it was removed
   rows_->update();
   settle();
+  if (range == kCurrentRow) rows_->field(std::size_t{0});  // brings a view's rows to its own
   opened_ = connection_->opened();
   connection_->remembering([&] {
-    memory_->store_batch(*opened_);
+    range == kCurrentRow ? memory_->store_current(*opened_) : memory_->store_batch(*opened_);
     return Value();
   });
   return {};
@@ -90,7 +98,7 @@ Value RecordsetObject::cancel_batch(const Call& call) {
   rows().cancel_update();
   settle();
   if (memory_ == nullptr || !memory_->is_batch()) return {};
-  check_whole_batch(call);
+  check_range(call.number_or(0, kAllRows), false);
   memory_->cancel_batch();
   if (view_ != nullptr) view_->forget_all();
   show_again();
@@ -134,9 +142,12 @@ void RecordsetObject::show_again() {
   const Value filter = plain_value(filter_);
   if (!filter.is_text() && !filter.is_array()) {
     if (memory_ == nullptr) hold_batch();
-    std::vector<std::int64_t> changed;
-    if (memory_ != nullptr) changed = memory_->changed_positions();
-    return view_of_all_rows().show_positions(std::move(changed));
+    std::vector<std::int64_t> places;
+    if (memory_ != nullptr) {
+      places = to_long(filter) == kFilterConflicts ? memory_->conflict_positions()
+                                                   : memory_->changed_positions();
+    }
+    return view_of_all_rows().show_positions(std::move(places));
   }
   if (filter.is_array()) {
     std::vector<std::int64_t> bookmarks;
@@ -152,8 +163,8 @@ void RecordsetObject::show_again() {
   settle();
 }
 
-// Filter: a condition, an array of bookmarks, 1 for the rows whose changes are pending, or 0 or ""
-// for all rows.
+// Filter: a condition, an array of bookmarks, 1 for the rows whose changes are pending, 5 for those
+// that the last UpdateBatch could not store, or 0 or "" for all rows.
 Value RecordsetObject::filter(const Call& call) {
   if (!call.assigns()) {
     const bool none = filter_.is_text() && filter_.as_view().empty();
@@ -163,7 +174,9 @@ Value RecordsetObject::filter(const Call& call) {
   Value given = plain_value(call.assigned());
   if (!given.is_text() && !given.is_array()) {
     const std::int32_t number = to_long(given);
-    if (number != kFilterNone && number != kFilterPending) raise(errors::kInvalidArgument);
+    const bool known =
+        number == kFilterNone || number == kFilterPending || number == kFilterConflicts;
+    if (!known) raise(errors::kInvalidArgument);
     given = number == kFilterNone ? Value::text("") : Value::long_integer(number);
   }
   const Value before = std::exchange(filter_, given);

@@ -1,5 +1,6 @@
 #include "pagehost/components/row_changes.h"
 
+#include <iterator>
 #include <utility>
 
 namespace rk::pagehost {
@@ -37,6 +38,25 @@ std::vector<RowValues> RowChanges::removed() const {
 void RowChanges::forget() {
   steps_.clear();
   rows_.assign(rows_.size(), RowChange());
+}
+
+// A row that was added goes on as one of the database. It was put behind all rows of its time, so
+// that the steps before it keep their places, and those after it were taken with the row there.
+void RowChanges::forget(std::size_t row) {
+  const bool added = rows_[row].added;
+  rows_[row] = RowChange();
+  std::size_t place = row;
+  for (auto step = steps_.rbegin(); added && step != steps_.rend(); ++step) {
+    if (step->added && step->row == place) {
+      steps_.erase(std::next(step).base());
+      return;
+    }
+    if (!step->added && step->row <= place) ++place;
+  }
+}
+
+void RowChanges::forget_conflicts() {
+  for (RowChange& each : rows_) each.in_conflict = false;
 }
 
 void RowChanges::undo(std::vector<RowValues>& rows) {

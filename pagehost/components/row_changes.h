@@ -18,6 +18,8 @@ struct RowChange {
   bool added = false;
   std::map<std::size_t, Value> before;  // by the ordinals of the columns that were set
 
+  bool in_conflict = false;  // the last store could not write it
+
   bool is_none() const { return !added && before.empty(); }
 };
 
@@ -33,8 +35,13 @@ class RowChanges {
   // The rows of the database that were removed, as they were read.
   std::vector<RowValues> removed() const;
 
+  void mark_conflict(std::size_t row, bool in_conflict) { rows_[row].in_conflict = in_conflict; }
+  void forget_conflicts();
+
   // Everything was stored.
   void forget();
+  // This row alone was.
+  void forget(std::size_t row);
   // Gives `rows` back as they were.
   void undo(std::vector<RowValues>& rows);
 

@@ -177,6 +177,15 @@ TEST_F(AdoOnDisk, TheListOfTablesHasTheColumnsThatPagesAskFor) {
   EXPECT_TRUE(plain_value(get(rows, "", {t("DATE_CREATED")})).is_null());
 }
 
+TEST_F(AdoOnDisk, TheListOfColumnsHasWhatPagesShowOfThem) {
+  const Value rows = get(connection_, "OpenSchema", {n(4)});
+  EXPECT_EQ(text_of(get(rows, "", {t("TABLE_NAME")})), "goods");
+  for (const char* name : {"COLUMN_FLAGS", "NUMERIC_PRECISION", "NUMERIC_SCALE",
+                           "DATETIME_PRECISION", "DESCRIPTION"}) {
+    EXPECT_TRUE(plain_value(get(rows, "", {t(name)})).is_null()) << name;
+  }
+}
+
 TEST_F(AdoOnDisk, FieldsTellTheirTable) {
   const Value rows = opened("Select id, name From goods");
   const auto told = [&](const char* field, const char* property) {

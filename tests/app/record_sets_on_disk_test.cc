@@ -187,6 +187,86 @@ TEST_F(Batch, AFailureStoresNothingAndLeavesTheBatchPending) {
   EXPECT_EQ(stored(), "first second plum fig ");
 }
 
+TEST_F(Batch, AFieldTellsWhatItHeldBeforeItsChange) {
+  const Value rows = opened();
+  const auto told = [&](const char* member) {
+    return text_of(get(rows, "", {t("name")})) + "," +
+           text_of(get(get(get(rows, "Fields"), "Item", {t("name")}), member));
+  };
+  set(rows, "name", t("x"));
+  EXPECT_EQ(told("OriginalValue"), "x,apple");
+  get(rows, "Update");
+  set(rows, "name", t("y"));
+  get(rows, "Update");
+  EXPECT_EQ(told("OriginalValue"), "y,apple");
+  EXPECT_EQ(told("UnderlyingValue"), "y,apple");
+  get(rows, "UpdateBatch");
+  EXPECT_EQ(told("OriginalValue"), "y,y");
+}
+
+TEST_F(Batch, OneRowAloneMayBeStored) {
+  const Value rows = opened();
+  set(rows, "name", t("first"));
+  get(rows, "MoveNext");
+  set(rows, "name", t("second"));
+  get(rows, "UpdateBatch", {n(1)});
+  EXPECT_EQ(stored(), "apple second plum fig ");
+  EXPECT_EQ(text_of(get(rows, "Status")), "8");
+  get(rows, "AddNew", {t("name"), t("kiwi")});
+  get(rows, "UpdateBatch", {n(1)});
+  EXPECT_EQ(text_of(get(rows, "", {t("id")})), "5");
+  EXPECT_EQ(stored(), "apple second plum fig kiwi ");
+  get(rows, "CancelBatch");
+  EXPECT_EQ(shown(rows), "apple second plum fig kiwi ");
+  get(rows, "UpdateBatch");
+  EXPECT_EQ(stored(), "apple second plum fig kiwi ");
+}
+
+TEST_F(Batch, OneRowOfAFilterMayBeStored) {
+  const Value rows = opened();
+  get(rows, "MoveNext");
+  set(rows, "name", t("second"));
+  get(rows, "MoveNext");
+  set(rows, "name", t("third"));
+  get(rows, "Update");
+  let(rows, "Filter", {n(1)});
+  get(rows, "MoveNext");
+  get(rows, "UpdateBatch", {n(1)});
+  EXPECT_EQ(stored(), "apple pear third fig ");
+  get(rows, "Delete");
+  EXPECT_EQ(error_number([&] { get(rows, "UpdateBatch", {n(1)}); }), -2147217885);
+  EXPECT_EQ(error_number([&] { get(rows, "UpdateBatch", {n(2)}); }), 3251);
+}
+
+TEST_F(Batch, AFilterShowsTheRowsThatCouldNotBeStored) {
+  const Value rows = opened();
+  for (const char* name : {"1st", "2nd", "3rd", "4th"}) {
+    set(rows, "name", t(name));
+    get(rows, "MoveNext");
+  }
+  run("Update goods Set name='meanwhile' Where id=2");
+  run("Delete From goods Where id=4");
+  EXPECT_EQ(error_number([&] { get(rows, "UpdateBatch"); }), -2147217864);
+  let(rows, "Filter", {n(5)});
+  EXPECT_EQ(text_of(get(rows, "RecordCount")), "2");
+  EXPECT_EQ(shown(rows), "2nd 4th ");
+  let(rows, "Filter", {n(0)});
+  get(rows, "CancelBatch");
+  let(rows, "Filter", {n(5)});
+  EXPECT_EQ(text_of(get(rows, "EOF")), "True");
+}
+
+TEST_F(Batch, ARowThatTheDatabaseRefusesIsInConflict) {
+  run("Create Unique Index name_once On goods (name)");
+  const Value rows = opened();
+  get(rows, "MoveNext");
+  set(rows, "name", t("fig"));
+  EXPECT_NE(error_number([&] { get(rows, "UpdateBatch"); }), 0);
+  EXPECT_EQ(stored(), "apple pear plum fig ");
+  let(rows, "Filter", {n(5)});
+  EXPECT_EQ(shown(rows), "fig ");
+}
+
 TEST_F(Batch, WhatSomebodyElseChangedInAnotherColumnStays) {
   const Value rows = opened();
   set(rows, "name", t("mine"));
@@ -306,7 +386,7 @@ TEST_F(Batch, WhatCannotBeStoredCannotBeSet) {
   EXPECT_EQ(error_number([&] {
               const Value one = opened();
               set(one, "name", t("x"));
-              get(one, "UpdateBatch", {n(1)});
+              get(one, "UpdateBatch", {n(2)});
             }),
             3251);
 }

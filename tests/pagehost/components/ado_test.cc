@@ -482,6 +482,28 @@ TEST_F(Ado, AParameterHoldsWhatItsTypeAllows) {
   EXPECT_EQ(error_number([&] { let(parameter, "Value", {t("x")}); }), 3421);
 }
 
+TEST_F(Ado, AParameterTakesALongValueInParts) {
+  const Value command = Value::object(make_ref<CommandObject>(database_));
+  const auto made = [&](std::int32_t type) {
+    return get(command, "CreateParameter", {t("p"), n(type), n(1), n(5)});
+  };
+  const auto part = [](const char* bytes) { return Value::array(Array::of_bytes(bytes)); };
+  const Value bytes = made(205);
+  get(bytes, "AppendChunk", {part("ab")});
+  get(bytes, "AppendChunk", {part("cde")});
+  EXPECT_EQ(plain_value(get(bytes, "Value")).as_array().bytes(), "abcde");
+  const Value text = made(202);
+  let(text, "Value", {t("old")});
+  get(text, "AppendChunk", {t("ab")});
+  get(text, "AppendChunk", {t("cde")});
+  EXPECT_EQ(text_of(get(text, "Value")), "abcde");
+  EXPECT_EQ(error_number([&] { get(text, "AppendChunk", {t("f")}); }), 3421);
+  let(text, "Value", {t("new")});
+  get(text, "AppendChunk", {t("x")});
+  EXPECT_EQ(text_of(get(text, "Value")), "x");
+  EXPECT_EQ(error_number([&] { get(text, "AppendChunk", {n(1)}); }), 3421);
+}
+
 TEST_F(Ado, AParameterOfManyLengthsNamesOne) {
   const Value command = Value::object(make_ref<CommandObject>(database_));
   const Value all = get(command, "Parameters");

@@ -52,6 +52,7 @@ TEST_F(Properties, AConnectionTellsItsFile) {
   const Value cn = Value::object(make_ref<ConnectionObject>(database_));
   get(cn, "Open", {Value::text("Data Source=b.db")});
   EXPECT_EQ(text_of(get(cn, "Properties", {Value::text("Data Source")})), "b.db");
+  EXPECT_EQ(text_of(get(cn, "Properties", {Value::text("Data Source Name")})), "b.db");
 }
 
 }  // namespace

@@ -80,5 +80,19 @@ TEST(RowChanges, WhatWasStoredIsNoLongerPending) {
   EXPECT_EQ(text(it.rows), "91 33 ");
 }
 
+TEST(RowChanges, ARowThatWasStoredAloneStaysWhereItIsWhenTheOthersAreUndone) {
+  Changed all;
+  all.remove(0);
+  all.add(row(4, 4));
+  all.add(row(5, 5));
+  all.remove(0);
+  all.set(0, 1, 9);
+  EXPECT_EQ(text(all.rows), "39 44 55 ");
+  all.changes.forget(1);
+  EXPECT_TRUE(all.changes.of(1).is_none());
+  all.changes.undo(all.rows);
+  EXPECT_EQ(text(all.rows), "11 22 33 44 ");
+}
+
 }  // namespace
 }  // namespace rk::pagehost
