@@ -34,6 +34,8 @@ class QueuedPages : public FrontTest {
       return answer;
     };
   }
+  // Pages may still run, with what this object holds.
+  ~QueuedPages() override { stop(); }
 
   // All pages' threads are held by pages until release().
   void hold_all_threads() {
