@@ -97,6 +97,7 @@ class HttpConnection final : public Connection,
   void answer_page(PageAnswerer& answerer);
   void finish_page(PageAnswerer& answerer, pagehost::PageAnswer answer);
   void refuse(int status);
+  void refuse_method(const char* allowed);
   void refuse_busy();
   void answer_file(const std::string& path);
   void send_own(const pagehost::PageAnswer& answer);
@@ -233,9 +234,7 @@ void HttpConnection::dispatch() {
   }
   identify();
   if (page.method != "GET" && page.method != "POST" && !head_only_) {
-    pagehost::PageAnswer answer = plain_answer(405);
-    answer.headers.emplace_back("Allow", "GET, HEAD, POST");
-    return send_own(answer);
+    return refuse_method("GET, HEAD, POST");
   }
   follow(route(page.path, hub_.options.rules, *hub_.parts.files));
 }
@@ -356,6 +355,13 @@ void HttpConnection::refuse(int status) {
   send_own(plain_answer(status));
 }
 
+// The connection stays: the request itself was whole.
+void HttpConnection::refuse_method(const char* allowed) {
+  pagehost::PageAnswer answer = plain_answer(405);
+  answer.headers.emplace_back("Allow", allowed);
+  send_own(answer);
+}
+
 void HttpConnection::refuse_busy() {
   pagehost::PageAnswer answer = plain_answer(503);
   answer.headers.emplace_back("Retry-After", kRetryAfterSeconds);
@@ -373,9 +379,7 @@ void HttpConnection::answer_file(const std::string& path) {
   }
   if (page.method == "POST") {
     file_.reset();
-    pagehost::PageAnswer answer = plain_answer(405);
-    answer.headers.emplace_back("Allow", "GET, HEAD");
-    return send_own(answer);
+    return refuse_method("GET, HEAD");
   }
   const StaticAnswer answer = static_answer(page, path, file_->stamp());
   file_at_ = answer.offset;
